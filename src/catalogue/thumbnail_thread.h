@@ -1,0 +1,83 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "catalogue/image_list.h"
+#include "imagefiles/image_file_options.h"
+#include "imaging/pixel_buffer.h"
+#include "platform/worker_gate.h"
+
+namespace ml::catalogue {
+
+/// Thumbnail record of one entry, made by the worker.
+struct ImageItem {
+  imaging::PixelBuffer pixels;  ///< empty when the file could not be decoded; else as imagefiles::Thumbnail
+  std::string path;
+  std::string failure;  ///< why there are no pixels, a sentence
+  bool hasSound = false;
+  bool hasViewingJpeg = false;
+};
+
+enum class ThumbnailState : unsigned char { ToDo, Done, Failed };
+
+/// What makes one thumbnail record; called on the worker's threads, several at once. Must not throw.
+using ThumbnailMaker = std::function<ImageItem(const std::string& path, int size)>;
+
+/// The background worker: makes a thumbnail for each entry of the catalogue and is the gate through which
+/// the catalogue changes. All functions are called on the thread that owns the list; those marked gated
+/// pause, change and resume themselves.
+class CThumbnailThread final : public platform::WorkerGate {
+ public:
+  /// `threads` decode at a time (at least 1). The thread stands still until the first list. `ready` is called
+  /// on a worker thread after each finished entry and must only pass the index on. `files` belongs to the
+  /// caller and outlives the worker.
+  CThumbnailThread(ImageList& list, ThumbnailMaker maker, std::function<void(int index)> ready, int threads);
+  /// Stops and joins.
+  ~CThumbnailThread() override;
+  CThumbnailThread(const CThumbnailThread&) = delete;
+  CThumbnailThread& operator=(const CThumbnailThread&) = delete;
+
+  void Pause() override;
+  void Resume() override;
+
+  /// Gated. Edge length in pixels; all thumbnails are made again if it changed and `rebuild` is set.
+  void SetThumbnailSize(int size, bool rebuild);
+  int ThumbnailSize() const;
+  /// Gated. The catalogue becomes `paths`, all thumbnails to do.
+  void LoadList(std::vector<std::string> paths);
+  /// Gated. See ImageList::Reorder; thumbnails travel along. An empty `paths` does nothing.
+  void Reorder(const std::vector<std::string>& paths);
+  /// Gated. Moves the selected entries as a block before the entry at `position` (0..Count()); failed
+  /// thumbnails are tried again.
+  void MoveSelectedTo(int position);
+  /// Gated. `indices` ascend.
+  void RemoveEntries(const std::vector<int>& indices);
+  /// Gated. The entries' thumbnails are made again.
+  void InvalidateEntries(const std::vector<int>& indices);
+
+  /// Work goes on from `index`, usually the first visible item. Needs no pause.
+  void JumpTo(int index);
+
+  /// What is known of an entry; ToDo for a bad index.
+  ThumbnailState State(int index) const;
+  /// The record of an entry whose state is not ToDo, else null. Valid until the next gated call.
+  const ImageItem* Item(int index) const;
+  /// How many entries are not ToDo.
+  int FinishedCount() const;
+
+ private:
+  struct Shared;
+  void Rebuild();
+  void Run(const std::stop_token& stop);
+  ImageList& list_;
+  std::unique_ptr<Shared> shared_;
+};
+
+}  // namespace ml::catalogue

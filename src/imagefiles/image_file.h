@@ -1,0 +1,70 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "imagefiles/format_table.h"
+#include "imagefiles/histogram.h"
+#include "imagefiles/image_file_options.h"
+#include "imaging/pixel_buffer.h"
+
+namespace ml::imagefiles {
+
+/// The box that a picture is fitted into. The alternative pair lets a portrait image use a wider limit; 0 x 0
+/// offers none.
+struct DisplayLimits {
+  int maxWidth = 0, maxHeight = 0, altWidth = 0, altHeight = 0;
+};
+
+struct BitmapQuality {
+  bool highQuality = false;  ///< average the pixels instead of leaving some out
+  bool greyscale = false;    ///< every pixel replaced by the mean of its channels
+};
+
+/// The size at which a `sourceWidth` x `sourceHeight` picture shows within `limits`: aspect ratio kept in
+/// integer divisions, never enlarged.
+struct FittedSize {
+  int width = 0, height = 0;
+  friend bool operator==(const FittedSize&, const FittedSize&) = default;
+};
+FittedSize FitToLimits(int sourceWidth, int sourceHeight, const DisplayLimits& limits);
+
+/// One image file, bound to its path for one operation. Not for use by two threads at once.
+class ImageFile {
+ public:
+  virtual ~ImageFile() = default;
+  ImageFile(const ImageFile&) = delete;
+  ImageFile& operator=(const ImageFile&) = delete;
+
+  const std::string& Path() const { return path_; }
+  const FormatRow& Format() const { return row_; }
+
+  /// The picture fitted into `limits`: 8-bit, blue-green-red, rows padded to a multiple of 4 pixels. Fills the
+  /// histogram with the channel values before greying. Throws UserError, naming the file, if there is no picture.
+  imaging::PixelBuffer GetBitmap(const DisplayLimits& limits, BitmapQuality quality);
+  /// The picture at its full size, red-green-blue without padding. Throws UserError.
+  imaging::PixelBuffer GetPixels();
+  /// Counted by the last GetBitmap.
+  const Histogram& GetHistogram() const { return histogram_; }
+
+ protected:
+  ImageFile(const FormatRow& row, std::string path, const ImageFileOptions& options)
+      : row_(row), path_(std::move(path)), options_(options) {}
+  const ImageFileOptions& Options() const { return options_; }
+
+ private:
+  /// Red-green-blue pixels at least as large as `box` wants after the turn, or at full size if that is
+  /// smaller; a decoder that can scale while decoding may give less than the full size.
+  virtual imaging::PixelBuffer Decode(const DisplayLimits& limits) = 0;
+
+  const FormatRow& row_;
+  std::string path_;
+  ImageFileOptions options_;
+  Histogram histogram_;
+};
+
+/// The handler that the extension of `path` chooses; null if the file does not exist or is no image whose
+/// pixels can be read.
+std::unique_ptr<ImageFile> CreateImageFile(const std::string& path, const ImageFileOptions& options);
+
+}  // namespace ml::imagefiles

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Numbers to text and back, always with "." as decimal separator.
+namespace ml::platform {
+
+/// At most six significant digits, as printf's "%g" writes them.
+std::string ShortNumber(double value);
+/// As many digits as the same double needs when read back ("0.7", "1", "0.1").
+std::string ExactNumber(double value);
+
+/// The integer at the front of `text`, after white space, as atoi reads it: 0 if there is none, and cut to
+/// the range of 32 bits.
+std::int32_t LeadingInteger(std::string_view text);
+/// The decimal number at the front, as atof reads it: 0 if there is none.
+double LeadingNumber(std::string_view text);
+
+}  // namespace ml::platform
