@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "catalogue/image_list.h"
+#include "catalogue/list_gate.h"
 #include "imagefiles/image_file_options.h"
 #include "imaging/pixel_buffer.h"
-#include "platform/worker_gate.h"
 
 namespace ml::catalogue {
 
@@ -33,7 +33,7 @@ using ThumbnailMaker = std::function<ImageItem(const std::string& path, int size
 /// The background worker: makes a thumbnail for each entry of the catalogue and is the gate through which
 /// the catalogue changes. All functions are called on the thread that owns the list; those marked gated
 /// pause, change and resume themselves.
-class CThumbnailThread final : public platform::WorkerGate {
+class CThumbnailThread final : public ListGate {
  public:
   /// `threads` decode at a time (at least 1). The thread stands still until the first list. `ready` is called
   /// on a worker thread after each finished entry and must only pass the index on. `files` belongs to the
@@ -51,9 +51,9 @@ class CThumbnailThread final : public platform::WorkerGate {
   void SetThumbnailSize(int size, bool rebuild);
   int ThumbnailSize() const;
   /// Gated. The catalogue becomes `paths`, all thumbnails to do.
-  void LoadList(std::vector<std::string> paths);
+  void LoadList(std::vector<std::string> paths) override;
   /// Gated. See ImageList::Reorder; thumbnails travel along. An empty `paths` does nothing.
-  void Reorder(const std::vector<std::string>& paths);
+  void Reorder(const std::vector<std::string>& paths) override;
   /// Gated. Moves the selected entries as a block before the entry at `position` (0..Count()); failed
   /// thumbnails are tried again.
   void MoveSelectedTo(int position);
