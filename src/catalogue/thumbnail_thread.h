@@ -33,11 +33,14 @@ using ThumbnailMaker = std::function<ImageItem(const std::string& path, int size
 /// The background worker: makes a thumbnail for each entry of the catalogue and is the gate through which
 /// the catalogue changes. All functions are called on the thread that owns the list; those marked gated
 /// pause, change and resume themselves.
+///
+/// Its threads read `list.files`; they write only the record and the state of the entry they work on. A record
+/// is published by its state (release), so the owner may read it without a lock once State() is not ToDo.
 class CThumbnailThread final : public ListGate {
  public:
-  /// `threads` decode at a time (at least 1). The thread stands still until the first list. `ready` is called
-  /// on a worker thread after each finished entry and must only pass the index on. `files` belongs to the
-  /// caller and outlives the worker.
+  /// `threads` decode at a time (at least 1). They stand still until the first Resume(), that is, the first
+  /// list. `ready` is called on a worker thread after each finished entry and must only pass the index on.
+  /// `list` belongs to the caller and outlives the worker.
   CThumbnailThread(ImageList& list, ThumbnailMaker maker, std::function<void(int index)> ready, int threads);
   /// Stops and joins.
   ~CThumbnailThread() override;
@@ -49,35 +52,58 @@ class CThumbnailThread final : public ListGate {
 
   /// Gated. Edge length in pixels; all thumbnails are made again if it changed and `rebuild` is set.
   void SetThumbnailSize(int size, bool rebuild);
-  int ThumbnailSize() const;
+  int ThumbnailSize() const { return size_; }
   /// Gated. The catalogue becomes `paths`, all thumbnails to do.
   void LoadList(std::vector<std::string> paths) override;
-  /// Gated. See ImageList::Reorder; thumbnails travel along. An empty `paths` does nothing.
+  /// Gated. See ImageList::Reorder; thumbnails travel along, failed ones are tried again. An empty `paths`
+  /// does nothing.
   void Reorder(const std::vector<std::string>& paths) override;
-  /// Gated. Moves the selected entries as a block before the entry at `position` (0..Count()); failed
-  /// thumbnails are tried again.
+  /// Gated. Moves the selected entries as a block before the entry at `position` (0..Count()).
   void MoveSelectedTo(int position);
   /// Gated. `indices` ascend.
   void RemoveEntries(const std::vector<int>& indices);
   /// Gated. The entries' thumbnails are made again.
   void InvalidateEntries(const std::vector<int>& indices);
 
-  /// Work goes on from `index`, usually the first visible item. Needs no pause.
+  /// Work goes on from `index`, usually the first visible item, and later starts over from the top. Needs no
+  /// pause.
   void JumpTo(int index);
 
-  /// What is known of an entry; ToDo for a bad index.
+  /// ToDo for a bad index.
   ThumbnailState State(int index) const;
   /// The record of an entry whose state is not ToDo, else null. Valid until the next gated call.
   const ImageItem* Item(int index) const;
   /// How many entries are not ToDo.
-  int FinishedCount() const;
+  int FinishedCount() const { return finished_.load(std::memory_order_relaxed); }
 
  private:
-  struct Shared;
-  void Rebuild();
+  struct Entry {
+    std::unique_ptr<ImageItem> item;
+    std::atomic<ThumbnailState> state{ThumbnailState::ToDo};
+    bool claimed = false;  ///< some thread works on it, or did; guarded by lock_
+  };
+  using Entries = std::vector<std::unique_ptr<Entry>>;
+
   void Run(const std::stop_token& stop);
+  int NextToDo() const;
+  void Work(int index);
+  void Rebuild();
+  void Follow(const std::vector<int>& oldIndices);
+
   ImageList& list_;
-  std::unique_ptr<Shared> shared_;
+  const ThumbnailMaker maker_;
+  const std::function<void(int)> ready_;
+  int size_ = 80;
+  Entries entries_;  ///< parallel to list_.files
+  std::atomic<int> finished_{0};
+
+  std::mutex lock_;
+  std::condition_variable_any wake_;  ///< something to do, or the end
+  std::condition_variable idle_;      ///< nothing in progress
+  bool paused_ = true;                ///< guarded by lock_, like the next two
+  int inProgress_ = 0;
+  std::size_t cursor_ = 0;
+  std::vector<std::jthread> threads_;  ///< last: they use all of the above
 };
 
 }  // namespace ml::catalogue
