@@ -1,0 +1,105 @@
+#include "platform/dir_index.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <ctime>
+
+#include "platform/companion_set.h"
+#include "platform/read_directory.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using ml::platform::DirIndex;
+using ml::platform::FindCompanions;
+using ml::test::TempDir;
+
+void SetDirectoryTime(const std::string& directory, timespec time) {
+  const timespec times[2] = {time, time};
+  ASSERT_EQ(::utimensat(AT_FDCWD, directory.c_str(), times, 0), 0);
+}
+
+TEST(DirIndex, PrefersTheSpellingThenTheStemThenTheSmallestName) {
+  const TempDir dir;
+  for (const char* name : {"a.THM", "a.Thm", "A.thm", "b.THM", "B.Thm", "\xC3\x84.txt", "x\xE4.wav"})
+    dir.Write(name, "");
+  DirIndex index(dir.Path());
+  EXPECT_EQ(index.Find("A.thm"), "A.thm");
+  EXPECT_EQ(index.Find("a.thm"), "a.THM");
+  EXPECT_EQ(index.Find("b.thm"), "b.THM");
+  EXPECT_EQ(index.Find("\xC3\xA4.TXT"), "\xC3\x84.txt");
+  EXPECT_EQ(index.Find("X\xE4.WAV"), "x\xE4.wav") << "bytes that are no UTF-8 fold as ASCII";
+  EXPECT_EQ(index.Find("X\xC4.WAV"), std::nullopt);
+  EXPECT_EQ(index.Find("c.thm"), std::nullopt);
+}
+
+TEST(DirIndex, SeesAChangeWithinTheTickOfTheLastOne) {
+  const TempDir dir;
+  DirIndex index(dir.Path());
+  for (int i = 0; i < 200; ++i) {
+    const auto name = "N" + std::to_string(i);
+    const auto wanted = "n" + std::to_string(i);
+    EXPECT_EQ(index.Find(wanted), std::nullopt) << i;
+    dir.Write(name, "");
+    EXPECT_EQ(index.Find(wanted), name) << i;
+    std::remove((dir / name).c_str());
+    EXPECT_EQ(index.Find(wanted), std::nullopt) << i;
+  }
+}
+
+TEST(DirIndex, ReadsAgainOnlyWhenTheTimeMovedOrWeSaySo) {
+  const TempDir dir;
+  const timespec old{1'000'000'000, 5};
+  dir.Write("A", "");
+  SetDirectoryTime(dir.Path(), old);
+  DirIndex index(dir.Path());
+  ASSERT_EQ(index.Find("a"), "A");
+  dir.Write("B", "");
+  SetDirectoryTime(dir.Path(), old);
+  EXPECT_EQ(index.Find("b"), std::nullopt) << "an unchanged time stands for an unchanged directory";
+  EXPECT_EQ(index.Find("B"), "B") << "the exact name is asked for on disk";
+  index.Invalidate();
+  EXPECT_EQ(index.Find("b"), "B");
+  dir.Write("C", "");
+  EXPECT_EQ(index.Find("c"), "C");
+}
+
+TEST(DirIndex, AMissingDirectoryHoldsNothing) {
+  const TempDir dir;
+  DirIndex index(dir / "later");
+  EXPECT_FALSE(index.Refresh());
+  EXPECT_EQ(index.Find("a"), std::nullopt);
+  dir.Write("later/A", "");
+  EXPECT_EQ(index.Find("a"), "A");
+}
+
+TEST(CompanionSet, TakesWhatBelongsToTheFileInBothOrders) {
+  const TempDir dir;
+  const auto raw = dir.Write("IMG_1.CRW", "");
+  const auto thm = dir.Write("IMG_1.thm", "");
+  const auto txt = dir.Write("img_1.TXT", "");
+  const auto wav = dir.Write("IMG_1.Wav", "");
+  const auto jpg = dir.Write("IMG_1.JPG", "");
+  DirIndex index(dir.Path());
+  using Paths = std::vector<std::string>;
+  const auto all = FindCompanions(raw, {.hasThm = true, .hasBoundJpeg = true}, index);
+  EXPECT_EQ(all.Paths(), (Paths{raw, thm, txt, wav, jpg}));
+  EXPECT_EQ(all.PathsToDelete(), (Paths{raw, thm, jpg, txt, wav}));
+  EXPECT_EQ(FindCompanions(raw, {}, index).Paths(), (Paths{raw, txt, wav}));
+  EXPECT_EQ(FindCompanions(dir / "IMG_1.tif", {}, index).Paths(), (Paths{txt, wav})) << "the file itself is missing";
+}
+
+TEST(CompanionSet, DirectoriesAndFifosAreNoCompanions) {
+  const TempDir dir;
+  const auto image = dir.Write("a.jpg", "");
+  dir.Write("a.txt/inside", "");
+  ASSERT_EQ(::mkfifo((dir / "a.wav").c_str(), 0600), 0);
+  DirIndex index(dir.Path());
+  EXPECT_EQ(FindCompanions(image, {.hasThm = true, .hasBoundJpeg = true}, index).Paths(),
+            std::vector<std::string>{image});
+}
+
+}  // namespace
