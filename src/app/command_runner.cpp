@@ -28,10 +28,16 @@ CommandRunner::CommandRunner(Session& session, CMarrowlanternView& view, CMainFr
 }
 
 void CommandRunner::Run(CommandId id, int argument) {
-  try {
+  Do([&] {
     if (!FindCommand(id).enabled(session_.State())) return;
     CommandContext context{session_, view_, frame_, argument};
     handlers_[static_cast<std::size_t>(id)](context);
+  });
+}
+
+void CommandRunner::Do(const std::function<void()>& act) {
+  try {
+    act();
   } catch (const platform::Cancelled&) {
     // The user knows.
   } catch (const std::exception& error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <span>
 
 #include "app/command_table.h"
@@ -38,8 +39,10 @@ class CommandRunner {
  public:
   /// Throws std::logic_error if a command has no row or not exactly one handler.
   CommandRunner(Session& session, CMarrowlanternView& view, CMainFrame& frame);
-  /// Never throws.
+  /// Neither throws.
   void Run(CommandId id, int argument = 0);
+  /// The same for what the user does in a pane.
+  void Do(const std::function<void()>& act);
 
  private:
   Session& session_;

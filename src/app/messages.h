@@ -3,19 +3,13 @@
 #include <string>
 #include <string_view>
 
-#include "platform/interaction.h"
-
 /// The sentences of the window.
 namespace ml::app {
 
-inline constexpr std::string_view kUsage =
-    "Usage: marrowlantern [-a<#cpu>] [<file>|<directory>]\n   -a<#cpu>  CPU affinity preference (0 to 31)";
-inline constexpr std::string_view kAffinitySkipped = "Skipping SetProcessAffinityMask()";
-
-inline platform::MessageBox ScriptNotFound(const std::string& path) {
-  return {.text = "Script file not found:\n" + path, .icon = platform::BoxIcon::Warning};
-}
 inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
+inline std::string UnableToSaveOrder(const std::string& directory) {
+  return "Unable to save the thumbnail order in:\n" + directory;
+}
 
 inline constexpr std::string_view kOrderFileFilter =
     "Custom Sort Order files (*.xml)|*.xml|Dat files (*.dat)|*.dat|All files (*.*)|*.*||";

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <thread>
 #include <utility>
 
@@ -14,6 +16,9 @@
 
 namespace ml::app {
 namespace {
+
+/// "ExtraLargeThumbnailSize" is a number that anybody may have typed.
+constexpr int kSmallestEdge = 16, kLargestEdge = 2000;
 
 int WorkerThreads() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16); }
 
@@ -35,11 +40,6 @@ imagefiles::ImageFileOptions OptionsOf(const settings::CatalogueSettings& from) 
 
 }  // namespace
 
-int ThumbnailEdge(int sizeMode, int extraLargeSize) {
-  if (sizeMode == 2) return std::clamp(extraLargeSize, 16, 2000);
-  return sizeMode == 1 ? 160 : 80;
-}
-
 Session::Session(settings::Settings remembered, platform::Interaction& ask, std::function<void(int)> thumbnailReady)
     : settings(std::move(remembered)),
       ask_(ask),
@@ -49,7 +49,7 @@ Session::Session(settings::Settings remembered, platform::Interaction& ask, std:
   mode = ViewModeOf(from.thumbnailMode);
   list.sortMethod = static_cast<catalogue::SortMethod>(std::clamp(from.sortMethod, 0, 4));
   list.reverseSort = from.reverseSort != 0;
-  worker_.SetThumbnailSize(ThumbnailEdge(from.thumbnailSize, from.extraLargeThumbnailSize), false);
+  ApplyThumbnailSize();
   catalogue_.SetOptions({.showHidden = from.showHiddenDirectories != 0,
                          .bindJpegToEos1DRaw = from.bindJpegToEos1DRaw != 0,
                          .suppressOrderFile = from.suppressOrderFile != 0});
@@ -85,19 +85,42 @@ CommandState Session::State() const {
   return state;
 }
 
+int Session::ThumbnailEdge() const {
+  const auto& from = settings.catalogue;
+  if (from.thumbnailSize == 2) return std::clamp(from.extraLargeThumbnailSize, kSmallestEdge, kLargestEdge);
+  return from.thumbnailSize == 1 ? 160 : 80;
+}
+
 void Session::SetThumbnailSizeMode(int sizeMode) {
   settings.catalogue.thumbnailSize = sizeMode;
-  worker_.SetThumbnailSize(ThumbnailEdge(sizeMode, settings.catalogue.extraLargeThumbnailSize), true);
+  ApplyThumbnailSize();
+}
+
+void Session::SetThumbnailScale(double scale) {
+  thumbnailScale_ = std::max(scale, 1.0);
+  ApplyThumbnailSize();
+}
+
+void Session::ApplyThumbnailSize() {
+  worker_.SetThumbnailSize(static_cast<int>(std::lround(ThumbnailEdge() * thumbnailScale_)), true);
+}
+
+bool Session::Open(std::span<const std::string> paths) {
+  const auto start = CollectStartFiles(paths, settings.catalogue.bindJpegToEos1DRaw != 0);
+  for (const auto& path : start.missing) {
+    std::fprintf(stderr, "marrowlantern: no such file or directory: %s\n", path.c_str());
+  }
+  if (!start.directory.empty()) {
+    catalogue_.LoadDirectory(start.directory, "");
+    return true;
+  }
+  if (start.files.empty()) return false;
+  if (catalogue_.LoadFileList(start.files) > 0) ShowImage(0);
+  return true;
 }
 
 void Session::FirstLoad(std::span<const std::string> names) {
-  const auto start = CollectStartFiles(names, settings.catalogue.bindJpegToEos1DRaw != 0);
-  if (!start.directory.empty()) return catalogue_.LoadDirectory(start.directory, "");
-  if (!start.files.empty()) {
-    if (catalogue_.LoadFileList(start.files) > 0) ShowImage(0);
-    return;
-  }
-  LoadLastDirectory();
+  if (!Open(names)) LoadLastDirectory();
 }
 
 /// The directory that the program was left in; silent if it is gone.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 
 #include "app/command_state.h"
@@ -62,8 +63,15 @@ class Session final : private catalogue::CatalogueObserver {
 
   /// 0 small, 1 large, 2 extra large; the thumbnails are made again if the size changed.
   void SetThumbnailSizeMode(int sizeMode);
+  /// Pixels of the screen for each of a thumbnail's; at least 1.
+  void SetThumbnailScale(double scale);
+  /// Edge length of the thumbnails before scaling.
+  int ThumbnailEdge() const;
 
-  /// Directory on show, or the images named at start; else the last directory, as the settings want it.
+  /// Shows what `paths` name, see CollectStartFiles; names that lead to nothing are told on standard error. False
+  /// if nothing is left to show.
+  bool Open(std::span<const std::string> paths);
+  /// Open(), or else the directory of the last run where the settings want it.
   void FirstLoad(std::span<const std::string> names);
 
   /// Saves tags and order as when the directory is left, and brings the settings up to date. The worker
@@ -78,14 +86,13 @@ class Session final : private catalogue::CatalogueObserver {
   void ShowImage(int index) override;
 
   void LoadLastDirectory();
+  void ApplyThumbnailSize();
 
   platform::Interaction& ask_;
   SessionObserver* observer_ = nullptr;
+  double thumbnailScale_ = 1;
   catalogue::CThumbnailThread worker_;
   catalogue::Catalogue catalogue_;
 };
-
-/// Edge length in pixels of the thumbnails of a size mode.
-int ThumbnailEdge(int sizeMode, int extraLargeSize);
 
 }  // namespace ml::app

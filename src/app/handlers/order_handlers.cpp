@@ -2,6 +2,7 @@
 #include "app/file_dialogs.h"
 #include "app/messages.h"
 #include "app/session.h"
+#include "platform/errors.h"
 
 namespace ml::app {
 namespace {
@@ -15,7 +16,10 @@ void Sort(CommandContext& context) {
 
 void Reverse(CommandContext& context) { context.session.Images().ToggleReverseSort(); }
 void MoveTaggedToStart(CommandContext& context) { context.session.Images().MoveTaggedToStart(); }
-void SaveOrder(CommandContext& context) { context.session.Images().SaveCustomOrder(); }
+void SaveOrder(CommandContext& context) {
+  auto& images = context.session.Images();
+  if (!images.SaveCustomOrder()) throw platform::UserError(UnableToSaveOrder(images.Directory()));
+}
 
 void SaveOrderAs(CommandContext& context) {
   const auto path = context.session.Ask().saveAs({.title = "Save current thumbnail order to file",

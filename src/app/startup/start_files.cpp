@@ -13,14 +13,14 @@
 namespace ml::app {
 namespace {
 
-enum class Kind { Nothing, Directory, File };
+enum class Kind { Nothing, Directory, File, Other };
 
 /// Devices and pipes are nothing to us: opening one could hang.
 Kind KindOf(const std::string& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0) return Kind::Nothing;
   if (S_ISDIR(status.st_mode)) return Kind::Directory;
-  return S_ISREG(status.st_mode) ? Kind::File : Kind::Nothing;
+  return S_ISREG(status.st_mode) ? Kind::File : Kind::Other;
 }
 
 /// What the catalogue shows in place of `path`.
@@ -49,7 +49,12 @@ StartFiles CollectStartFiles(std::span<const std::string> tokens, bool bindJpegT
     if (token.empty()) break;
     const auto path = platform::AbsolutePath(token);
     const auto kind = KindOf(path);
-    if (kind == Kind::Directory) return {.directory = platform::normaliseDirectory(path), .files = {}};
+    if (kind == Kind::Nothing) result.missing.push_back(path);
+    if (kind == Kind::Directory) {
+      result.directory = platform::normaliseDirectory(path);
+      result.files.clear();
+      break;
+    }
     if (kind != Kind::File) continue;
     auto shown = Shown(path, bindJpegToEos1DRaw);
     const auto* format = imagefiles::FindFormat(shown);

@@ -10,6 +10,7 @@ namespace ml::app {
 struct StartFiles {
   std::string directory;
   std::vector<std::string> files;
+  std::vector<std::string> missing;  ///< names that lead to nothing
 };
 
 /// Looks at `tokens` in turn; relative ones count from the working directory. A directory ends the scan and

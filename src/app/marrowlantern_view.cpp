@@ -1,0 +1,294 @@
+#include "app/marrowlantern_view.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QSplitter>
+#include <QWheelEvent>
+
+#include "app/command_actions.h"
+#include "app/control_column.h"
+#include "app/image_texts.h"
+#include "app/messages.h"
+#include "app/navigation.h"
+#include "app/picture_loader.h"
+#include "app/picture_view.h"
+#include "catalogue/ui/directory_tree.h"
+#include "catalogue/ui/thumbnail_list_view.h"
+#include "platform/ui/path_drop_target.h"
+#include "platform/ui/qt_text.h"
+
+namespace ml::app {
+namespace {
+
+using platform::ui::ToQString;
+
+constexpr int kSmallestPane = 120;
+constexpr int kControlsWidth = 240;
+constexpr int kSummaryHeight = 96;
+/// A window edge that is being dragged sends many sizes.
+constexpr int kResizeMilliseconds = 120;
+constexpr int kNotch = 120;
+
+class WaitCursor {
+ public:
+  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+}  // namespace
+
+CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
+    : QWidget(parent),
+      session_(session),
+      outer_(new QSplitter(Qt::Horizontal, this)),
+      left_(new QSplitter(Qt::Vertical, outer_)),
+      center_(new QSplitter(Qt::Horizontal, outer_)),
+      tree_(new catalogue::ui::DirectoryTree(left_)),
+      thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
+      picture_(new PictureView(center_)),
+      controls_(new ControlColumn(outer_)),
+      summary_(new QLabel(left_)) {
+  session_.SetObserver(this);
+  MakePanes();
+  ConnectPanes();
+}
+
+CMarrowlanternView::~CMarrowlanternView() { session_.SetObserver(nullptr); }
+
+void CMarrowlanternView::MakePanes() {
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(outer_);
+  outer_->setChildrenCollapsible(false);
+  outer_->setStretchFactor(1, 1);
+  left_->setMinimumWidth(kSmallestPane);
+  left_->setStretchFactor(0, 1);
+  left_->setSizes({kSummaryHeight * 4, kSummaryHeight});
+  controls_->setMinimumWidth(kSmallestPane);
+
+  summary_->setAccessibleName(QStringLiteral("Summary"));
+  summary_->setTextFormat(Qt::PlainText);
+  summary_->setWordWrap(true);
+  summary_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  summary_->setMargin(8);
+  summary_->setMinimumSize(1, 1);
+  summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+  const auto& from = session_.settings.catalogue;
+  tree_->SetShowHidden(from.showHiddenDirectories != 0);
+  thumbnails_->SetColours(from.thumbnailBackgroundColour);
+  thumbnails_->SetTagOutline(from.outlineTaggedThumbnails);
+  thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
+  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+}
+
+void CMarrowlanternView::ConnectPanes() {
+  using catalogue::ui::ThumbnailListView;
+  connect(thumbnails_, &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
+  connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) {
+    LoadImage(index, Reload::IfOther);
+    Q_EMIT changed();
+  });
+  connect(thumbnails_, &ThumbnailListView::imageActivated, this, [this] { Q_EMIT commandWanted(CommandId::MainView); });
+  connect(thumbnails_, &ThumbnailListView::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(thumbnails_, &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(thumbnails_, &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
+  connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
+  auto* drops = new platform::ui::PathDropTarget(picture_);
+  connect(drops, &platform::ui::PathDropTarget::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(picture_, &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
+  connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(controls_, &ControlColumn::imageChosen, this, [this](int index) {
+    LoadImage(index, Reload::IfOther);
+    Q_EMIT changed();
+  });
+  connect(outer_, &QSplitter::splitterMoved, this, [this] {
+    if (session_.mode == ViewMode::Thumbnails) session_.settings.catalogue.splitterPos = outer_->sizes().first();
+  });
+  resized_.setSingleShot(true);
+  resized_.setInterval(kResizeMilliseconds);
+  connect(&resized_, &QTimer::timeout, this, [this] {
+    if (session_.mode != ViewMode::Thumbnails) ReloadImage();
+  });
+  picture_->installEventFilter(this);
+}
+
+void CMarrowlanternView::SetActions(const CommandActions& actions) {
+  controls_->SetActions(actions.At(CommandId::PreviousImage), actions.At(CommandId::NextImage));
+  const auto popUp = [this, &actions](const QPoint& where) {
+    QMenu menu(this);
+    for (const auto id : {CommandId::TagImage, CommandId::SelectAll, CommandId::SelectTagged, CommandId::MainView,
+                          CommandId::ThumbnailView, CommandId::RefreshDirectory}) {
+      if (actions.At(id)->isEnabled()) menu.addAction(actions.At(id));
+    }
+    menu.exec(where);
+  };
+  connect(thumbnails_, &catalogue::ui::ThumbnailListView::contextMenuWanted, this, popUp);
+  picture_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(picture_, &QWidget::customContextMenuRequested, this,
+          [this, popUp](const QPoint& where) { popUp(picture_->mapToGlobal(where)); });
+}
+
+void CMarrowlanternView::SetViewMode(ViewMode mode) {
+  const auto old = session_.mode;
+  if (mode == old) return;
+  session_.mode = mode;
+  Q_EMIT colourUnderMouse({});
+  ApplyLayout();
+  if (old == ViewMode::Main) {
+    BringFocusToCurrent();
+  } else {
+    ReloadImage();
+  }
+  FocusMainPane();
+}
+
+/// Coming from the picture, the list stands at the image that was on show. A selection of several images is
+/// not given up for that.
+void CMarrowlanternView::BringFocusToCurrent() {
+  auto& list = session_.list;
+  if (!list.ValidIndex(list.currentIndex)) return;
+  if (list.SelectedCount() < 2) list.SelectOnly(list.currentIndex);
+  list.focusIndex = list.currentIndex;
+  thumbnails_->MarksChanged();
+  thumbnails_->ScrollTo(list.currentIndex, QAbstractItemView::PositionAtTop);
+}
+
+void CMarrowlanternView::ApplyLayout() {
+  const auto mode = session_.mode;
+  const auto& from = session_.settings.catalogue;
+  const bool inMain = mode == ViewMode::Main;
+  const bool controls = inMain && from.fullView == 0;
+  left_->setVisible(mode == ViewMode::Thumbnails);
+  thumbnails_->setVisible(!inMain);
+  picture_->setVisible(mode != ViewMode::Thumbnails);
+  controls_->setVisible(controls);
+  const int left = mode == ViewMode::Thumbnails ? std::max(from.splitterPos, kSmallestPane) : 0;
+  const int right = controls ? kControlsWidth : 0;
+  outer_->setSizes({left, std::max(width() - left - right, kSmallestPane), right});
+}
+
+void CMarrowlanternView::ThumbnailSizeChanged() {
+  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+  session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
+}
+
+void CMarrowlanternView::BlackAndWhiteChanged() {
+  thumbnails_->SetBlackAndWhite(session_.blackAndWhite);
+  ReloadImage();
+}
+
+void CMarrowlanternView::ThumbnailReady(int index) {
+  if (session_.mode != ViewMode::Main) thumbnails_->ItemReady(index);
+}
+
+void CMarrowlanternView::Refresh() {
+  const auto text = ToQString(SummaryText(session_));
+  controls_->Refresh(session_.list, text);
+  summary_->setText(text);
+}
+
+void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
+
+void CMarrowlanternView::FocusList() {
+  if (session_.mode != ViewMode::Main && !thumbnails_->hasFocus()) thumbnails_->setFocus();
+}
+
+void CMarrowlanternView::FocusMainPane() {
+  session_.mode == ViewMode::Main ? picture_->setFocus() : thumbnails_->setFocus();
+}
+
+bool CMarrowlanternView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == picture_ && event->type() == QEvent::Resize && session_.mode != ViewMode::Thumbnails) resized_.start();
+  if (watched == picture_ && event->type() == QEvent::Wheel) {
+    TurnWheel(static_cast<QWheelEvent&>(*event));
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void CMarrowlanternView::TurnWheel(QWheelEvent& event) {
+  event.accept();
+  if (session_.mode != ViewMode::Main || event.modifiers().testFlag(Qt::ControlModifier)) return;
+  // With Shift some desktops turn the wheel sideways.
+  const QPoint delta = event.angleDelta();
+  wheelRest_ += delta.y() != 0 ? delta.y() : delta.x();
+  const int notches = wheelRest_ / kNotch;
+  wheelRest_ -= notches * kNotch;
+  const int step = WheelStep(notches, event.modifiers().testFlag(Qt::ShiftModifier));
+  const auto& list = session_.list;
+  const int index = StepIndex(list.currentIndex, step, list.Count(), session_.settings.catalogue.wraparound != 0);
+  if (index < 0 || index == list.currentIndex) return;
+  LoadImage(index, Reload::Force);
+  Q_EMIT changed();
+}
+
+void CMarrowlanternView::DirectoryShown(const std::string& directory) { tree_->SetDirectory(directory); }
+
+void CMarrowlanternView::ListReplaced() {
+  thumbnails_->SetEmptyText(ToQString(EmptyText(session_)));
+  thumbnails_->ListReplaced();
+  controls_->ListReplaced(session_.list);
+}
+
+void CMarrowlanternView::ListReordered() {
+  thumbnails_->ListReordered();
+  controls_->ListReplaced(session_.list);
+}
+
+void CMarrowlanternView::ShowImage(int index) { LoadImage(index, Reload::Force); }
+
+void CMarrowlanternView::RecentDirectoriesChanged() { Q_EMIT recentDirectoriesChanged(); }
+
+void CMarrowlanternView::SetCurrent(int index) {
+  auto& list = session_.list;
+  list.currentIndex = list.ValidIndex(index) ? index : -1;
+  list.currentPath = list.currentIndex < 0 ? std::string() : list.files[static_cast<std::size_t>(index)];
+}
+
+void CMarrowlanternView::LoadImage(int index, Reload reload) {
+  platform::PauseGuard pause(session_.Worker());
+  auto& list = session_.list;
+  if (list.Empty()) {
+    SetCurrent(-1);
+    session_.current = {};
+    picture_->Clear();
+    return;
+  }
+  if (!list.ValidIndex(index)) return;
+  if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
+  if (index == list.currentIndex && reload == Reload::IfOther) return;
+  SetCurrent(index);
+  ShowPicture(index);
+  const auto* item = session_.Worker().Item(index);
+  if (!item || !item->hasViewingJpeg) return;
+  session_.Worker().InvalidateEntries({index});
+  pause.Again();
+}
+
+/// The worker stands still. The picture on show is replaced only when the new one is ready.
+void CMarrowlanternView::ShowPicture(int index) {
+  const WaitCursor wait;
+  const auto& path = session_.list.files[static_cast<std::size_t>(index)];
+  auto picture = LoadPicture(path, Limits(), session_.ImageOptions(), session_.Quality());
+  session_.current = {
+      .width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
+  if (picture.failure.empty()) {
+    picture_->SetPicture(std::move(picture.pixels));
+  } else {
+    picture_->SetMessage(ToQString(picture.failure));
+  }
+}
+
+imagefiles::DisplayLimits CMarrowlanternView::Limits() const {
+  const double ratio = picture_->devicePixelRatioF();
+  const auto pixels = [ratio](int length) { return static_cast<int>(length * ratio); };
+  return DisplayLimitsFor(pixels(picture_->width()), pixels(picture_->height()),
+                          controls_->isVisibleTo(this) ? pixels(controls_->width()) : 0);
+}
+
+}  // namespace ml::app
