@@ -27,13 +27,13 @@ std::size_t MemorySource::ReadSome(std::uint64_t offset, std::span<std::byte> ou
 }
 
 std::size_t FileSource::ReadSome(std::uint64_t offset, std::span<std::byte> out) const {
-  if (out.size() > window_.size()) return file_.ReadAt(offset, out);
+  if (out.size() > window_.size()) return file_.Read(offset, out);
   const bool inside = offset >= windowOffset_ && offset - windowOffset_ <= windowSize_ &&
                       out.size() <= windowSize_ - (offset - windowOffset_);
   if (!inside) {
     windowSize_ = 0;  // stays so if the read throws
     windowOffset_ = offset;
-    windowSize_ = file_.ReadAt(offset, window_);
+    windowSize_ = file_.Read(offset, window_);
   }
   const auto start = static_cast<std::size_t>(offset - windowOffset_);
   const auto count = std::min(out.size(), windowSize_ - start);
