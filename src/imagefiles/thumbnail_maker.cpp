@@ -1,7 +1,5 @@
 #include "imagefiles/thumbnail_maker.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 
 #include "imagefiles/format_table.h"
@@ -14,6 +12,7 @@
 #include "platform/companion_set.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 #include "platform/readable_file.h"
 
 namespace ml::imagefiles {
@@ -59,10 +58,10 @@ imaging::PixelBuffer EmbeddedThumbnail(const metadata::ByteSource& source, int s
 std::string FindThm(const std::string& path) {
   for (const auto* extension : {".thm", ".THM"}) {
     auto candidate = platform::WithExtension(path, extension);
-    struct stat status {};
-    if (::stat(candidate.c_str(), &status) == 0) return candidate;
+    if (platform::IsRegularFile(candidate)) return candidate;
   }
-  platform::DirIndex index{std::string(platform::DirectoryOf(path))};
+  const auto directory = platform::DirectoryOf(path);
+  platform::DirIndex index(directory.empty() ? "." : std::string(directory));
   return platform::FindCompanion(path, ".thm", index);
 }
 

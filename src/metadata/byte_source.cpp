@@ -11,6 +11,13 @@ std::vector<std::byte> ByteSource::Read(std::uint64_t offset, std::size_t length
   return bytes;
 }
 
+std::vector<std::byte> ByteSource::ReadUpTo(std::uint64_t offset, std::size_t length) const {
+  const auto rest = Size() - std::min(Size(), offset);
+  std::vector<std::byte> bytes(static_cast<std::size_t>(std::min<std::uint64_t>(length, rest)));
+  bytes.resize(ReadSome(offset, bytes));
+  return bytes;
+}
+
 std::uint32_t ByteSource::ReadNumber(std::uint64_t offset, std::size_t width, ByteOrder order) const {
   std::array<std::byte, 4> bytes{};
   const std::span<std::byte> used(bytes.data(), width);
