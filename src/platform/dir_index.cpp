@@ -74,4 +74,10 @@ std::optional<std::string> DirIndex::FindListed(std::string_view name) const {
   return sameStem != names.end() ? *sameStem : names.front();
 }
 
+DirIndex& DirIndexes::Of(const std::string& directory) {
+  const auto [index, isNew] = indexes_.try_emplace(directory, directory);
+  if (isNew) index->second.Refresh();
+  return index->second;
+}
+
 }  // namespace ml::platform

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <ctime>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,6 +44,16 @@ class DirIndex {
   std::unordered_map<std::string, std::vector<std::string>> names_;  ///< folded name: names on disk, ascending
   Stamp stamp_;
   bool trusted_ = false;
+};
+
+/// The indexes of several directories, each read when it is first asked for: for one piece of work over many
+/// files, with FindListed.
+class DirIndexes {
+ public:
+  DirIndex& Of(const std::string& directory);
+
+ private:
+  std::map<std::string, DirIndex> indexes_;
 };
 
 }  // namespace ml::platform
