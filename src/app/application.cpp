@@ -9,12 +9,14 @@
 #include <span>
 
 #include "app/exit_signals.h"
+#include "app/icons.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "app/startup/affinity.h"
 #include "app/startup/messages.h"
 #include "app/startup/start_options.h"
+#include "app/system_scheme.h"
 #include "app/theme.h"
 #include "app/thumbnail_relay.h"
 #include "app/window_interaction.h"
@@ -36,6 +38,7 @@ void PrepareToolkit() {
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName(QStringLiteral("Marrowlantern"));
   QApplication::setApplicationVersion(QStringLiteral("1.0.0-dev"));
+  QApplication::setWindowIcon(ApplicationIcon());
   QApplication::setDesktopFileName(QStringLiteral("com.tarnwick.Marrowlantern"));
 }
 
@@ -81,7 +84,10 @@ void SaveForSessionEnd(CMainFrame& frame, Session& session, settings::SettingsSt
 int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&, Session&)>& loaded) {
   QApplication application(argc, argv);
   PrepareToolkit();
-  ApplyTheme(application);
+  const SystemScheme scheme(&application);
+  ApplyTheme(application, scheme.Current());
+  QObject::connect(&scheme, &SystemScheme::changed, &application,
+                   [&application](Scheme wanted) { ApplyTheme(application, wanted); });
   WindowInteraction ask;
   StartArguments start;
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));

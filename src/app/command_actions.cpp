@@ -20,11 +20,38 @@ using platform::ui::ToQString;
 
 /// Nothing stands for a line between groups.
 constexpr std::optional<CommandId> kToolBar[] = {
-    CommandId::OpenDirectory,   CommandId::ParentDirectory,      std::nullopt,
-    CommandId::MainView,        CommandId::ThumbnailView,        std::nullopt,
-    CommandId::PreviousImage,   CommandId::NextImage,            std::nullopt,
-    CommandId::TagImage,        std::nullopt,                    CommandId::SmallThumbnails,
-    CommandId::LargeThumbnails, CommandId::ExtraLargeThumbnails,
+    CommandId::OpenDirectory,
+    CommandId::ParentDirectory,
+    std::nullopt,
+    CommandId::MainView,
+    CommandId::ThumbnailView,
+    std::nullopt,
+    CommandId::PreviousImage,
+    CommandId::NextImage,
+    std::nullopt,
+    CommandId::TagImage,
+    std::nullopt,
+    CommandId::SmallThumbnails,
+    CommandId::LargeThumbnails,
+    CommandId::ExtraLargeThumbnails,
+};
+
+/// What is off stays out of it, so that each mode has its own.
+constexpr std::optional<CommandId> kContextMenu[] = {
+    CommandId::PreviousImage,
+    CommandId::NextImage,
+    std::nullopt,
+    CommandId::TagImage,
+    CommandId::AddTag,
+    CommandId::RemoveTag,
+    std::nullopt,
+    CommandId::SelectAll,
+    CommandId::InvertSelection,
+    CommandId::SelectTagged,
+    CommandId::MoveTaggedToStart,
+    std::nullopt,
+    CommandId::ToggleView,
+    CommandId::RefreshDirectory,
 };
 
 QString WithoutMnemonic(std::string_view text) { return ToQString(text).remove(QLatin1Char('&')); }
@@ -38,7 +65,7 @@ QAction* MakeAction(const CommandRow& row, QObject* parent) {
   action->setStatusTip(tip);
   if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
   action->setToolTip(tip);
-  if (!row.icon.empty()) action->setIcon(CommandIcon(ToQString(row.icon)));
+  if (row.icon) action->setIcon(CommandIcon(*row.icon));
   action->setCheckable(row.mark != Mark::None);
   return action;
 }
@@ -117,6 +144,19 @@ void CommandActions::FillToolBar(QToolBar& bar) {
     for (auto* entry : recent_) menu->addAction(entry);
     button->setMenu(menu);
     button->setPopupMode(QToolButton::MenuButtonPopup);
+  }
+}
+
+void CommandActions::FillContextMenu(QMenu& menu) const {
+  bool pending = false;
+  for (const auto& id : kContextMenu) {
+    if (!id) {
+      pending = !menu.isEmpty();
+    } else if (At(*id)->isEnabled()) {
+      if (pending) menu.addSeparator();
+      pending = false;
+      menu.addAction(At(*id));
+    }
   }
 }
 

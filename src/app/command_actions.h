@@ -30,6 +30,8 @@ class CommandActions final : public QObject {
 
   void FillMenuBar(QMenuBar& bar);
   void FillToolBar(QToolBar& bar);
+  /// What can be done now with the images in a pane.
+  void FillContextMenu(QMenu& menu) const;
   /// The entries for `recent`, in the File menu and below the button for opening.
   void ShowRecent(const settings::RecentDirectories& recent);
 

@@ -4,12 +4,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QSignalBlocker>
 #include <QStringListModel>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "app/summary_pane.h"
 #include "platform/paths.h"
 #include "platform/ui/qt_text.h"
 
@@ -35,17 +35,11 @@ ControlColumn::ControlColumn(QWidget* parent)
       tagged_(new QCheckBox(QStringLiteral("&Tagged"), this)),
       previous_(MakeButton(this)),
       next_(MakeButton(this)),
-      summary_(new QLabel(this)) {
+      summary_(new SummaryPane(this)) {
   names_->setAccessibleName(QStringLiteral("Image name"));
   names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   names_->setMinimumContentsLength(12);
   names_->setModel(new QStringListModel(names_));
-  summary_->setAccessibleName(QStringLiteral("Summary"));
-  summary_->setTextFormat(Qt::PlainText);
-  summary_->setWordWrap(true);
-  summary_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-  summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->setSpacing(kMargin);
@@ -75,14 +69,14 @@ void ControlColumn::ListReplaced(const catalogue::ImageList& list) {
   names_->setCurrentIndex(list.currentIndex);
 }
 
-void ControlColumn::Refresh(const catalogue::ImageList& list, const QString& summary) {
+void ControlColumn::Refresh(const catalogue::ImageList& list, const std::string& summary) {
   const QSignalBlocker blocker(names_);
   const bool valid = list.ValidIndex(list.currentIndex);
   names_->setEnabled(!list.Empty());
   names_->setCurrentIndex(valid ? list.currentIndex : -1);
   tagged_->setEnabled(valid);
   tagged_->setChecked(valid && list.marks[static_cast<std::size_t>(list.currentIndex)].tagged);
-  summary_->setText(summary);
+  summary_->SetText(summary);
 }
 
 }  // namespace ml::app

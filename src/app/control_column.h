@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
 
 #include "catalogue/image_list.h"
 
@@ -8,11 +9,12 @@ QT_BEGIN_NAMESPACE
 class QAction;
 class QCheckBox;
 class QComboBox;
-class QLabel;
 class QToolButton;
 QT_END_NAMESPACE
 
 namespace ml::app {
+
+class SummaryPane;
 
 /// The column beside the picture in the main view: names, tag, neighbours, summary.
 class ControlColumn final : public QWidget {
@@ -26,7 +28,7 @@ class ControlColumn final : public QWidget {
   /// All names of the list.
   void ListReplaced(const catalogue::ImageList& list);
   /// The current image and its tag.
-  void Refresh(const catalogue::ImageList& list, const QString& summary);
+  void Refresh(const catalogue::ImageList& list, const std::string& summary);
 
  Q_SIGNALS:
   void imageChosen(int index);
@@ -37,7 +39,7 @@ class ControlColumn final : public QWidget {
   QCheckBox* tagged_;
   QToolButton* previous_;
   QToolButton* next_;
-  QLabel* summary_;
+  SummaryPane* summary_;
 };
 
 }  // namespace ml::app

@@ -73,7 +73,8 @@ void CMainFrame::MakeStatusBar() {
 }
 
 void CMainFrame::Connect() {
-  connect(actions_, &CommandActions::triggered, this, [this](CommandId id, int argument) { runner_->Run(id, argument); });
+  connect(actions_, &CommandActions::triggered, this,
+          [this](CommandId id, int argument) { runner_->Run(id, argument); });
   connect(view_, &CMarrowlanternView::commandWanted, this, [this](CommandId id) { runner_->Run(id); });
   connect(view_, &CMarrowlanternView::changed, this, &CMainFrame::UpdateState);
   connect(view_, &CMarrowlanternView::colourUnderMouse, colour_, &QLabel::setText);
@@ -82,9 +83,8 @@ void CMainFrame::Connect() {
   connect(view_, &CMarrowlanternView::directoryChosen, this, [this](const std::string& directory) {
     runner_->Do([&] { session_.Images().LoadDirectory(directory, ""); });
   });
-  connect(view_, &CMarrowlanternView::pathsDropped, this, [this](const std::vector<std::string>& paths) {
-    runner_->Do([&] { session_.Open(paths); });
-  });
+  connect(view_, &CMarrowlanternView::pathsDropped, this,
+          [this](const std::vector<std::string>& paths) { runner_->Do([&] { session_.Open(paths); }); });
   madeTimer_.setSingleShot(true);
   madeTimer_.setInterval(kMadeTextMilliseconds);
   connect(&madeTimer_, &QTimer::timeout, this, &CMainFrame::ShowMadeText);

@@ -2,10 +2,8 @@
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QSplitter>
-#include <QWheelEvent>
 
 #include "app/command_actions.h"
 #include "app/control_column.h"
@@ -14,9 +12,9 @@
 #include "app/navigation.h"
 #include "app/picture_loader.h"
 #include "app/picture_view.h"
+#include "app/summary_pane.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
-#include "platform/ui/path_drop_target.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -27,9 +25,6 @@ using platform::ui::ToQString;
 constexpr int kSmallestPane = 120;
 constexpr int kControlsWidth = 240;
 constexpr int kSummaryHeight = 96;
-/// A window edge that is being dragged sends many sizes.
-constexpr int kResizeMilliseconds = 120;
-constexpr int kNotch = 120;
 
 class WaitCursor {
  public:
@@ -51,10 +46,12 @@ CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
       thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
       picture_(new PictureView(center_)),
       controls_(new ControlColumn(outer_)),
-      summary_(new QLabel(left_)) {
+      summary_(new SummaryPane(left_)) {
   session_.SetObserver(this);
   MakePanes();
-  ConnectPanes();
+  ConnectList();
+  ConnectPicture();
+  ConnectRest();
 }
 
 CMarrowlanternView::~CMarrowlanternView() { session_.SetObserver(nullptr); }
@@ -70,14 +67,6 @@ void CMarrowlanternView::MakePanes() {
   left_->setSizes({kSummaryHeight * 4, kSummaryHeight});
   controls_->setMinimumWidth(kSmallestPane);
 
-  summary_->setAccessibleName(QStringLiteral("Summary"));
-  summary_->setTextFormat(Qt::PlainText);
-  summary_->setWordWrap(true);
-  summary_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-  summary_->setMargin(8);
-  summary_->setMinimumSize(1, 1);
-  summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
   const auto& from = session_.settings.catalogue;
   tree_->SetShowHidden(from.showHiddenDirectories != 0);
   thumbnails_->SetColours(from.thumbnailBackgroundColour);
@@ -86,51 +75,44 @@ void CMarrowlanternView::MakePanes() {
   thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
 }
 
-void CMarrowlanternView::ConnectPanes() {
+void CMarrowlanternView::ConnectList() {
   using catalogue::ui::ThumbnailListView;
   connect(thumbnails_, &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
-  connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) {
-    LoadImage(index, Reload::IfOther);
-    Q_EMIT changed();
-  });
+  connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) { GoTo(index, Reload::IfOther); });
   connect(thumbnails_, &ThumbnailListView::imageActivated, this, [this] { Q_EMIT commandWanted(CommandId::MainView); });
   connect(thumbnails_, &ThumbnailListView::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
   connect(thumbnails_, &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(thumbnails_, &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
-  connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
-  auto* drops = new platform::ui::PathDropTarget(picture_);
-  connect(drops, &platform::ui::PathDropTarget::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+}
+
+void CMarrowlanternView::ConnectPicture() {
   connect(picture_, &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
-  connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
-  connect(controls_, &ControlColumn::imageChosen, this, [this](int index) {
-    LoadImage(index, Reload::IfOther);
-    Q_EMIT changed();
+  connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
+  connect(picture_, &PictureView::doubleClicked, this, [this] { Q_EMIT commandWanted(CommandId::ToggleView); });
+  connect(picture_, &PictureView::pixelSizeChanged, this, [this] {
+    if (session_.mode != ViewMode::Thumbnails) ReloadImage();
   });
+}
+
+void CMarrowlanternView::ConnectRest() {
+  connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
+  connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(controls_, &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
   connect(outer_, &QSplitter::splitterMoved, this, [this] {
     if (session_.mode == ViewMode::Thumbnails) session_.settings.catalogue.splitterPos = outer_->sizes().first();
   });
-  resized_.setSingleShot(true);
-  resized_.setInterval(kResizeMilliseconds);
-  connect(&resized_, &QTimer::timeout, this, [this] {
-    if (session_.mode != ViewMode::Thumbnails) ReloadImage();
-  });
-  picture_->installEventFilter(this);
 }
 
 void CMarrowlanternView::SetActions(const CommandActions& actions) {
   controls_->SetActions(actions.At(CommandId::PreviousImage), actions.At(CommandId::NextImage));
   const auto popUp = [this, &actions](const QPoint& where) {
     QMenu menu(this);
-    for (const auto id : {CommandId::TagImage, CommandId::SelectAll, CommandId::SelectTagged, CommandId::MainView,
-                          CommandId::ThumbnailView, CommandId::RefreshDirectory}) {
-      if (actions.At(id)->isEnabled()) menu.addAction(actions.At(id));
-    }
+    actions.FillContextMenu(menu);
     menu.exec(where);
   };
   connect(thumbnails_, &catalogue::ui::ThumbnailListView::contextMenuWanted, this, popUp);
-  picture_->setContextMenuPolicy(Qt::CustomContextMenu);
-  connect(picture_, &QWidget::customContextMenuRequested, this,
-          [this, popUp](const QPoint& where) { popUp(picture_->mapToGlobal(where)); });
+  connect(picture_, &PictureView::contextMenuWanted, this, popUp);
 }
 
 void CMarrowlanternView::SetViewMode(ViewMode mode) {
@@ -177,19 +159,16 @@ void CMarrowlanternView::ThumbnailSizeChanged() {
   session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
 }
 
-void CMarrowlanternView::BlackAndWhiteChanged() {
-  thumbnails_->SetBlackAndWhite(session_.blackAndWhite);
-  ReloadImage();
-}
+void CMarrowlanternView::BlackAndWhiteChanged() { ReloadImage(); }
 
 void CMarrowlanternView::ThumbnailReady(int index) {
   if (session_.mode != ViewMode::Main) thumbnails_->ItemReady(index);
 }
 
 void CMarrowlanternView::Refresh() {
-  const auto text = ToQString(SummaryText(session_));
+  const auto text = SummaryText(session_);
   controls_->Refresh(session_.list, text);
-  summary_->setText(text);
+  summary_->SetText(text);
 }
 
 void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
@@ -202,28 +181,16 @@ void CMarrowlanternView::FocusMainPane() {
   session_.mode == ViewMode::Main ? picture_->setFocus() : thumbnails_->setFocus();
 }
 
-bool CMarrowlanternView::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == picture_ && event->type() == QEvent::Resize && session_.mode != ViewMode::Thumbnails) resized_.start();
-  if (watched == picture_ && event->type() == QEvent::Wheel) {
-    TurnWheel(static_cast<QWheelEvent&>(*event));
-    return true;
-  }
-  return QWidget::eventFilter(watched, event);
+void CMarrowlanternView::TurnWheel(int notches, Qt::KeyboardModifiers modifiers) {
+  if (session_.mode != ViewMode::Main || modifiers.testFlag(Qt::ControlModifier)) return;
+  const auto& list = session_.list;
+  const int step = WheelStep(notches, modifiers.testFlag(Qt::ShiftModifier));
+  const int index = StepIndex(list.currentIndex, step, list.Count(), session_.settings.catalogue.wraparound != 0);
+  if (index >= 0 && index != list.currentIndex) GoTo(index, Reload::Force);
 }
 
-void CMarrowlanternView::TurnWheel(QWheelEvent& event) {
-  event.accept();
-  if (session_.mode != ViewMode::Main || event.modifiers().testFlag(Qt::ControlModifier)) return;
-  // With Shift some desktops turn the wheel sideways.
-  const QPoint delta = event.angleDelta();
-  wheelRest_ += delta.y() != 0 ? delta.y() : delta.x();
-  const int notches = wheelRest_ / kNotch;
-  wheelRest_ -= notches * kNotch;
-  const int step = WheelStep(notches, event.modifiers().testFlag(Qt::ShiftModifier));
-  const auto& list = session_.list;
-  const int index = StepIndex(list.currentIndex, step, list.Count(), session_.settings.catalogue.wraparound != 0);
-  if (index < 0 || index == list.currentIndex) return;
-  LoadImage(index, Reload::Force);
+void CMarrowlanternView::GoTo(int index, Reload reload) {
+  LoadImage(index, reload);
   Q_EMIT changed();
 }
 
@@ -256,6 +223,7 @@ void CMarrowlanternView::LoadImage(int index, Reload reload) {
   if (list.Empty()) {
     SetCurrent(-1);
     session_.current = {};
+    picture_->SetMessage(ToQString(EmptyText(session_)));
     picture_->Clear();
     return;
   }
@@ -275,20 +243,15 @@ void CMarrowlanternView::ShowPicture(int index) {
   const WaitCursor wait;
   const auto& path = session_.list.files[static_cast<std::size_t>(index)];
   auto picture = LoadPicture(path, Limits(), session_.ImageOptions(), session_.Quality());
-  session_.current = {
-      .width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
-  if (picture.failure.empty()) {
-    picture_->SetPicture(std::move(picture.pixels));
-  } else {
-    picture_->SetMessage(ToQString(picture.failure));
-  }
+  session_.current = {.width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
+  picture_->SetMessage(ToQString(picture.failure));
+  picture_->SetPicture(std::move(picture.pixels));
 }
 
 imagefiles::DisplayLimits CMarrowlanternView::Limits() const {
-  const double ratio = picture_->devicePixelRatioF();
-  const auto pixels = [ratio](int length) { return static_cast<int>(length * ratio); };
-  return DisplayLimitsFor(pixels(picture_->width()), pixels(picture_->height()),
-                          controls_->isVisibleTo(this) ? pixels(controls_->width()) : 0);
+  const auto room = picture_->PixelSize();
+  const double column = controls_->isVisibleTo(this) ? controls_->width() * controls_->devicePixelRatioF() : 0;
+  return DisplayLimitsFor(room.width(), room.height(), static_cast<int>(column));
 }
 
 }  // namespace ml::app

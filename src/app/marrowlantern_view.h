@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -8,7 +7,6 @@
 #include "app/session.h"
 
 QT_BEGIN_NAMESPACE
-class QLabel;
 class QSplitter;
 QT_END_NAMESPACE
 
@@ -22,6 +20,7 @@ namespace ml::app {
 class CommandActions;
 class ControlColumn;
 class PictureView;
+class SummaryPane;
 
 enum class Reload { IfOther, Force };
 
@@ -65,9 +64,6 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void colourUnderMouse(const QString& text);
   void recentDirectoriesChanged();
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void DirectoryShown(const std::string& directory) override;
   void ListReplaced() override;
@@ -76,12 +72,15 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void RecentDirectoriesChanged() override;
 
   void MakePanes();
-  void ConnectPanes();
+  void ConnectList();
+  void ConnectPicture();
+  void ConnectRest();
   void SetCurrent(int index);
   void ShowPicture(int index);
   void BringFocusToCurrent();
   imagefiles::DisplayLimits Limits() const;
-  void TurnWheel(QWheelEvent& event);
+  void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);
+  void GoTo(int index, Reload reload);
 
   Session& session_;
   QSplitter* outer_;
@@ -91,9 +90,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   catalogue::ui::ThumbnailListView* thumbnails_;
   PictureView* picture_;
   ControlColumn* controls_;
-  QLabel* summary_;
-  QTimer resized_;
-  int wheelRest_ = 0;  ///< eighths of a degree that make no whole notch yet
+  SummaryPane* summary_;
 };
 
 }  // namespace ml::app

@@ -43,7 +43,8 @@ imagefiles::ImageFileOptions OptionsOf(const settings::CatalogueSettings& from) 
 Session::Session(settings::Settings remembered, platform::Interaction& ask, std::function<void(int)> thumbnailReady)
     : settings(std::move(remembered)),
       ask_(ask),
-      worker_(list, catalogue::ImageItemMaker(OptionsOf(settings.catalogue)), std::move(thumbnailReady), WorkerThreads()),
+      worker_(list, catalogue::ImageItemMaker(OptionsOf(settings.catalogue)), std::move(thumbnailReady),
+              WorkerThreads()),
       catalogue_(list, worker_, ask, *this) {
   const auto& from = settings.catalogue;
   mode = ViewModeOf(from.thumbnailMode);

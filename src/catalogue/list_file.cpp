@@ -36,7 +36,7 @@ ListFileText ReadListFile(const std::string& path) {
     const platform::ReadableFile file(path);
     if (file.Size() > kLargestListFile) return {ReadState::Unreadable, {}};
     std::string text(file.Size(), '\0');
-    const auto read = file.ReadAt(0, std::as_writable_bytes(std::span(text)));
+    const auto read = file.Read(0, std::as_writable_bytes(std::span(text)));
     text.resize(read);
     return {ReadState::Read, std::move(text)};
   } catch (const platform::UserError&) {

@@ -57,24 +57,22 @@ struct RuleCase {
 
 class CommandRules : public testing::TestWithParam<RuleCase> {};
 
-TEST_P(CommandRules, DecideWhatIsOn) {
-  EXPECT_EQ(FindCommand(GetParam().id).enabled(GetParam().state), GetParam().on);
-}
+TEST_P(CommandRules, DecideWhatIsOn) { EXPECT_EQ(FindCommand(GetParam().id).enabled(GetParam().state), GetParam().on); }
 
-INSTANTIATE_TEST_SUITE_P(
-    Navigation, CommandRules,
-    testing::Values(RuleCase{"NextInTheMiddle", Id::NextImage, Main(3, 1), true},
-                    RuleCase{"NextAtTheEnd", Id::NextImage, Main(3, 2), false},
-                    RuleCase{"NextAroundTheEnd", Id::NextImage, Around(Main(3, 2)), true},
-                    RuleCase{"NextOfOne", Id::NextImage, Around(Main(1, 0)), false},
-                    RuleCase{"NextOfNone", Id::NextImage, Main(0, -1), false},
-                    RuleCase{"NextOfNoneAround", Id::NextImage, Around(Main(0, -1)), true},
-                    RuleCase{"NextInThumbnails", Id::NextImage, Thumbs(3, 0), false},
-                    RuleCase{"PreviousAtTheStart", Id::PreviousImage, Main(3, 0), false},
-                    RuleCase{"PreviousAroundTheStart", Id::PreviousImage, Around(Main(3, 0)), true},
-                    RuleCase{"PreviousInTheMiddle", Id::PreviousImage, Main(3, 1), true},
-                    RuleCase{"PreviousOfOne", Id::PreviousImage, Around(Main(1, 0)), false}),
-    [](const auto& c) { return std::string(c.param.name); });
+INSTANTIATE_TEST_SUITE_P(Navigation, CommandRules,
+                         testing::Values(RuleCase{"NextInTheMiddle", Id::NextImage, Main(3, 1), true},
+                                         RuleCase{"NextAtTheEnd", Id::NextImage, Main(3, 2), false},
+                                         RuleCase{"NextAroundTheEnd", Id::NextImage, Around(Main(3, 2)), true},
+                                         RuleCase{"NextOfOne", Id::NextImage, Around(Main(1, 0)), false},
+                                         RuleCase{"NextOfNone", Id::NextImage, Main(0, -1), false},
+                                         RuleCase{"NextOfNoneAround", Id::NextImage, Around(Main(0, -1)), true},
+                                         RuleCase{"NextInThumbnails", Id::NextImage, Thumbs(3, 0), false},
+                                         RuleCase{"PreviousAtTheStart", Id::PreviousImage, Main(3, 0), false},
+                                         RuleCase{"PreviousAroundTheStart", Id::PreviousImage, Around(Main(3, 0)),
+                                                  true},
+                                         RuleCase{"PreviousInTheMiddle", Id::PreviousImage, Main(3, 1), true},
+                                         RuleCase{"PreviousOfOne", Id::PreviousImage, Around(Main(1, 0)), false}),
+                         [](const auto& c) { return std::string(c.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     TagsAndSelection, CommandRules,

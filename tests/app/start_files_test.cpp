@@ -53,8 +53,7 @@ TEST_F(StartFilesTest, CompanionsStandForTheirRawFiles) {
   for (const auto* name : {"A.THM", "A.CRW", "lonely.thm", "small.jpg", "small.tif"}) dir.Write(name, "x");
   dir.Write("raw.jpg", "x");
   dir.Write("raw.TIF", Eos1DRaw());
-  EXPECT_EQ(Files({"A.THM", "lonely.thm", "small.jpg", "raw.jpg", "A.CRW"}),
-            (Names{"A.CRW", "small.jpg", "raw.TIF"}));
+  EXPECT_EQ(Files({"A.THM", "lonely.thm", "small.jpg", "raw.jpg", "A.CRW"}), (Names{"A.CRW", "small.jpg", "raw.TIF"}));
   EXPECT_EQ(Files({"raw.jpg"}, false), (Names{"raw.jpg"}));
 }
 

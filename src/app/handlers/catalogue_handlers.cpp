@@ -30,8 +30,10 @@ void RecentDirectory(CommandContext& context) {
 void Quit(CommandContext& context) { context.frame.close(); }
 
 constexpr HandlerRow kHandlers[] = {
-    {CommandId::OpenDirectory, OpenDirectory},     {CommandId::ParentDirectory, ParentDirectory},
-    {CommandId::RefreshDirectory, Refresh},        {CommandId::RecentDirectory, RecentDirectory},
+    {CommandId::OpenDirectory, OpenDirectory},
+    {CommandId::ParentDirectory, ParentDirectory},
+    {CommandId::RefreshDirectory, Refresh},
+    {CommandId::RecentDirectory, RecentDirectory},
     {CommandId::Quit, Quit},
 };
 

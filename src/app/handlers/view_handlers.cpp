@@ -50,9 +50,7 @@ void Go(CommandContext& context) {
 }
 
 void GoToFirst(CommandContext& context) { context.view.LoadImage(0, Reload::IfOther); }
-void GoToLast(CommandContext& context) {
-  context.view.LoadImage(context.session.list.Count() - 1, Reload::IfOther);
-}
+void GoToLast(CommandContext& context) { context.view.LoadImage(context.session.list.Count() - 1, Reload::IfOther); }
 
 void ToggleWraparound(CommandContext& context) {
   auto& on = context.session.settings.catalogue.wraparound;
