@@ -65,7 +65,7 @@ QAction* MakeAction(const CommandRow& row, QObject* parent) {
   action->setStatusTip(tip);
   if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
   action->setToolTip(tip);
-  if (row.icon) action->setIcon(CommandIcon(*row.icon));
+  if (!row.icon.empty()) action->setIcon(CommandIcon(ToQString(row.icon)));
   action->setCheckable(row.mark != Mark::None);
   return action;
 }

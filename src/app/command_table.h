@@ -1,11 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <span>
 #include <string_view>
 
 #include "app/command_state.h"
-#include "app/icon_id.h"
 
 /// Everything the user can tell the window to do: one row a command. Menus, tool bar, keys, the page of keys
 /// and the enabling are made from this table alone; a new command is one row and one handler.
@@ -73,7 +71,7 @@ struct CommandRow {
   std::string_view text;  ///< with "&" before the mnemonic
   std::string_view tip;
   std::string_view keys;  ///< portable names, several joined by "; "
-  std::optional<IconId> icon;
+  std::string_view icon;  ///< freedesktop name or our own, may be empty
   Rule enabled;
   Mark mark = Mark::None;
   Rule checked = nullptr;  ///< present exactly where `mark` is not None
