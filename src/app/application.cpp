@@ -107,7 +107,7 @@ int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&,
   });
   QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame,
                    [&] { SaveForSessionEnd(frame, session, store, ask); });
-  const ExitSignals signals([&ask] {
+  const ExitSignals exitSignals([&ask] {
     ask.Silence(true);
     QCoreApplication::exit(0);
   });

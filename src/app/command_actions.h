@@ -7,12 +7,10 @@
 #include "app/command_table.h"
 #include "settings/groups/window_settings.h"
 
-QT_BEGIN_NAMESPACE
 class QAction;
 class QMenu;
 class QMenuBar;
 class QToolBar;
-QT_END_NAMESPACE
 
 namespace ml::app {
 

@@ -5,12 +5,10 @@
 
 #include "catalogue/image_list.h"
 
-QT_BEGIN_NAMESPACE
 class QAction;
 class QCheckBox;
 class QComboBox;
 class QToolButton;
-QT_END_NAMESPACE
 
 namespace ml::app {
 

@@ -4,9 +4,7 @@
 #include <functional>
 #include <memory>
 
-QT_BEGIN_NAMESPACE
 class QSocketNotifier;
-QT_END_NAMESPACE
 
 namespace ml::app {
 

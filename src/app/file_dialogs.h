@@ -3,9 +3,7 @@
 #include <optional>
 #include <string>
 
-QT_BEGIN_NAMESPACE
 class QWidget;
-QT_END_NAMESPACE
 
 namespace ml::app {
 

@@ -7,9 +7,7 @@
 #include "app/command_runner.h"
 #include "settings/groups/window_settings.h"
 
-QT_BEGIN_NAMESPACE
 class QLabel;
-QT_END_NAMESPACE
 
 namespace ml::app {
 

@@ -4,11 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "app/command_table.h"
 #include "app/session.h"
 
-QT_BEGIN_NAMESPACE
 class QSplitter;
-QT_END_NAMESPACE
 
 namespace ml::catalogue::ui {
 class DirectoryTree;

@@ -1,6 +1,7 @@
 #include "app/theme.h"
 
 #include <QApplication>
+#include <QStyle>
 #include <QStyleFactory>
 #include <array>
 

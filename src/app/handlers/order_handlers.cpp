@@ -1,5 +1,6 @@
 #include "app/command_runner.h"
 #include "app/file_dialogs.h"
+#include "app/main_frame.h"
 #include "app/messages.h"
 #include "app/session.h"
 #include "platform/errors.h"
