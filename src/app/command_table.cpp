@@ -94,7 +94,7 @@ constexpr CommandRow kCommands[] = {
      [](S s) { return s.sortMethod != SortMethod::Custom; }, Mark::Check, [](S s) { return s.reverseSort; }},
     {CommandId::SaveCustomOrder, Menu::Sort, 2, "&Save Custom Order", "Write this order into the directory", "", "",
      [](S s) { return s.sortMethod == SortMethod::Custom; }},
-    {CommandId::SaveCustomOrderAs, Menu::Sort, 2, "Save Custom Order &As...", "Write this order to a file of your own",
+    {CommandId::SaveCustomOrderAs, Menu::Sort, 2, "Save Custom &Order As...", "Write this order to a file of your own",
      "", "", NotEmpty},
     {CommandId::LoadCustomOrder, Menu::Sort, 2, "&Load Custom Order...", "Take the order that a file holds", "", "",
      NotEmpty},

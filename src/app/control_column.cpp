@@ -56,6 +56,8 @@ ControlColumn::ControlColumn(QWidget* parent)
 }
 
 void ControlColumn::SetActions(QAction* previous, QAction* next) {
+  previous->setIconText(QStringLiteral("Previous"));
+  next->setIconText(QStringLiteral("Next"));
   previous_->setDefaultAction(previous);
   next_->setDefaultAction(next);
 }

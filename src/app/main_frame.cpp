@@ -21,6 +21,7 @@ namespace {
 using platform::ui::ToQString;
 
 constexpr QSize kDefaultSize{1100, 760};
+constexpr int kPaneMargin = 4;
 constexpr int kMadeTextMilliseconds = 150;
 /// Part of the state of bars; raised when bars come or go, so that an older state is not taken.
 constexpr int kStateVersion = 1;
@@ -31,6 +32,7 @@ QLabel* AddPane(QStatusBar& bar, const QString& name, int stretch) {
   pane->setObjectName(name);
   pane->setTextFormat(Qt::PlainText);
   pane->setFont(platform::ui::WithTabularFigures(pane->font()));
+  pane->setContentsMargins(kPaneMargin, 0, kPaneMargin, 0);
   // A long text is cut rather than widening the window.
   pane->setMinimumWidth(1);
   stretch > 0 ? bar.addWidget(pane, stretch) : bar.addPermanentWidget(pane);

@@ -173,6 +173,17 @@ void CMarrowlanternView::Refresh() {
 
 void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
 
+std::string CMarrowlanternView::TopPath() const {
+  const int top = thumbnails_->TopVisibleIndex();
+  return session_.list.ValidIndex(top) ? session_.list.files[static_cast<std::size_t>(top)] : std::string();
+}
+
+void CMarrowlanternView::ScrollToTop(const std::string& path) {
+  thumbnails_->ScrollTo(session_.list.IndexOfPath(path), QAbstractItemView::PositionAtTop);
+}
+
+void CMarrowlanternView::RefreshTree() { tree_->Refresh(); }
+
 void CMarrowlanternView::FocusList() {
   if (session_.mode != ViewMode::Main && !thumbnails_->hasFocus()) thumbnails_->setFocus();
 }
@@ -218,7 +229,6 @@ void CMarrowlanternView::SetCurrent(int index) {
 }
 
 void CMarrowlanternView::LoadImage(int index, Reload reload) {
-  platform::PauseGuard pause(session_.Worker());
   auto& list = session_.list;
   if (list.Empty()) {
     SetCurrent(-1);
@@ -231,6 +241,7 @@ void CMarrowlanternView::LoadImage(int index, Reload reload) {
   if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
   if (index == list.currentIndex && reload == Reload::IfOther) return;
   SetCurrent(index);
+  platform::PauseGuard pause(session_.Worker());
   ShowPicture(index);
   const auto* item = session_.Worker().Item(index);
   if (!item || !item->hasViewingJpeg) return;

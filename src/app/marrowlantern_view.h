@@ -51,6 +51,11 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void Refresh();
   /// Tags, selection or focus were changed by a command.
   void MarksChanged();
+  /// The topmost thumbnail in sight, and the way back to it; empty for none.
+  std::string TopPath() const;
+  void ScrollToTop(const std::string& path);
+  /// Looks again at the directories of the tree.
+  void RefreshTree();
   void FocusList();
   void FocusMainPane();
 

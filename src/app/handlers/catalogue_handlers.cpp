@@ -1,6 +1,7 @@
 #include "app/command_runner.h"
 #include "app/file_dialogs.h"
 #include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "platform/paths.h"
 
@@ -17,7 +18,12 @@ void ParentDirectory(CommandContext& context) {
   context.session.Images().LoadDirectory(parent, "");
 }
 
-void Refresh(CommandContext& context) { context.session.Images().RefreshDirectory(); }
+void Refresh(CommandContext& context) {
+  const auto top = context.view.TopPath();
+  context.session.Images().RefreshDirectory();
+  context.view.ScrollToTop(top);
+  context.view.RefreshTree();
+}
 
 void RecentDirectory(CommandContext& context) {
   const auto& recent = context.session.settings.recentDirectories;

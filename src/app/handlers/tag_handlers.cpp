@@ -1,7 +1,7 @@
 #include "app/command_runner.h"
 #include "app/file_dialogs.h"
-#include "app/marrowlantern_view.h"
 #include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
 #include "app/messages.h"
 #include "app/session.h"
 
