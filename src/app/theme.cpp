@@ -1,7 +1,7 @@
 #include "app/theme.h"
 
 #include <QApplication>
-#include <QStyleFactory>
+#include <QStyle>
 #include <array>
 
 #include "app/system_scheme.h"

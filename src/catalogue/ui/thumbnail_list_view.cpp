@@ -219,7 +219,7 @@ void ThumbnailListView::scrollContentsBy(int dx, int dy) {
 }
 
 /// What the key means in a list that runs in rows, or turned by a quarter in one of columns.
-std::optional<GridMove> ThumbnailListMoveOf(CursorAction action, bool columns) {
+std::optional<GridMove> ThumbnailListView::MoveOf(CursorAction action, bool columns) {
   switch (action) {
     case MoveLeft:
       return columns ? GridMove::Up : GridMove::Left;
