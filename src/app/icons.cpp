@@ -53,6 +53,6 @@ QIcon CommandIcon(const QString& name) {
                    : platform::ui::SymbolicIcon(QLatin1String(row->drawing));
 }
 
-QIcon ApplicationIcon() { return QIcon(QStringLiteral(":/marrowlantern.svg")); }
+QIcon ApplicationIcon() { return platform::ui::ColouredIcon(QStringLiteral("marrowlantern")); }
 
 }  // namespace ml::app

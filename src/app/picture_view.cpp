@@ -106,15 +106,16 @@ void PictureView::mouseMoveEvent(QMouseEvent* event) { TellColourAt(event->posit
 void PictureView::leaveEvent(QEvent*) { Q_EMIT colourUnderMouse({}); }
 
 void PictureView::TellColourAt(const QPointF& position) {
-  const QRectF place = PlaceOfPicture();
-  if (picture_.Empty() || !rect().contains(position.toPoint()) || !place.contains(position)) {
+  if (picture_.Empty() || !rect().contains(position.toPoint())) {
     Q_EMIT colourUnderMouse({});
     return;
   }
+  const QRectF place = PlaceOfPicture();
   const QPointF inside = position - place.topLeft();
-  const int x = std::min(static_cast<int>(inside.x() * picture_.width / place.width()), picture_.width - 1);
-  const int y = std::min(static_cast<int>(inside.y() * picture_.height / place.height()), picture_.height - 1);
-  Q_EMIT colourUnderMouse(RgbText(imaging::ui::WrapPixels(picture_).pixel(x, y)));
+  const int x = static_cast<int>(std::floor(inside.x() * picture_.width / place.width()));
+  const int y = static_cast<int>(std::floor(inside.y() * picture_.height / place.height()));
+  const bool onPicture = QRect(0, 0, picture_.width, picture_.height).contains(x, y);
+  Q_EMIT colourUnderMouse(onPicture ? RgbText(imaging::ui::WrapPixels(picture_).pixel(x, y)) : QString());
 }
 
 void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QStyle>
-#include <QStyleFactory>
 #include <array>
 
 #include "app/system_scheme.h"

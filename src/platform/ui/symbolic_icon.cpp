@@ -5,9 +5,13 @@
 #include <QPainter>
 #include <QPalette>
 #include <QSvgRenderer>
+#include <array>
 #include <functional>
 #include <memory>
 #include <utility>
+
+/// A static library's resources are only known once somebody asks for them; the macro wants no namespace.
+static void MakeDrawingsKnown() { Q_INIT_RESOURCE(resources); }
 
 namespace ml::platform::ui {
 namespace {
@@ -40,6 +44,7 @@ class SymbolicEngine final : public QIconEngine {
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
+    if (size.isEmpty()) return {};
     QPixmap picture(size);
     picture.fill(Qt::transparent);
     const int edge = qMin(size.width(), size.height());
@@ -54,9 +59,12 @@ class SymbolicEngine final : public QIconEngine {
   Shape shape_;
 };
 
+constexpr std::array kProgramIconSizes = {16, 24, 32, 48, 64, 128, 256};
+
 }  // namespace
 
 QIcon SymbolicIcon(const QString& name) {
+  MakeDrawingsKnown();
   const auto drawing = std::make_shared<QSvgRenderer>(QStringLiteral(":/icons/%1.svg").arg(name));
   Q_ASSERT(drawing->isValid());
   return QIcon(new SymbolicEngine([drawing](QPainter& painter, const QRect& box) { drawing->render(&painter, box); }));
@@ -67,6 +75,21 @@ QIcon ThemedSymbolicIcon(const QString& themeName) {
   const QIcon themed = QIcon::fromTheme(themeName);
   return QIcon(new SymbolicEngine(
       [themed](QPainter& painter, const QRect& box) { painter.drawPixmap(box, themed.pixmap(box.size(), 1.0)); }));
+}
+
+QIcon ColouredIcon(const QString& name) {
+  MakeDrawingsKnown();
+  QSvgRenderer drawing(QStringLiteral(":/%1.svg").arg(name));
+  Q_ASSERT(drawing.isValid());
+  QIcon icon;
+  for (const int edge : kProgramIconSizes) {
+    QPixmap picture(edge, edge);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    drawing.render(&painter);
+    icon.addPixmap(picture);
+  }
+  return icon;
 }
 
 }  // namespace ml::platform::ui

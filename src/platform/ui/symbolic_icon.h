@@ -10,5 +10,7 @@ namespace ml::platform::ui {
 QIcon SymbolicIcon(const QString& name);
 /// The same out of the desktop's icon theme; null if the theme lacks `themeName`.
 QIcon ThemedSymbolicIcon(const QString& themeName);
+/// A drawing of ours in its own colours (":/<name>.svg").
+QIcon ColouredIcon(const QString& name);
 
 }  // namespace ml::platform::ui
