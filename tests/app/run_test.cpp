@@ -99,7 +99,7 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     EXPECT_EQ(session.Worker().State(1), catalogue::ThumbnailState::Done);
 
     auto& list = Thumbnails(frame);
-    EXPECT_TRUE(list.hasFocus());
+    EXPECT_EQ(frame.focusWidget(), &list);
     QTest::keyClick(&list, Qt::Key_Right);
     EXPECT_EQ(session.list.focusIndex, 1);
     QTest::keyClick(&list, Qt::Key_Space);
