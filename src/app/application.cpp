@@ -101,6 +101,7 @@ int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&,
   frame.RestorePlace(session.settings.window);
   QObject::connect(&relay, &ThumbnailRelay::ready, &frame, &CMainFrame::ThumbnailReady);
   QObject::connect(&frame, &CMainFrame::firstShown, &frame, [&] {
+    frame.View().ThumbnailSizeChanged();  // now the screen is known
     frame.Runner().Do([&] { session.FirstLoad(start.tokens); });
     if (!session.list.Empty()) frame.View().FocusMainPane();
     if (loaded) loaded(frame, session);

@@ -138,7 +138,7 @@ void CommandActions::FillToolBar(QToolBar& bar) {
     auto* button = qobject_cast<QToolButton*>(bar.widgetForAction(At(*id)));
     if (!button) continue;
     button->setAccessibleName(WithoutMnemonic(FindCommand(*id).text));
-    button->setFocusPolicy(Qt::TabFocus);
+    button->setFocusPolicy(Qt::NoFocus);  // Space is the key of another command; each button has its own
     if (*id != CommandId::OpenDirectory) continue;
     auto* menu = new QMenu(button);
     for (auto* entry : recent_) menu->addAction(entry);

@@ -22,7 +22,7 @@ QToolButton* MakeButton(QWidget* parent) {
   auto* button = new QToolButton(parent);
   button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  button->setFocusPolicy(Qt::TabFocus);
+  button->setFocusPolicy(Qt::NoFocus);  // Space is the key of another command; each button has its own
   button->setMinimumHeight(28);
   return button;
 }

@@ -57,7 +57,7 @@ QTableWidget* MakeTable(QWidget* parent) {
 void ShowKeyboardShortcuts(QWidget& parent) {
   QDialog dialog(&parent);
   dialog.setWindowTitle(QStringLiteral("Keyboard Shortcuts"));
-  dialog.resize(640, 560);
+  dialog.resize(820, 600);
   auto* layout = new QVBoxLayout(&dialog);
   layout->addWidget(MakeTable(&dialog));
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
