@@ -3,8 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/directory_memory.h"
 #include "catalogue/image_list.h"
 #include "catalogue/list_gate.h"
+#include "catalogue/scan.h"
 #include "platform/interaction.h"
 
 namespace ml::catalogue {
@@ -42,11 +44,14 @@ class Catalogue {
   void SetOptions(const CatalogueOptions& options) { options_ = options; }
   /// The directory on show, also when it holds no image; empty before the first load. No "/" at its end.
   const std::string& Directory() const { return directory_; }
+  /// What the last load did not take.
+  const LeftOut& NotTaken() const { return leftOut_; }
 
   /// Shows `directory` with `selectFile` (may be empty) as the current image. A box tells if the directory is
   /// missing or no directory; the old one then stays. The empty name does nothing.
   void LoadDirectory(const std::string& directory, const std::string& selectFile);
-  /// The scan step for an explicit list. Returns how many entries the catalogue has got; 0 leaves it as it is.
+  /// The scan step for an explicit list; ShowImage is left to the caller. Returns how many entries the
+  /// catalogue has got; 0 leaves it as it is, with its tags and order saved.
   int LoadFileList(const std::vector<std::string>& paths);
   /// "Refresh Directory": tags, selection, focus, current image and a custom order survive.
   void RefreshDirectory();
@@ -56,27 +61,45 @@ class Catalogue {
   void ToggleReverseSort();
   void MoveTaggedToStart();
 
-  /// "Save Custom Order": writes the order file of the first entry's directory.
-  void SaveCustomOrder();
-  /// Writes the current order to `path` as a custom one.
+  /// "Save Custom Order": writes the order file of the directory, whatever the settings say. False, without a
+  /// box, if it could not be written.
+  bool SaveCustomOrder();
+  /// Writes the tag file of the directory, or deletes it if nothing is tagged. False, without a box, if that
+  /// failed.
+  bool SaveTags();
+  /// Writes the current order to `path` as a custom one. A box tells if the file cannot be written.
   void SaveCustomOrderAs(const std::string& path);
   /// Takes the order that `path` holds; a file that holds none changes nothing.
   void LoadCustomOrder(const std::string& path);
   /// One full path a line for every tagged entry. A box tells if the file cannot be written.
   void SaveTagList(const std::string& path);
-  /// Tags the entries that the file names, by stem and extension or by stem alone; `merge` keeps other tags.
+  /// Tags the entries that the file names, by stem and extension or by stem alone; `merge` keeps other tags. A
+  /// box tells if the file cannot be read; then no tag changes.
   void LoadTagList(const std::string& path, bool merge, bool ignoreExtension);
 
-  /// What leaving a directory saves: its tags and its order file. Called once more at exit.
+  /// What leaving a directory saves: its tags and its order file. Called once more at exit. May ask.
   void SaveOnLeave();
 
  private:
+  enum class Outcome { Failed, Empty, Loaded };
+
+  Outcome Load(const std::string& directory);
+  std::vector<std::string> Filter(std::vector<std::string> images);
+  void Install(std::vector<std::string> paths, Coverage coverage);
+  void Clear(const std::string& directory);
+  void ShowEntry(int index);
+  void KeepCustomOrder();
+  void ApplySort();
+  void SaveOrderOnLeave();
+
   ImageList& list_;
   ListGate& gate_;
   platform::Interaction& ask_;
   CatalogueObserver& observer_;
   CatalogueOptions options_;
   std::string directory_;
+  DirectoryMemory memory_;
+  LeftOut leftOut_;
 };
 
 }  // namespace ml::catalogue
