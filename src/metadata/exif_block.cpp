@@ -56,6 +56,7 @@ std::optional<ExifBlock> NextExifBlock(JpegSegments& segments) {
   while (const auto segment = segments.Next()) {
     if (!IsExifSegment(segments, *segment)) continue;
     auto bytes = segments.Payload(*segment);
+    if (bytes.size() < kTiffStart) return std::nullopt;  // the file became shorter
     bytes.erase(bytes.begin(), bytes.begin() + kTiffStart);
     return ExifBlock{segment->payload + kTiffStart, std::move(bytes)};
   }

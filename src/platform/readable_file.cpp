@@ -14,7 +14,7 @@ namespace ml::platform {
 namespace {
 
 [[noreturn]] void Refuse(const std::string& path, int error) {
-  throw UserError("Unable to read file:\n" + path + "\n" + std::strerror(error));
+  throw UserError("Unable to read " + path + ": " + std::strerror(error));
 }
 
 }  // namespace
@@ -26,7 +26,7 @@ ReadableFile::ReadableFile(std::string path) : path_(std::move(path)) {
   struct stat status {};
   if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
     ::close(std::exchange(descriptor_, -1));
-    throw UserError("Unable to read file:\n" + path_ + "\nIt is not a regular file");
+    throw UserError("Unable to read " + path_ + ": it is not a regular file");
   }
   size_ = static_cast<std::uint64_t>(status.st_size);
 }
@@ -45,7 +45,7 @@ ReadableFile& ReadableFile::operator=(ReadableFile&& other) noexcept {
   return *this;
 }
 
-std::size_t ReadableFile::ReadAt(std::uint64_t offset, std::span<std::byte> out) const {
+std::size_t ReadableFile::Read(std::uint64_t offset, std::span<std::byte> out) const {
   std::size_t done = 0;
   while (done < out.size() && offset + done < size_) {
     const auto count = ::pread(descriptor_, out.data() + done, out.size() - done, static_cast<off_t>(offset + done));

@@ -22,7 +22,7 @@ class ReadableFile {
   std::uint64_t Size() const { return size_; }
   /// Fills `out` from `offset` on and gives the number of bytes read, less than asked only at the end of the
   /// file. Throws UserError on a read error.
-  std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> out) const;
+  std::size_t Read(std::uint64_t offset, std::span<std::byte> out) const;
 
  private:
   std::string path_;
