@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "metadata/byte_source.h"
+#include "metadata/jpeg_segments.h"
+
+namespace ml::metadata {
+
+/// The TIFF block of an EXIF segment. All offsets in it count from its first byte.
+struct ExifBlock {
+  std::uint64_t position = 0;  ///< of that byte in the file
+  std::vector<std::byte> tiff;
+};
+
+/// Whether the segment is an APP1 that holds EXIF data.
+bool IsExifSegment(const JpegSegments& segments, const JpegSegment& segment);
+/// The next EXIF segment of the walk, if any. A file may have several.
+std::optional<ExifBlock> NextExifBlock(JpegSegments& segments);
+
+/// What tag 274 of the first block and directory that has a known value says: the clockwise turn that shows
+/// the picture upright, 0, 90, 180 or 270. Mirrored orientations count as unknown.
+std::optional<int> ReadOrientationFromExif(const ByteSource& source);
+
+/// Positions in the file of the JPEG streams that the directories of all EXIF blocks offer as thumbnails, in
+/// their order, a few at most. Nothing is known of what stands there.
+std::vector<std::uint64_t> FindExifThumbnails(const ByteSource& source);
+
+}  // namespace ml::metadata

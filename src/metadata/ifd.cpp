@@ -1,0 +1,58 @@
+#include "metadata/ifd.h"
+
+#include <algorithm>
+
+namespace ml::metadata {
+
+IfdEntry ReadIfdEntry(ByteView directory, std::size_t index) {
+  const auto e = directory.Sub(index * kIfdEntrySize, kIfdEntrySize);
+  IfdEntry entry{.tag = e.readShort(0), .type = e.readShort(2), .count = e.readLong(4), .rawValue = e.readLong(8)};
+  const bool singleShort = entry.Is(IfdType::Short) && entry.count == 1;
+  entry.value = singleShort ? e.readShort(8) : entry.rawValue;  // a short stands first in either byte order
+  return entry;
+}
+
+std::optional<TiffHeader> ReadTiffHeader(const ByteSource& source, std::uint64_t base) {
+  std::array<std::byte, 8> bytes{};
+  if (source.ReadSome(base, bytes) != bytes.size()) return std::nullopt;
+  const ByteView marks(bytes, ByteOrder::Big);
+  const bool little = marks.StartsWith("II");
+  if (!little && !marks.StartsWith("MM")) return std::nullopt;
+  const auto view = marks.WithOrder(little ? ByteOrder::Little : ByteOrder::Big);
+  return TiffHeader{view.Order(), view.readShort(2), view.readLong(4)};
+}
+
+Visit IfdWalker::Walk(std::uint32_t offset, const IfdVisitor& visitor) { return Walk(offset, policy_, visitor); }
+
+Visit IfdWalker::Walk(std::uint32_t offset, const IfdPolicy& policy, const IfdVisitor& visitor) {
+  while (offset != 0 && visited_.size() < kMaxDirectories) {
+    const auto position = policy.base + offset;
+    if (!visited_.insert(position).second) break;
+    std::uint32_t next = 0;
+    if (WalkOne(position, policy, visitor, next) == Visit::Stop) return Visit::Stop;
+    offset = policy.followNext ? next : 0;
+  }
+  return Visit::Continue;
+}
+
+Visit IfdWalker::WalkOne(std::uint64_t position, const IfdPolicy& policy, const IfdVisitor& visitor,
+                         std::uint32_t& next) {
+  const auto count = source_.ReadNumber(position, 2, order_);
+  if (count > policy.maxEntries) throw ExifException::LimitExceeded;
+  std::vector<std::byte> bytes(count * kIfdEntrySize);
+  const auto present = source_.ReadSome(position + 2, bytes);
+  if (present < bytes.size() && !policy.visitCutDirectory) throw ExifException::OutOfBounds;
+  const ByteView directory(std::span<const std::byte>(bytes).first(present), order_);
+  for (std::size_t i = 0; i < count; ++i) {
+    if (visitor(ReadIfdEntry(directory, i)) == Visit::Stop) return Visit::Stop;
+  }
+  if (policy.followNext) {
+    std::array<std::byte, 4> link{};
+    // Some writers leave the link out behind the last directory of the file.
+    const auto end = position + 2 + bytes.size();
+    if (source_.ReadSome(end, link) == link.size()) next = ByteView(link, order_).readLong(0);
+  }
+  return Visit::Continue;
+}
+
+}  // namespace ml::metadata

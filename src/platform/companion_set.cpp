@@ -1,0 +1,48 @@
+#include "platform/companion_set.h"
+
+#include <sys/stat.h>
+
+#include <initializer_list>
+
+#include "platform/paths.h"
+#include "platform/read_directory.h"
+
+namespace ml::platform {
+
+namespace {
+
+std::vector<std::string> NonEmpty(std::initializer_list<std::string> paths) {
+  std::vector<std::string> result;
+  for (const auto& path : paths) {
+    if (!path.empty()) result.push_back(path);
+  }
+  return result;
+}
+
+}  // namespace
+
+std::vector<std::string> CompanionSet::Paths() const { return NonEmpty({file, thm, txt, wav, jpg}); }
+
+std::vector<std::string> CompanionSet::PathsToDelete() const { return NonEmpty({file, thm, jpg, txt, wav}); }
+
+std::string FindCompanion(const std::string& path, std::string_view extension, DirIndex& index) {
+  const auto parts = SplitPath(path);
+  const auto found = index.Find(std::string(parts.stem).append(extension));
+  if (!found) return {};
+  auto companion = std::string(parts.directory) + *found;
+  // A file is never its own companion.
+  return companion != path && IsRegularFile(companion) ? companion : std::string();
+}
+
+CompanionSet FindCompanions(const std::string& path, CompanionFacts facts, DirIndex& index) {
+  CompanionSet set;
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) == 0) set.file = path;  // also a link that leads nowhere: it can be deleted
+  if (facts.hasThm) set.thm = FindCompanion(path, ".thm", index);
+  set.txt = FindCompanion(path, ".txt", index);
+  set.wav = FindCompanion(path, ".wav", index);
+  if (facts.hasBoundJpeg) set.jpg = FindCompanion(path, ".jpg", index);
+  return set;
+}
+
+}  // namespace ml::platform
