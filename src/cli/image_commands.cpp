@@ -35,7 +35,11 @@ struct Picture {
   const char* source = "full";
 };
 
-using PictureMaker = std::function<Picture(const std::string& path)>;
+/// How a command makes its pictures.
+struct PictureMaker {
+  std::function<Picture(const std::string& path)> make;
+  imaging::PngColour colour = imaging::PngColour::Rgb;
+};
 
 void AddImageArguments(CLI::App& command, ImageArguments& arguments) {
   command.add_option("files", arguments.files, "Images")->required();
@@ -50,7 +54,7 @@ void PrintResult(const std::string& given, const OutputFile& output, const Pictu
 }
 
 /// One file: its object for JSON. Failures are told and leave "output" null.
-Json MakeOne(const std::string& given, const ImageArguments& arguments, const PictureMaker& make, RunState& state) {
+Json MakeOne(const std::string& given, const ImageArguments& arguments, const PictureMaker& maker, RunState& state) {
   Json object;
   PutPath(object, "path", given);
   object["output"] = nullptr;
@@ -61,8 +65,8 @@ Json MakeOne(const std::string& given, const ImageArguments& arguments, const Pi
     const auto name = std::string(platform::FileName(path)) + ".png";
     const auto output = ChooseOutput(arguments.out, name, path, arguments.existing, state);
     if (output.result == WriteResult::Skipped || output.result == WriteResult::Refused) return object;
-    const auto picture = make(path);
-    WriteOutput(output, imaging::WritePng(picture.pixels));
+    const auto picture = maker.make(path);
+    WriteOutput(output, imaging::EncodePng(picture.pixels, maker.colour), arguments.existing);
     PutPath(object, "output", output.path);
     object["width"] = picture.pixels.width;
     object["height"] = picture.pixels.height;
@@ -75,14 +79,14 @@ Json MakeOne(const std::string& given, const ImageArguments& arguments, const Pi
   return object;
 }
 
-void MakeAll(const ImageArguments& arguments, const PictureMaker& make, RunState& state) {
+void MakeAll(const ImageArguments& arguments, const PictureMaker& maker, RunState& state) {
   if (!arguments.existing.dryRun) platform::ensureDirectory(arguments.out);
   auto result = Json::array();
   ProgressLine progress(static_cast<int>(arguments.files.size()));
   for (const auto& file : arguments.files) {
     state.CheckCancelled();
     progress.Next(file);
-    result.push_back(MakeOne(file, arguments, make, state));
+    result.push_back(MakeOne(file, arguments, maker, state));
   }
   progress.Clear();
   if (state.json) PrintJson(result);
@@ -114,13 +118,11 @@ void AddThumbCommand(CLI::App& program, RunState& state) {
   command->callback([arguments, &state] {
     state.action = [arguments, &state] {
       const auto options = options::ImageFileOptionsOf(state.settings);
-      MakeAll(
-          *arguments,
-          [&](const std::string& path) {
-            auto thumbnail = imagefiles::MakeThumbnail(path, arguments->size, options);
-            return Picture{std::move(thumbnail.pixels), imagefiles::ThumbnailSourceName(thumbnail.source)};
-          },
-          state);
+      const auto make = [&](const std::string& path) {
+        auto thumbnail = imagefiles::MakeThumbnail(path, arguments->size, options);
+        return Picture{std::move(thumbnail.pixels), imagefiles::ThumbnailSourceName(thumbnail.source)};
+      };
+      MakeAll(*arguments, {make, imaging::PngColour::Rgb}, state);
     };
   });
 }
@@ -141,14 +143,12 @@ void AddPreviewCommand(CLI::App& program, RunState& state) {
       const auto options = options::ImageFileOptionsOf(state.settings);
       const imagefiles::BitmapQuality quality{.highQuality = state.settings.display.highQualityMode != 0,
                                               .greyscale = arguments->grey};
-      MakeAll(
-          *arguments,
-          [&](const std::string& path) {
-            const auto image = imagefiles::CreateImageFile(path, options);
-            if (!image) throw platform::UserError(path + ": does not exist, or is no image that can be shown");
-            return Picture{image->GetBitmap(limits, quality), "full"};
-          },
-          state);
+      const auto make = [&](const std::string& path) {
+        const auto image = imagefiles::CreateImageFile(path, options);
+        if (!image) throw platform::UserError(path + ": does not exist, or is no image that can be shown");
+        return Picture{image->GetBitmap(limits, quality), "full"};
+      };
+      MakeAll(*arguments, {make, arguments->grey ? imaging::PngColour::Grey : imaging::PngColour::Rgb}, state);
     };
   });
 }

@@ -9,7 +9,7 @@
 #include "cli/output.h"
 #include "cli/run_state.h"
 #include "platform/errors.h"
-#include "settings/setting_text.h"
+#include "settings/setting_list.h"
 #include "settings/settings_store.h"
 
 namespace ml::cli {
@@ -22,12 +22,16 @@ void AddCommonOptions(CLI::App& program, RunState& state) {
 }
 
 void LoadSettings(RunState& state) {
-  state.settings = settings::MakeDefaultSettings();
-  if (!state.noSettings) {
-    const auto warning = settings::LoadSettings(state.settings);
+  if (state.noSettings) {
+    state.settings = settings::MakeDefaultSettings();
+  } else {
+    std::string warning;
+    state.settings = settings::SettingsStore().Load(&warning);
     if (!warning.empty()) Complain(warning);
   }
-  for (const auto& override : state.overrides) settings::PutSettingText(state.settings, override);
+  for (const auto& assignment : state.overrides) {
+    settings::SetSetting(state.settings, assignment, settings::SettingUse::ThisRun);
+  }
 }
 
 ExitCode Run(RunState& state) {

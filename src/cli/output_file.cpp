@@ -55,8 +55,11 @@ OutputFile ChooseOutput(const std::string& directory, std::string_view name, con
   return output;
 }
 
-void WriteOutput(const OutputFile& output, std::span<const std::byte> bytes) {
-  if (output.result == WriteResult::Written) platform::ReplaceFile(output.path, bytes);
+void WriteOutput(const OutputFile& output, std::span<const std::byte> bytes, const ExistingFileOptions& options) {
+  if (output.result != WriteResult::Written) return;
+  // What appeared since the choice was made is not overwritten either.
+  const auto existing = options.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
+  platform::ReplaceFile(output.path, bytes, {.existing = existing});
 }
 
 }  // namespace ml::cli

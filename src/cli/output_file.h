@@ -33,6 +33,6 @@ struct OutputFile {
 OutputFile ChooseOutput(const std::string& directory, std::string_view name, const std::string& source,
                         const ExistingFileOptions& options, RunState& state);
 /// Puts `bytes` at `output.path` if it is to be written. Throws UserError.
-void WriteOutput(const OutputFile& output, std::span<const std::byte> bytes);
+void WriteOutput(const OutputFile& output, std::span<const std::byte> bytes, const ExistingFileOptions& options);
 
 }  // namespace ml::cli

@@ -1,8 +1,8 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -10,8 +10,9 @@
 #include "cli/output.h"
 #include "cli/run_state.h"
 #include "platform/errors.h"
+#include "settings/messages.h"
+#include "settings/setting_list.h"
 #include "settings/setting_table.h"
-#include "settings/setting_text.h"
 #include "settings/settings_store.h"
 
 namespace ml::cli {
@@ -20,63 +21,46 @@ namespace {
 struct SettingsArguments {
   std::vector<std::string> get, put;
   bool dryRun = false;
+
+  /// Whether the user wants to see `key`: all, if none was named.
+  bool Wants(std::string_view key) const {
+    const auto names = [key](const std::string& text) { return text.substr(0, text.find('=')) == key; };
+    return (get.empty() && put.empty()) || std::ranges::any_of(get, names) || std::ranges::any_of(put, names);
+  }
 };
 
-Json ValueOf(const settings::SettingSlot& slot) {
-  return std::visit(
-      [](const auto* value) -> Json {
-        using T = std::remove_cvref_t<decltype(*value)>;
-        if constexpr (std::is_same_v<T, platform::FontRecord>) {
-          return value->Hex();
-        } else if constexpr (std::is_same_v<T, std::string>) {
-          return JsonText(*value);
-        } else {
-          return *value;
-        }
-      },
-      slot);
+Json JsonOf(const settings::SettingValue& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) return JsonText(*text);
+  if (const auto* number = std::get_if<double>(&value)) return *number;
+  return std::get<std::int32_t>(value);
 }
 
-void PutSettings(const SettingsArguments& arguments, RunState& state) {
-  // What is put is put into the stored values: an override of this run must not be kept by accident.
-  auto stored = settings::MakeDefaultSettings();
+void Put(const SettingsArguments& arguments, RunState& state) {
+  // Goes into the stored values, so that an override of this run is not kept by accident.
   settings::SettingsStore store;
-  if (const auto warning = store.Load(stored); !warning.empty()) Complain(warning);
-  for (const auto& text : arguments.put) {
-    settings::PutSettingText(stored, text);
-    settings::PutSettingText(state.settings, text);
+  auto stored = store.Load();
+  for (const auto& assignment : arguments.put) {
+    settings::SetSetting(stored, assignment, settings::SettingUse::Persist);
+    settings::SetSetting(state.settings, assignment, settings::SettingUse::ThisRun);
   }
-  if (!arguments.dryRun) store.Save(stored);
-}
-
-void PrintSettings(const SettingsArguments& arguments, RunState& state) {
-  auto defaults = settings::MakeDefaultSettings();
-  auto result = Json::array();
-  for (const auto& group : settings::SettingGroups()) {
-    for (const auto& row : group.rows) {
-      const auto wanted = [&](const std::string& text) { return text.substr(0, text.find('=')) == row.key; };
-      const bool all = arguments.get.empty() && arguments.put.empty();
-      if (!all && std::ranges::none_of(arguments.get, wanted) && std::ranges::none_of(arguments.put, wanted)) continue;
-      const auto slot = row.slot(state.settings);
-      result.push_back({{"key", row.key},
-                        {"type", settings::SettingTypeName(settings::TypeOf(slot))},
-                        {"default", ValueOf(row.slot(defaults))},
-                        {"value", ValueOf(slot)}});
-      const auto value = ValueOf(slot);
-      if (!state.json) {
-        PrintLine(std::string(row.key) + " = " + (value.is_string() ? value.get<std::string>() : value.dump()));
-      }
-    }
-  }
-  if (state.json) PrintJson(result);
+  if (!arguments.dryRun) store.Save(stored, settings::SaveScope::ChangesOnly);
 }
 
 void RunSettings(const SettingsArguments& arguments, RunState& state) {
   for (const auto& key : arguments.get) {
-    if (settings::FindSetting(key) == nullptr) throw platform::UserError("no such setting: " + key);
+    if (settings::FindSetting(key) == nullptr) throw platform::UserError(settings::UnknownSetting(key));
   }
-  if (!arguments.put.empty()) PutSettings(arguments, state);
-  PrintSettings(arguments, state);
+  if (!arguments.put.empty()) Put(arguments, state);
+  auto result = Json::array();
+  for (const auto& entry : settings::ListSettings(state.settings)) {
+    if (!arguments.Wants(entry.key)) continue;
+    if (!state.json) PrintLine(std::string(entry.key) + " = " + settings::SettingText(entry.value));
+    result.push_back({{"key", entry.key},
+                      {"type", settings::SettingTypeName(entry.type)},
+                      {"default", JsonOf(entry.defaultValue)},
+                      {"value", JsonOf(entry.value)}});
+  }
+  if (state.json) PrintJson(result);
 }
 
 }  // namespace
