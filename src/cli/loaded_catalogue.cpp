@@ -6,6 +6,7 @@
 
 #include "catalogue/order_file.h"
 #include "imagefiles/companion_finder.h"
+#include "imagefiles/format_table.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
