@@ -117,10 +117,10 @@ TEST_F(JpegPicture, RefusalsNameTheFile) {
     return {};
   };
   const auto path = dir_ / "a.jpg";
-  EXPECT_EQ(reason("GIF89a"), "Unable to read " + path + ": Not a JPEG file: starts with 0x47 0x49");
-  EXPECT_EQ(reason(""), "Unable to read " + path + ": Empty input file");
+  EXPECT_EQ(reason("GIF89a"), "Unable to read image:\n" + path + "\nNot a JPEG file: starts with 0x47 0x49");
+  EXPECT_EQ(reason(""), "Unable to read image:\n" + path + "\nEmpty input file");
   const auto huge = test::WithClaimedSize(EncodeJpeg(test::PaintPlain(8, 8, 0)), 20000, 20000);
-  EXPECT_EQ(reason(huge), "Unable to read " + path + ": The picture is too large");
+  EXPECT_EQ(reason(huge), "Unable to read image:\n" + path + "\nThe picture is too large");
   EXPECT_EQ(Open(huge)->GetBitmap({100, 100}, {}).width, 100) << "scaled while decoding it may be that large";
 }
 
