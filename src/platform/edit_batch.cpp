@@ -25,12 +25,6 @@ std::string ToText(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};  // char may alias everything
 }
 
-std::optional<FileStamp> StampOfPath(FileSystem& fileSystem, const std::string& path, Links links) {
-  struct stat status {};
-  if (fileSystem.Stat(path, links, status) != 0) return std::nullopt;
-  return StampOf(status);
-}
-
 }  // namespace
 
 EditBatch::EditBatch(EditJournal& journal, std::string what) : host_(journal.Host()), what_(std::move(what)) {}
@@ -57,7 +51,7 @@ void EditBatch::Record(EditKind kind, const std::string& path, const std::functi
     if (kind != EditKind::Create) {
       const bool ofLink = kind == EditKind::Rename || kind == EditKind::Trash || kind == EditKind::Lost;
       const auto stamp = StampOfPath(host_.fileSystem, step.path, ofLink ? Links::Keep : Links::Follow);
-      if (!stamp) ThrowFileError(messages::kUnableToRead, step.path, errno);
+      if (!stamp) ThrowFileError(messages::kUnableToRead, step.path, ENOENT);
       step.before = *stamp;
     }
     complete(step);

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "platform/errors.h"
@@ -27,6 +28,17 @@ JournalEntry Describe(const std::string& id, const EditLog& log) {
   return entry;
 }
 
+/// Notes how far an undo came: a chain of renames tells it only half. Undoing needs no room on the disk, so a
+/// note that finds none is left out, and the next undo relies on the files alone.
+void Note(OpenFile& file, EditLog& log, const std::string& line) {
+  try {
+    file.Write(log.size, std::as_bytes(std::span(line.data(), line.size())));
+    log.size += line.size();
+  } catch (const UserError&) {
+    return;
+  }
+}
+
 }  // namespace
 
 std::vector<JournalEntry> EditJournal::List() const {
@@ -49,7 +61,7 @@ JournalEntry EditJournal::Undo() {
   for (const auto& id : ListBatches(fileSystem, directory)) {
     const auto path = LogPath(directory, id);
     auto file = OpenRegular(fileSystem, path, O_RDWR);
-    const auto log = LoadBatch(file);
+    auto log = LoadBatch(file);
     if (!file.TryLock()) throw UserError(messages::kStillRunning + (log ? log->what : std::string()));
     if (!log || log->steps.empty()) {  // cut off before anything was edited
       RemoveBatch(fileSystem, directory, id);
@@ -63,7 +75,9 @@ JournalEntry EditJournal::Undo() {
     UndoSteps(*log, {.fileSystem = fileSystem,
                      .trash = host_.trash,
                      .stateDirectory = host_.stateDirectory,
-                     .storePath = StorePathOf(path)});
+                     .storePath = StorePathOf(path),
+                     .begin = [&] { Note(file, *log, UndoingLine()); },
+                     .undone = [&](std::size_t index) { Note(file, *log, UndoneLine(index)); }});
     RemoveBatch(fileSystem, directory, id);
     return entry;
   }

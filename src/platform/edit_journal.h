@@ -33,7 +33,7 @@ class EditJournal {
  public:
   explicit EditJournal(const JournalHost& host) : host_(host) {}
 
-  /// Latest first. What cannot be read is left out.
+  /// Latest first; damaged batches are left out. Throws UserError if the journal cannot be read at all.
   std::vector<JournalEntry> List() const;
   /// Takes back the latest batch, after checking that nothing else has changed its files since. Throws
   /// UserError with nothing changed if something has, or if there is nothing that can be undone (a batch of

@@ -1,7 +1,9 @@
 #include "platform/edit_step.h"
 
-#include <string_view>
+#include <cerrno>
+#include <utility>
 
+#include "platform/messages.h"
 #include "platform/record_line.h"
 
 namespace ml::platform {
@@ -11,6 +13,8 @@ namespace {
 constexpr char kHead[] = "batch 1";
 constexpr char kStep[] = "step";
 constexpr char kAfter[] = "after";
+constexpr char kUndoing[] = "undoing";
+constexpr char kUndone[] = "undone";
 
 using Fields = std::vector<std::string>;
 
@@ -67,7 +71,28 @@ bool AddAfter(FieldReader& in, EditLog& log) {
   return true;
 }
 
+bool AddUndone(FieldReader& in, EditLog& log) {
+  const auto index = in.Number<std::uint64_t>();
+  if (!in.Valid() || index >= log.steps.size()) return false;
+  log.steps[index].undone = true;
+  return true;
+}
+
+bool AddLine(const std::string& kind, FieldReader& in, EditLog& log) {
+  if (kind == kStep) return AddStep(in, log);
+  if (kind == kAfter) return AddAfter(in, log);
+  if (kind == kUndoing) return log.undoing = true;
+  return kind == kUndone && AddUndone(in, log);
+}
+
 }  // namespace
+
+std::optional<FileStamp> StampOfPath(FileSystem& fileSystem, const std::string& path, Links links) {
+  struct stat status {};
+  if (fileSystem.Stat(path, links, status) == 0) return StampOf(status);
+  if (errno != ENOENT && errno != ENOTDIR) ThrowFileError(messages::kUnableToRead, path, errno);
+  return std::nullopt;
+}
 
 std::string HeadLine(const std::string& what, std::int64_t when) {
   return MakeRecordLine({kHead, what, std::to_string(when)});
@@ -94,6 +119,9 @@ std::string AfterLine(std::size_t index, const FileStamp& stamp) {
   return MakeRecordLine(fields);
 }
 
+std::string UndoingLine() { return MakeRecordLine({kUndoing}); }
+std::string UndoneLine(std::size_t index) { return MakeRecordLine({kUndone, std::to_string(index)}); }
+
 std::optional<EditLog> ReadEditLog(std::string_view text) {
   std::optional<EditLog> log;
   for (const auto& fields : ReadRecordLines(text)) {
@@ -104,9 +132,10 @@ std::optional<EditLog> ReadEditLog(std::string_view text) {
       log.emplace();
       log->what = in.Text();
       log->when = in.Number<std::int64_t>();
-    } else if (!(kind == kStep && AddStep(in, *log)) && !(kind == kAfter && AddAfter(in, *log))) {
+    } else if (!AddLine(kind, in, *log)) {
       break;
     }
+    log->size += MakeRecordLine(fields).size();  // as it was read: there is one way to write a line
   }
   return log;
 }

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/file_identity.h"
+#include "platform/file_system.h"
 
 namespace ml::platform {
 
@@ -28,6 +30,9 @@ inline FileStamp StampOf(const struct stat& status) noexcept {
           .mode = status.st_mode & 07777};
 }
 
+/// Nothing if there is no such file. Throws UserError if it cannot be looked at.
+std::optional<FileStamp> StampOfPath(FileSystem& fileSystem, const std::string& path, Links links);
+
 enum class EditKind { Range, File, Rename, Create, Trash, Status, Lost };
 
 /// One edit of one file with all that is needed to take it back. Which fields count depends on the kind.
@@ -43,6 +48,8 @@ struct EditStep {
   /// As the batch left the file; nothing if the batch was cut off, or the file does not bear this name at its end.
   std::optional<FileStamp> after = std::nullopt;
 
+  bool undone = false;  ///< taken back by an undo that was cut off later
+
   /// Where the file lies once the edit is done.
   const std::string& PathAfter() const noexcept { return kind == EditKind::Rename ? other : path; }
 };
@@ -52,12 +59,16 @@ struct EditLog {
   std::string what;
   std::int64_t when = 0;  ///< seconds since 1970
   std::vector<EditStep> steps;
+  bool undoing = false;    ///< an undo has begun
+  std::uint64_t size = 0;  ///< bytes of the lines that were whole; where the next one goes
 };
 
 std::string HeadLine(const std::string& what, std::int64_t when);
 std::string StepLine(const EditStep& step);
 /// Tells how step `index` left its file.
 std::string AfterLine(std::size_t index, const FileStamp& stamp);
+std::string UndoingLine();
+std::string UndoneLine(std::size_t index);
 /// Everything up to the first line that is damaged or cut off; nothing if that is already the first.
 std::optional<EditLog> ReadEditLog(std::string_view text);
 

@@ -20,6 +20,8 @@ void ChangeMode(const std::string& path, mode_t mode, FileSystem& fileSystem) {
   if (fileSystem.Chmod(path, mode) != 0) ThrowFileError(messages::kUnableToChangeStatus, path, errno);
 }
 
+bool IsMissing(int error) { return error == ENOENT || error == ENOTDIR; }
+
 bool CanWrite(const std::string& path, const FileStatus& status, FileSystem& fileSystem) {
   return (status.mode & S_IWUSR) != 0 && fileSystem.Access(path, W_OK) == 0;
 }
@@ -35,7 +37,8 @@ std::optional<FileStatus> ReadFileStatus(const std::string& path, FileSystem& fi
 void RestoreFileStatus(const std::string& path, const FileStatus& saved, ModificationTimePolicy policy,
                        FileSystem& fileSystem) {
   const auto now = ReadFileStatus(path, fileSystem);
-  if (!now) return;
+  if (!now && IsMissing(errno)) return;
+  if (!now) ThrowFileError(messages::kUnableToChangeStatus, path, errno);
   if (policy == ModificationTimePolicy::Restore && now->modified != saved.modified) {
     SetModificationTime(path, saved.modified, fileSystem);
   }
@@ -44,7 +47,7 @@ void RestoreFileStatus(const std::string& path, const FileStatus& saved, Modific
 
 bool IsReadOnly(const std::string& path, FileSystem& fileSystem) {
   const auto status = ReadFileStatus(path, fileSystem);
-  return status && !CanWrite(path, *status, fileSystem);
+  return status ? !CanWrite(path, *status, fileSystem) : !IsMissing(errno);
 }
 
 bool MakeWritable(const std::string& path, FileSystem& fileSystem) {

@@ -21,13 +21,13 @@ struct FileStatus {
 
 enum class ModificationTimePolicy { LetStand, Restore };
 
-/// Nothing if there is no such file.
+/// Nothing if there is no such file; errno tells why.
 std::optional<FileStatus> ReadFileStatus(const std::string& path, FileSystem& fileSystem = RealFileSystem());
 /// Writes back what differs; does nothing if the file is gone. Throws UserError.
 void RestoreFileStatus(const std::string& path, const FileStatus& saved, ModificationTimePolicy policy,
                        FileSystem& fileSystem = RealFileSystem());
 
-/// False for a file that does not exist.
+/// False for a file that does not exist, true for one that cannot be looked at.
 bool IsReadOnly(const std::string& path, FileSystem& fileSystem = RealFileSystem());
 /// True if the file can be written now, with the owner's write bit added if that was what it took.
 [[nodiscard]] bool MakeWritable(const std::string& path, FileSystem& fileSystem = RealFileSystem());

@@ -23,7 +23,9 @@ constexpr std::size_t kDigits = 10;
 
 std::vector<std::string> IdsWith(FileSystem& fileSystem, const std::string& directory, std::string_view ending) {
   std::vector<std::string> names, ids;
-  if (fileSystem.List(directory, names) != 0) return ids;
+  if (fileSystem.List(directory, names) != 0 && errno != ENOENT) {
+    ThrowFileError(messages::kUnableToRead, directory, errno);
+  }
   for (const auto& name : names) {
     const auto id = name.substr(0, kDigits);
     const bool isNumber = id.size() == kDigits && id.find_first_not_of("0123456789") == std::string::npos;
@@ -101,7 +103,10 @@ void PruneJournal(FileSystem& fileSystem, const std::string& directory) {
     if (log.TryLock()) RemoveBatch(fileSystem, directory, ids[i]);
   }
   for (const auto& id : IdsWith(fileSystem, directory, kStoreEnding)) {
-    if (std::ranges::find(ids, id) == ids.end()) Remove(fileSystem, StorePathOf(LogPath(directory, id)));
+    const auto log = LogPath(directory, id);
+    struct stat status {};
+    const bool isOrphan = fileSystem.Stat(log, Links::Keep, status) != 0 && errno == ENOENT;
+    if (isOrphan) Remove(fileSystem, StorePathOf(log));
   }
 }
 

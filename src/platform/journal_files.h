@@ -12,7 +12,7 @@
 namespace ml::platform {
 
 std::string JournalDirectory(const std::string& stateDirectory);
-/// Ids of the batches, latest first; empty if there is no journal.
+/// Ids of the batches, latest first; empty if there is no journal. Throws UserError.
 std::vector<std::string> ListBatches(FileSystem& fileSystem, const std::string& directory);
 std::string LogPath(const std::string& directory, const std::string& id);
 std::string StorePathOf(const std::string& logPath);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 
 #include "platform/edit_step.h"
@@ -13,6 +15,10 @@ struct UndoContext {
   Trash& trash;
   std::string stateDirectory;
   std::string storePath;  ///< the old contents of this batch; need not exist
+  /// Told when all was found in order, before anything is changed.
+  std::function<void()> begin;
+  /// Told of each step that was taken back.
+  std::function<void(std::size_t index)> undone;
 };
 
 /// Takes a batch back, last step first. Steps that never happened, or were taken back by an undo that was

@@ -1,39 +1,44 @@
 #pragma once
 
-#include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/trash.h"
+#include "support/temp_dir.h"
 
 namespace ml::test {
 
-/// Moves files into a directory of the test and remembers them.
+/// A trash in a directory of the test, which several processes may use; file "7" has its note in "7.info".
 class FakeTrash final : public platform::Trash {
  public:
   explicit FakeTrash(std::string directory) : directory_(std::move(directory)) {}
   /// If set, nothing can be put into the trash.
   bool broken = false;
-  std::vector<platform::TrashedFile> files;
 
   void Put(const std::string& path) override {
     if (broken) throw platform::UserError("Unable to move to the trash:\n" + path);
     std::filesystem::create_directories(directory_);
-    const auto place = platform::JoinPath(directory_, std::to_string(files.size()));
-    std::filesystem::rename(path, place);
-    files.push_back({.original = path, .file = place, .info = {}});
+    int number = 0;
+    while (std::filesystem::exists(Place(number) + ".info")) ++number;
+    std::ofstream(Place(number) + ".info") << path;
+    std::filesystem::rename(path, Place(number));
   }
   std::vector<platform::TrashedFile> Find(const std::string& path) override {
     std::vector<platform::TrashedFile> found;
-    std::ranges::copy_if(files, std::back_inserter(found), [&](const auto& file) { return file.original == path; });
-    std::ranges::reverse(found);
+    for (int i = 0; std::filesystem::exists(Place(i) + ".info"); ++i) {
+      if (ReadAll(Place(i) + ".info") != path || !std::filesystem::exists(Place(i))) continue;
+      found.insert(found.begin(), {.original = path, .file = Place(i), .info = {}});
+    }
     return found;
   }
 
  private:
+  std::string Place(int number) const { return directory_ + "/" + std::to_string(number); }
+
   std::string directory_;
 };
 

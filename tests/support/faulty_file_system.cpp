@@ -1,51 +1,25 @@
 #include "support/faulty_file_system.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <grp.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <exception>
-#include <iostream>
-
-#include "platform/errors.h"
 
 namespace ml::test {
 
 namespace {
 
-constexpr int kDone = 0, kRefused = 1, kKilled = 77, kBroken = 99;
-constexpr int kMaxRuns = 2000;
-constexpr uid_t kNobody = 65534;
-constexpr std::size_t kPage = 4096;
+constexpr std::uint64_t kPage = 4096;
 
-/// How many bytes of a write are on the disk when the process is killed in it: whole pages where there are any.
-std::size_t HalfOf(std::size_t size) { return size / 2 > kPage ? size / 2 / kPage * kPage : size / 2; }
-
-int RunInChild(const std::function<int()>& act) {
-  std::cout.flush();
-  const pid_t child = ::fork();
-  if (child == 0) {
-    int result = kBroken;
-    try {
-      result = act();
-    } catch (const std::exception& error) {
-      std::cerr << "child: " << error.what() << std::endl;
-    }
-    ::_exit(result);
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : kBroken;
+/// What of a write reaches the disk when the process is killed in it: the system writes page by page.
+std::span<const std::byte> UpToAPage(std::span<const std::byte> bytes, std::uint64_t offset) {
+  const auto cut = (offset + bytes.size() / 2) / kPage * kPage;
+  return cut > offset ? bytes.first(cut - offset) : bytes;
 }
 
 }  // namespace
 
 bool FaultyFileSystem::Strikes(Growth growth) {
-  if (before) before(count_);
   const int now = count_++;
   return now == step_ || (fault_ == Fault::DiskFull && now > step_ && growth == Growth::Yes);
 }
@@ -56,7 +30,7 @@ int FaultyFileSystem::Do(Growth growth, Call&& call) {
     return call();
   }
   if (fault_ == Fault::KillInWrite) call();
-  if (IsKill(fault_)) ::_exit(kKilled);
+  if (IsKill(fault_)) ::_exit(kKilledExit);
   errno = fault_ == Fault::Eio ? EIO : ENOSPC;
   return -1;
 }
@@ -67,13 +41,9 @@ ssize_t FaultyFileSystem::Pwrite(int fd, std::span<const std::byte> bytes, std::
   if (!Strikes(grows ? Growth::Yes : Growth::No) || (fault_ == Fault::DiskFull && !grows)) {
     return real_.Pwrite(fd, bytes, offset);
   }
-  if (fault_ == Fault::Kill) ::_exit(kKilled);
-  const auto half = bytes.first(HalfOf(bytes.size()));
-  if (fault_ == Fault::ShortWrite || fault_ == Fault::KillInWrite) {
-    const auto put = real_.Pwrite(fd, half, offset);
-    if (fault_ == Fault::KillInWrite) ::_exit(kKilled);
-    return put;
-  }
+  if (fault_ == Fault::KillInWrite) real_.Pwrite(fd, UpToAPage(bytes, offset), offset);
+  if (IsKill(fault_)) ::_exit(kKilledExit);
+  if (fault_ == Fault::ShortWrite) return real_.Pwrite(fd, bytes.first(bytes.size() / 2), offset);
   errno = fault_ == Fault::Eio ? EIO : ENOSPC;
   return -1;
 }
@@ -91,7 +61,7 @@ int FaultyFileSystem::Open(const std::string& path, int flags, mode_t mode) {
   return Do(growth, [&] { return real_.Open(path, flags, mode); });
 }
 int FaultyFileSystem::Fsync(int fd) {
-  return Do(Growth::No, [&] { return real_.Fsync(fd); });
+  return Do(Growth::No, [&] { return ::fcntl(fd, F_GETFD) < 0 ? -1 : 0; });
 }
 int FaultyFileSystem::Ftruncate(int fd, std::uint64_t size) {
   return Do(Growth::No, [&] { return real_.Ftruncate(fd, size); });
@@ -143,43 +113,6 @@ int FaultyFileSystem::Unlink(const std::string& path) {
 }
 int FaultyFileSystem::Mkdir(const std::string& path, mode_t mode) {
   return Do(Growth::Yes, [&] { return real_.Mkdir(path, mode); });
-}
-
-int SweepFaults(Fault fault, const std::function<void()>& prepare,
-                const std::function<void(platform::FileSystem&)>& act, const std::function<void(Outcome)>& verify) {
-  for (int step = 0; step < kMaxRuns; ++step) {
-    const testing::ScopedTrace trace(__FILE__, __LINE__,
-                                     "fault " + std::to_string(static_cast<int>(fault)) + " at call " + std::to_string(step));
-    prepare();
-    FaultyFileSystem faulty(fault, step);
-    const auto run = [&] {
-      try {
-        act(faulty);
-        return kDone;
-      } catch (const platform::UserError&) {
-        return kRefused;
-      }
-    };
-    const bool kills = fault == Fault::Kill || fault == Fault::KillInWrite;
-    const int result = kills ? RunInChild(run) : run();
-    EXPECT_NE(result, kBroken);
-    verify(result == kDone ? Outcome::Done : result == kRefused ? Outcome::Refused : Outcome::Killed);
-    if (testing::Test::HasFailure()) return step;
-    if (kills ? result != kKilled : !faulty.Hit()) return step;
-  }
-  ADD_FAILURE() << "no end after " << kMaxRuns << " runs";
-  return kMaxRuns;
-}
-
-bool RunAsNobody(const std::function<bool()>& act) {
-  return RunInChild([&] {
-           const bool isRoot = ::geteuid() == 0;
-           if (isRoot && (::setgroups(0, nullptr) != 0 || ::setresgid(kNobody, kNobody, kNobody) != 0 ||
-                          ::setresuid(kNobody, kNobody, kNobody) != 0)) {
-             return kBroken;
-           }
-           return act() ? kDone : kRefused;
-         }) == kDone;
 }
 
 }  // namespace ml::test

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "platform/file_system.h"
@@ -13,19 +12,22 @@ enum class Fault {
   ShortWrite,   ///< one write takes half of its bytes
   DiskFull,     ///< from one call on nothing grows, and no name or directory is made
   Kill,         ///< the process ends instead of the call
-  KillInWrite,  ///< the process ends after half of a write; other calls end it after they were done
+  KillInWrite,  ///< the process ends within a write, or right after any other call
 };
-inline constexpr Fault kErrors[] = {Fault::Eio, Fault::Enospc, Fault::ShortWrite, Fault::DiskFull};
-inline constexpr Fault kKills[] = {Fault::Kill, Fault::KillInWrite};
+inline constexpr Fault kFaults[] = {Fault::Eio,      Fault::Enospc, Fault::ShortWrite,
+                                    Fault::DiskFull, Fault::Kill,   Fault::KillInWrite};
 
-/// The real file system with a fault at one call, counted from 0 over all calls but Close and locks.
+constexpr bool IsKill(Fault fault) { return fault == Fault::Kill || fault == Fault::KillInWrite; }
+/// With this the process ends at a kill.
+inline constexpr int kKilledExit = 77;
+
+/// The real file system with a fault at one call, counted from 0 over all calls but Close and locks; below 0
+/// there is none. Nothing waits for the disk: what was written survives the end of a process all the same.
 class FaultyFileSystem final : public platform::FileSystem {
  public:
   FaultyFileSystem(Fault fault, int step) : fault_(fault), step_(step) {}
   /// Whether the counted call was reached.
   bool Hit() const { return count_ > step_; }
-  /// Called before each call, with its number; for another program's deeds in the middle.
-  std::function<void(int)> before;
 
   int Open(const std::string& path, int flags, mode_t mode) override;
   int Close(int fd) override { return real_.Close(fd); }
@@ -57,25 +59,10 @@ class FaultyFileSystem final : public platform::FileSystem {
   int Do(Growth growth, Call&& call);
   /// Whether the call that begins now is the one, or, on a full disk, a later one.
   bool Strikes(Growth growth);
-  static constexpr bool IsKill(Fault fault) { return fault == Fault::Kill || fault == Fault::KillInWrite; }
-
   platform::FileSystem& real_ = platform::RealFileSystem();
   Fault fault_;
   int step_;
   int count_ = 0;
 };
-
-/// What one run under a fault came to.
-enum class Outcome { Done, Refused, Killed };
-
-/// Runs `act` once for every call it makes, with the fault at that call, until a run passes without meeting
-/// it. Before each run `prepare`, after it `verify` with what came of it. A UserError is a refusal; runs that
-/// may be killed happen in a child process. Gives the number of runs; fails the test if it finds no end.
-int SweepFaults(Fault fault, const std::function<void()>& prepare,
-                const std::function<void(platform::FileSystem&)>& act,
-                const std::function<void(Outcome)>& verify);
-
-/// Runs `act` in a child process as the user nobody, with no rights beyond; whether it returned true.
-bool RunAsNobody(const std::function<bool()>& act);
 
 }  // namespace ml::test
