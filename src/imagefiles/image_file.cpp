@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cstring>
 
 #include "imagefiles/jpeg_image_file.h"
 #include "imaging/scale.h"

@@ -33,12 +33,8 @@ inline std::string SettingsDoNotParse(std::string_view path, std::string_view re
 inline std::string SettingsUnreadable(std::string_view path) {
   return "Unable to read the settings file, nothing was saved:\n" + std::string(path);
 }
-inline std::string SettingsUnwritable(std::string_view path) {
-  return "Unable to write the settings file:\n" + std::string(path);
-}
 inline std::string SettingsNotKept(std::string_view path) {
   return "Unable to keep the damaged settings file, nothing was saved:\n" + std::string(path);
 }
-inline constexpr std::string_view kTooLarge = "it is larger than 16 MiB";
 
 }  // namespace ml::settings

@@ -1,17 +1,19 @@
 #include "settings/settings_store.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <fstream>
-#include <iterator>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
 #include <utility>
 
+#include "platform/atomic_file.h"
 #include "platform/data_folders.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/readable_file.h"
 #include "settings/messages.h"
 #include "settings/toml_document.h"
 
@@ -21,36 +23,45 @@ namespace {
 
 constexpr std::string_view kExe = "Exe";
 /// A file above this size is none of ours.
-constexpr std::uintmax_t kLargestFile = 16u << 20;
+constexpr std::uint64_t kLargestFile = std::uint64_t{16} << 20;
 constexpr int kMostKeptFiles = 1000;
+/// How often a save begins again because another copy of the program was faster.
+constexpr int kSaveAttempts = 5;
 
 enum class FileState { Missing, Unreadable, Broken, Good };
 
 struct SettingsFile {
   FileState state = FileState::Missing;
+  std::string content;
+  std::optional<platform::FileIdentity> identity;
   std::string reason;                                                         ///< why it is broken
   std::unique_ptr<TomlDocument> document = std::make_unique<TomlDocument>();  ///< empty unless Good
 };
 
+bool IsMissing(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+void ReadContent(const std::string& path, SettingsFile& file) {
+  const platform::ReadableFile in(path);
+  if (in.Size() > kLargestFile) throw platform::UserError(SettingsUnreadable(path));
+  const auto bytes = in.Range(0, in.Size());
+  file.content.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  file.identity = in.Identity();
+}
+
 SettingsFile ReadSettingsFile(const std::string& path) {
   SettingsFile file;
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) {
-    file.state = errno == ENOENT || errno == ENOTDIR ? FileState::Missing : FileState::Unreadable;
-    return file;
-  }
-  file.state = FileState::Unreadable;
-  if (!S_ISREG(status.st_mode)) return file;  // opening a pipe would wait for its other end
-  if (static_cast<std::uintmax_t>(status.st_size) > kLargestFile) {
-    file.state = FileState::Broken;
-    file.reason = kTooLarge;
-    return file;
-  }
-  std::ifstream in(path, std::ios::binary);
-  const std::string content{std::istreambuf_iterator<char>(in), {}};
-  if (!in.is_open() || in.bad()) return file;
+  if (IsMissing(path)) return file;
   try {
-    file.document = std::make_unique<TomlDocument>(content);
+    ReadContent(path, file);
+  } catch (const platform::UserError&) {
+    file.state = FileState::Unreadable;
+    return file;
+  }
+  try {
+    file.document = std::make_unique<TomlDocument>(file.content);
     file.state = FileState::Good;
   } catch (const platform::UserError& error) {
     file.state = FileState::Broken;
@@ -59,31 +70,25 @@ SettingsFile ReadSettingsFile(const std::string& path) {
   return file;
 }
 
-/// False with errno EEXIST if there is a file of the new name.
-bool RenameToFreeName(const std::string& from, const std::string& to) {
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  struct stat status {};  // a file system that cannot refuse by itself
-  if (::lstat(to.c_str(), &status) == 0) {
-    errno = EEXIST;
-    return false;
-  }
-  return std::rename(from.c_str(), to.c_str()) == 0;
-}
+std::span<const std::byte> Bytes(const std::string& text) { return std::as_bytes(std::span(text)); }
 
-void KeepBrokenFile(const std::string& path) {
+void KeepBrokenFile(const std::string& path, const std::string& content) {
   const std::string kept = path + ".bad";
   for (int i = 0; i < kMostKeptFiles; ++i) {
-    if (RenameToFreeName(path, i == 0 ? kept : kept + std::to_string(i))) return;
-    if (errno != EEXIST) break;
+    const std::string name = i == 0 ? kept : kept + std::to_string(i);
+    if (!IsMissing(name)) continue;
+    platform::ReplaceFile(name, Bytes(content), {.existing = platform::ExistingFile::Refuse});
+    return;
   }
   throw platform::UserError(SettingsNotKept(path));
 }
 
-void WriteWhole(const std::string& path, const std::string& content) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << content;
-  if (!out.flush()) throw platform::UserError(SettingsUnwritable(path));
+/// Puts `content` in place of the file that was read, and of no other.
+void WriteWhole(const std::string& path, const SettingsFile& file, const std::string& content) {
+  platform::AtomicFileOptions options;
+  options.read = file.identity;
+  if (file.state == FileState::Missing) options.existing = platform::ExistingFile::Refuse;
+  platform::ReplaceFile(path, Bytes(content), std::move(options));
 }
 
 }  // namespace
@@ -109,16 +114,23 @@ Settings SettingsStore::Load(std::string* warning) {
 }
 
 void SettingsStore::Save(const Settings& settings, SaveScope scope) {
-  const auto file = ReadSettingsFile(path_);
-  if (file.state == FileState::Unreadable) throw platform::UserError(SettingsUnreadable(path_));
-  WriteSettings(settings, loaded_, scope, *file.document);
-  if (const auto exe = platform::executablePath(); scope == SaveScope::Everything && !exe.empty()) {
-    file.document->PutText({kExe}, exe);
-  }
-  if (file.document->Changed()) {
-    if (file.state == FileState::Broken) KeepBrokenFile(path_);
+  for (int attempt = 1;; ++attempt) {
+    const auto file = ReadSettingsFile(path_);
+    if (file.state == FileState::Unreadable) throw platform::UserError(SettingsUnreadable(path_));
+    WriteSettings(settings, loaded_, scope, *file.document);
+    if (const auto exe = platform::executablePath(); scope == SaveScope::Everything && !exe.empty()) {
+      file.document->PutText({kExe}, exe);
+    }
+    if (!file.document->Changed()) break;
+    if (file.state == FileState::Broken) KeepBrokenFile(path_, file.content);
     platform::ensureDirectory(std::string(platform::DirectoryOf(path_)));
-    WriteWhole(path_, file.document->Content());
+    try {
+      WriteWhole(path_, file, file.document->Content());
+      break;
+    } catch (const platform::UserError&) {
+      const bool overtaken = platform::IdentityOf(path_) != file.identity;
+      if (!overtaken || attempt == kSaveAttempts) throw;
+    }
   }
   loaded_ = settings;
 }

@@ -128,12 +128,27 @@ TEST_F(Store, TellsWhenItCannotWrite) {
   EXPECT_THROW(store.Save(store.Load()), platform::UserError);
 }
 
-TEST_F(Store, RefusesAFileThatIsTooLarge) {
+TEST_F(Store, TakesAHugeFileForNoneOfOurs) {
   Put("");
   std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
-  std::string warning;
-  EXPECT_EQ(SettingsStore().Load(&warning).raw.jpegQuality, 95);
-  EXPECT_NE(warning.find("16 MiB"), std::string::npos) << warning;
+  SettingsStore store;
+  const auto settings = store.Load();
+  EXPECT_EQ(settings.raw.jpegQuality, 95);
+  EXPECT_THROW(store.Save(settings), platform::UserError);
+}
+
+TEST_F(Store, WritesThroughALinkAndKeepsThePermissions) {
+  const auto target = dir.Write("dotfiles/100.toml", "SplitterPos = 7\n");
+  ::chmod(target.c_str(), 0600);
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  std::filesystem::create_symlink(target, path);
+  SettingsStore store;
+  store.Save(store.Load());
+  EXPECT_TRUE(std::filesystem::is_symlink(path));
+  EXPECT_EQ(TomlDocument(test::ReadAll(target).value()).Integer({"JpegQuality"}), 95);
+  struct stat status {};
+  ASSERT_EQ(::stat(target.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777u, 0600u);
 }
 
 TEST_F(Store, FindsTheCompanionByItsOwnSettings) {

@@ -117,11 +117,11 @@ Picture PaintLandscape(int width, int height, unsigned seed) {
     for (int y = 0; y < height; ++y) {
       const float fy = static_cast<float>(y) / static_cast<float>(height);
       Colour colour = SkyAt(view, fx, fy, aspect);
-      float texture = 5;
+      float texture = 8;
       for (std::size_t i = 0; i < tops.size(); ++i) {
         if (fy < tops[i]) continue;
         colour = Mix(view.ridges[i].colour, {0, 0, 0}, std::min(0.6F, (fy - tops[i]) * 1.5F));
-        texture = 8 + 8 * static_cast<float>(i);
+        texture = 14 + 10 * static_cast<float>(i);
       }
       const auto noise = Random(seed, static_cast<unsigned>(y) * 65537U + static_cast<unsigned>(x)) - 0.5F;
       const float add = noise * texture * grain;
