@@ -34,6 +34,8 @@ uint Unwrapped(QVariant value) {
 }  // namespace
 
 SystemScheme::SystemScheme(QObject* parent) : QObject(parent), current_(SchemeOfPalette()) {
+  // Asking for the bus where there is none could start one.
+  if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return;
   auto bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
   auto question = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));

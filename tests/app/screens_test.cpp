@@ -74,6 +74,16 @@ TEST_P(Screens, Thumbnails) {
   }
 }
 
+TEST_P(Screens, Strip) {
+  ThumbnailList shown(MixedNames(), {700, 130});
+  shown.view->SetArrangement(catalogue::ui::ThumbnailListView::Arrangement::Columns);
+  MarkSome(shown.list);
+  shown.view->MarksChanged();
+  shown.view->clearFocus();
+  shown.WaitForAll();
+  Save(*shown.view, Named("strip"));
+}
+
 TEST_P(Screens, EmptyList) {
   ThumbnailList shown({}, {500, 300});
   shown.view->SetEmptyText(QStringLiteral("Open a directory, or drop one here"));

@@ -98,6 +98,20 @@ TEST(ThumbnailList, KeysMoveAndShiftExtends) {
   EXPECT_EQ(shown.list.focusIndex, 39);
 }
 
+TEST(ThumbnailList, StripRunsToTheRight) {
+  ThumbnailList shown(Numbered(40), {500, 130});
+  shown.view->SetArrangement(View::Arrangement::Columns);
+  QCoreApplication::processEvents();
+  shown.view->SetFocus(3);
+  shown.Key(Qt::Key_Right);
+  EXPECT_EQ(shown.list.focusIndex, 4);
+  shown.Key(Qt::Key_PageDown);
+  EXPECT_EQ(shown.list.focusIndex, 9);
+  const QRect tenth = shown.view->visualRect(shown.view->currentIndex());
+  EXPECT_EQ(tenth.top(), 0);
+  EXPECT_TRUE(shown.view->viewport()->rect().contains(tenth));
+}
+
 TEST(ThumbnailList, MarksOfTheListReachTheViewWithoutEcho) {
   ThumbnailList shown(Numbered(12));
   QSignalSpy edited(shown.view.get(), &View::selectionEdited);

@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <QStyledItemDelegate>
 #include <string_view>
 
 #include "catalogue/ui/directory_model.h"
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int kIndentation = 16;
 constexpr int kIconSize = 20;
+constexpr int kRowHeight = 24;
 /// Wandering through the tree by arrow keys does not load every directory on the way.
 constexpr int kKeysRest = 250;
 
@@ -28,6 +30,15 @@ bool LiesIn(std::string_view directory, std::string_view root) {
   return directory == root || root == "/" || (directory.starts_with(root) && directory[root.size()] == '/');
 }
 
+/// Rows that a finger or an unsteady hand can hit.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, kRowHeight});
+  }
+};
+
 }  // namespace
 
 DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new DirectoryModel(this)) {
@@ -42,6 +53,7 @@ DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new Di
   setTextElideMode(Qt::ElideNone);
   header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   header()->setStretchLastSection(false);
+  setItemDelegate(new RowDelegate(this));
   setModel(model_);
   model_->SetRoots(DefaultRoots());
   connect(model_, &DirectoryModel::listingChanged, this, [this] { GoOnToTarget(); });

@@ -47,15 +47,18 @@ void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   if (!index.isValid() || !model_.Has(row)) return;
   const auto marks = model_.Marks(row);
   const bool focused = model_.HasFocus(row);
+  const bool listHasFocus = option.widget != nullptr && option.widget->hasFocus();
+  // The colour of the focused item is made for the ground of a list that has the focus.
+  const bool marked = marks.selected && focused && listHasFocus;
   const Cell cell{.row = row,
                   .frame = geometry_.Frame(option.rect),
                   .metrics = QFontMetricsF(option.font, painter->device()),
-                  .listHasFocus = option.widget != nullptr && option.widget->hasFocus(),
+                  .listHasFocus = listHasFocus,
                   .selected = marks.selected,
                   .focused = focused,
                   .tagged = marks.tagged,
                   .pixelRatio = painter->device()->devicePixelRatioF(),
-                  .textColour = marks.selected && focused ? colours_->selectedTextColour : colours_->defaultTextColour};
+                  .textColour = marked ? colours_->selectedTextColour : colours_->defaultTextColour};
   painter->save();
   painter->setFont(option.font);
   DrawGround(*painter, cell);
@@ -76,7 +79,8 @@ void ThumbnailDelegate::DrawGround(QPainter& painter, const Cell& cell) const {
     DrawEdges(painter, cell.frame, 1, c.frameLightColour, c.frameDarkColour);
   }
   if (cell.tagged && tagOutline_ > 0) {
-    DrawEdges(painter, cell.frame, std::min(tagOutline_, 2), c.tagOutlineColour, c.tagOutlineColour);
+    const QRect inFrame = cell.frame.adjusted(1, 1, -1, -1);
+    DrawEdges(painter, inFrame, std::min(tagOutline_, 2), c.tagOutlineColour, c.tagOutlineColour);
   }
 }
 
@@ -131,7 +135,7 @@ void ThumbnailDelegate::DrawCaption(QPainter& painter, const Cell& cell) const {
   const auto caption = platform::ui::ToLabel(CutCaption(model_.Path(cell.row), cell.frame.width() - 4, width));
   const double left = cell.frame.left() + (cell.frame.width() - cell.metrics.horizontalAdvance(caption)) / 2;
   painter.setPen(cell.textColour);
-  painter.drawText(QPointF(left, cell.frame.bottom() - cell.metrics.descent()), caption);
+  painter.drawText(QPointF(left, cell.frame.bottom() - 1 - cell.metrics.descent()), caption);
 }
 
 void ThumbnailDelegate::DrawFocusRing(QPainter& painter, const Cell& cell) const {

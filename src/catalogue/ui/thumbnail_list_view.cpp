@@ -123,7 +123,10 @@ void ThumbnailListView::SetBlackAndWhite(bool on) {
 }
 
 void ThumbnailListView::SetArrangement(Arrangement arrangement) {
-  setFlow(arrangement == Arrangement::Rows ? LeftToRight : TopToBottom);
+  const bool rows = arrangement == Arrangement::Rows;
+  setVerticalScrollBarPolicy(rows ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+  setHorizontalScrollBarPolicy(rows ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+  setFlow(rows ? LeftToRight : TopToBottom);
   setWrapping(true);
 }
 
