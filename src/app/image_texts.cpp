@@ -24,8 +24,8 @@ std::string SizeText(off_t bytes) {
   return std::to_string((bytes + kKilo / 2) / kKilo) + " KB";
 }
 
-void AddCount(std::string& text, int count, std::string_view what) {
-  if (count > 0) text += "\n" + std::to_string(count) + " × " + std::string(what);
+void AddCount(std::string& text, int count, std::string_view one, std::string_view several) {
+  if (count > 0) text += "\n" + std::to_string(count) + " " + std::string(count == 1 ? one : several);
 }
 
 std::string FileLines(const std::string& path) {
@@ -65,9 +65,9 @@ std::string EmptyText(const Session& session) {
   auto text = "No images in " + (directory == "/" ? directory : ShownName(directory));
   const auto& leftOut = session.Images().NotTaken();
   if (leftOut.unreadable) return text + "\nThe directory cannot be read";
-  AddCount(text, leftOut.hiddenImages, "hidden image");
-  AddCount(text, leftOut.longNames, "raw file with too long a name");
-  AddCount(text, leftOut.otherFiles, "other file");
+  AddCount(text, leftOut.hiddenImages, "hidden image", "hidden images");
+  AddCount(text, leftOut.longNames, "raw file with too long a name", "raw files with too long names");
+  AddCount(text, leftOut.otherFiles, "other file", "other files");
   return text;
 }
 
