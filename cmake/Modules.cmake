@@ -16,6 +16,19 @@ function(ml_module name)
   target_link_libraries(ml_${name} PUBLIC ${ARG_DEPENDS} PRIVATE ml_warnings ${ARG_PRIVATE} Threads::Threads)
 endfunction()
 
+# ml_ui_module(platform SOURCES a.cpp .. [RESOURCES x.qrc ..] [DEPENDS platform imaging_ui ..] [QT Svg ..]) makes the
+# static library ml_platform_ui: the Qt widgets of a module, in its folder ui/. DEPENDS are modules as above.
+function(ml_ui_module name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;RESOURCES;DEPENDS;QT" ${ARGN})
+  add_library(ml_${name}_ui STATIC ${ARG_SOURCES} ${ARG_RESOURCES})
+  set_target_properties(ml_${name}_ui PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_include_directories(ml_${name}_ui PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_compile_definitions(ml_${name}_ui PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+  list(TRANSFORM ARG_DEPENDS PREPEND ml_)
+  list(TRANSFORM ARG_QT PREPEND Qt6::)
+  target_link_libraries(ml_${name}_ui PUBLIC ${ARG_DEPENDS} Qt6::Widgets PRIVATE ml_warnings ${ARG_QT} Threads::Threads)
+endfunction()
+
 # ml_test(platform SOURCES a_test.cpp .. LINK ml_platform ..) makes ml_test_platform, one ctest entry.
 function(ml_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})

@@ -1,0 +1,152 @@
+#include "catalogue/ui/directory_tree.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <string_view>
+
+#include "catalogue/ui/directory_model.h"
+#include "platform/paths.h"
+
+namespace ml::catalogue::ui {
+namespace {
+
+constexpr int kIndentation = 16;
+constexpr int kIconSize = 20;
+/// Wandering through the tree by arrow keys does not load every directory on the way.
+constexpr int kKeysRest = 250;
+
+/// What of `directory` lies below `root`, without a "/" at its begin.
+std::string_view Below(std::string_view directory, std::string_view root) {
+  if (directory.size() <= root.size()) return {};
+  directory.remove_prefix(root.size());
+  while (directory.starts_with('/')) directory.remove_prefix(1);
+  return directory;
+}
+
+bool LiesIn(std::string_view directory, std::string_view root) {
+  return directory == root || root == "/" || (directory.starts_with(root) && directory[root.size()] == '/');
+}
+
+}  // namespace
+
+DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new DirectoryModel(this)) {
+  setAccessibleName(QStringLiteral("Directories"));
+  setHeaderHidden(true);
+  setUniformRowHeights(true);
+  setIndentation(kIndentation);
+  setIconSize({kIconSize, kIconSize});
+  setFrameShape(QFrame::NoFrame);
+  setEditTriggers(NoEditTriggers);
+  setExpandsOnDoubleClick(true);
+  setTextElideMode(Qt::ElideNone);
+  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  header()->setStretchLastSection(false);
+  setModel(model_);
+  model_->SetRoots(DefaultRoots());
+  connect(model_, &DirectoryModel::listingChanged, this, [this] { GoOnToTarget(); });
+  connect(this, &QTreeView::expanded, model_, &DirectoryModel::Read);
+  choice_.setSingleShot(true);
+  connect(&choice_, &QTimer::timeout, this, [this] {
+    if (currentIndex().isValid()) Q_EMIT directoryChosen(Directory());
+  });
+}
+
+void DirectoryTree::SetDirectory(const std::string& directory) {
+  target_ = platform::normaliseDirectory(directory);
+  choice_.stop();
+  GoOnToTarget();
+}
+
+std::string DirectoryTree::Directory() const { return model_->Path(currentIndex()); }
+
+void DirectoryTree::SetShowHidden(bool show) {
+  const std::string directory = target_.empty() ? Directory() : target_;
+  const QScopedValueRollback guard(quiet_, true);
+  model_->SetShowHidden(show);
+  if (!directory.empty()) SetDirectory(directory);
+}
+
+void DirectoryTree::Refresh() {
+  const std::string directory = target_.empty() ? Directory() : target_;
+  const QScopedValueRollback guard(quiet_, true);
+  if (const auto roots = DefaultRoots(); static_cast<int>(roots.size()) != model_->rowCount()) model_->SetRoots(roots);
+  ReadOpen({});
+  if (!directory.empty()) SetDirectory(directory);
+}
+
+void DirectoryTree::ReadOpen(const QModelIndex& parent) {
+  for (int row = 0; row < model_->rowCount(parent); ++row) {
+    const QModelIndex child = model_->index(row, 0, parent);
+    if (!isExpanded(child)) continue;
+    model_->Read(child);
+    ReadOpen(child);
+  }
+}
+
+/// The root that is nearest: a volume before home, home before "/".
+QModelIndex DirectoryTree::RootFor(const std::string& directory) const {
+  QModelIndex best;
+  for (int row = 0; row < model_->rowCount(); ++row) {
+    const QModelIndex root = model_->RootAt(row);
+    const auto path = model_->Path(root);
+    if (LiesIn(directory, path) && path.size() > model_->Path(best).size()) best = root;
+  }
+  return best;
+}
+
+/// One level after the other; where a level was not read yet, its listing brings us back here.
+void DirectoryTree::GoOnToTarget() {
+  if (target_.empty()) return;
+  QModelIndex at = RootFor(target_);
+  while (at.isValid() && model_->Path(at) != target_) {
+    if (!model_->IsListed(at)) {
+      model_->Read(at);
+      return;
+    }
+    const auto rest = Below(target_, model_->Path(at));
+    at = model_->ChildNamed(at, std::string(rest.substr(0, rest.find('/'))));
+    expand(at.parent());
+  }
+  target_.clear();
+  const QScopedValueRollback guard(quiet_, true);
+  setCurrentIndex(at);
+  scrollTo(at);
+}
+
+void DirectoryTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTreeView::currentChanged(current, previous);
+  if (quiet_ || !current.isValid()) return;
+  target_.clear();
+  choice_.start(byKey_ ? kKeysRest : 0);
+}
+
+/// The current row moves on to a neighbour when its directory is gone; nobody chose that one.
+void DirectoryTree::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) {
+  const QScopedValueRollback guard(quiet_, true);
+  QTreeView::rowsAboutToBeRemoved(parent, start, end);
+}
+
+/// A view without a current row takes its first one when it gets the focus.
+void DirectoryTree::focusInEvent(QFocusEvent* event) {
+  const QScopedValueRollback guard(quiet_, true);
+  QTreeView::focusInEvent(event);
+}
+
+void DirectoryTree::keyPressEvent(QKeyEvent* event) {
+  const QScopedValueRollback guard(byKey_, true);
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && currentIndex().isValid()) {
+    choice_.start(0);
+    return;
+  }
+  QTreeView::keyPressEvent(event);
+}
+
+void DirectoryTree::contextMenuEvent(QContextMenuEvent* event) {
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  const QPoint row = viewport()->mapToGlobal(visualRect(currentIndex()).center());
+  Q_EMIT contextMenuWanted(byKey && currentIndex().isValid() ? row : event->globalPos());
+}
+
+}  // namespace ml::catalogue::ui

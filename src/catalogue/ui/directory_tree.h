@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QTimer>
+#include <QTreeView>
+#include <string>
+#include <vector>
+
+namespace ml::catalogue::ui {
+
+class DirectoryModel;
+
+/// The directories of the machine: home, "/" and the mounted volumes, read as they are opened.
+class DirectoryTree final : public QTreeView {
+  Q_OBJECT
+
+ public:
+  explicit DirectoryTree(QWidget* parent = nullptr);
+
+  /// Opens the tree down to `directory` (full path) and selects it, without a signal; it takes effect as the
+  /// levels above are read. A later choice of the user wins.
+  void SetDirectory(const std::string& directory);
+  /// The selected directory; empty if there is none.
+  std::string Directory() const;
+  /// "ShowHiddenDirectories"
+  void SetShowHidden(bool show);
+  /// Looks again at the mounted volumes and at what is open.
+  void Refresh();
+
+ Q_SIGNALS:
+  /// By mouse, or by keyboard once the keys rest.
+  void directoryChosen(const std::string& directory);
+  void contextMenuWanted(const QPoint& globalPosition);
+
+ protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void GoOnToTarget();
+  QModelIndex RootFor(const std::string& directory) const;
+  void ReadOpen(const QModelIndex& parent);
+
+  DirectoryModel* model_;
+  std::string target_;  ///< where SetDirectory is on its way to; empty when arrived
+  QTimer choice_;       ///< runs between a choice and its signal
+  bool byKey_ = false;
+  bool quiet_ = false;  ///< the current row moves without being chosen
+};
+
+}  // namespace ml::catalogue::ui
