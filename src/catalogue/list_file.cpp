@@ -10,7 +10,9 @@
 #include "platform/atomic_file.h"
 #include "platform/errors.h"
 #include "platform/file_status.h"
+#include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/temporary_name.h"
 
 namespace ml::catalogue {
 
@@ -39,6 +41,7 @@ WriteState WriteIfChanged(const std::string& path, std::string_view text) {
   if (old.state != ReadState::Missing && !platform::MakeWritable(path)) return WriteState::Failed;
   try {
     platform::ReplaceFile(path, std::as_bytes(std::span(text)));
+    platform::RemoveStaleTemporaries(std::string(platform::DirectoryOf(path)));  // we write here anyway
     return WriteState::Written;
   } catch (const platform::UserError&) {
     return WriteState::Failed;

@@ -9,6 +9,7 @@
 #include "cli/output.h"
 #include "cli/run_state.h"
 #include "platform/errors.h"
+#include "platform/linked_overwrite.h"
 #include "settings/setting_list.h"
 #include "settings/settings_store.h"
 
@@ -34,7 +35,16 @@ void LoadSettings(RunState& state) {
   }
 }
 
+/// What a crash of an earlier run left half done, before anything else is written.
+void FinishEarlierRuns() {
+  const auto recovery = platform::FinishInterruptedOverwrites();
+  for (const auto& path : recovery.finished) Complain(path + ": a change that was cut off has been finished");
+  for (const auto& path : recovery.recovered) Complain(path + ": holds a change that was cut off");
+  for (const auto& sentence : recovery.failures) Complain(sentence);
+}
+
 ExitCode Run(RunState& state) {
+  FinishEarlierRuns();
   try {
     LoadSettings(state);
   } catch (const platform::UserError& error) {

@@ -33,7 +33,7 @@ void RunOrder(const OrderArguments& arguments, RunState& state) {
   }
   if (arguments.taggedFirst) loaded.catalogue.MoveTaggedToStart();
   if (!arguments.dryRun) {
-    loaded.catalogue.SaveCustomOrder();
+    if (!loaded.catalogue.SaveCustomOrder()) state.Fail(arguments.directory + ": the order could not be written");
     if (!arguments.save.empty()) {
       if (std::filesystem::exists(arguments.save) && !arguments.overwrite) {
         state.Fail(arguments.save + ": exists, not written; choose --overwrite");

@@ -44,7 +44,9 @@ void RunTags(const TagsArguments& arguments, RunState& state) {
   LoadTags(arguments.merge, true, ignoreExtension, loaded);
   SetTags(arguments.add, true, loaded, state);
   SetTags(arguments.remove, false, loaded, state);
-  if (arguments.Changes() && !arguments.dryRun) loaded.catalogue.SaveTags();
+  if (arguments.Changes() && !arguments.dryRun && !loaded.catalogue.SaveTags()) {
+    state.Fail(arguments.directory + ": the tags could not be written");
+  }
   if (!arguments.save.empty() && !arguments.dryRun) {
     if (std::filesystem::exists(arguments.save) && !arguments.overwrite) {
       state.Fail(arguments.save + ": exists, not written; choose --overwrite");
