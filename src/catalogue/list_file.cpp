@@ -2,12 +2,17 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <fstream>
 #include <span>
+#include <utility>
 
+#include "platform/atomic_file.h"
 #include "platform/errors.h"
+#include "platform/file_status.h"
+#include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/temporary_name.h"
 
 namespace ml::catalogue {
 
@@ -15,29 +20,15 @@ namespace {
 
 constexpr std::uint64_t kLargestListFile = 64U << 20U;
 
-void MakeWritable(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0 || (status.st_mode & S_IWUSR) != 0) return;
-  ::chmod(path.c_str(), (status.st_mode & 07777U) | S_IWUSR);  // if it fails, so does the write
-}
-
-void Replace(const std::string& path, std::string_view text) {
-  std::ofstream out(path, std::ios::binary);
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
-  if (!out.flush()) throw platform::UserError("Unable to write to file:\n" + path);
-}
-
 }  // namespace
 
 ListFileText ReadListFile(const std::string& path) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) != 0 && errno == ENOENT) return {};
   try {
-    const platform::ReadableFile file(path);
-    if (file.Size() > kLargestListFile) return {ReadState::Unreadable, {}};
-    std::string text(file.Size(), '\0');
-    const auto read = file.ReadAt(0, std::as_writable_bytes(std::span(text)));
-    text.resize(read);
+    const auto bytes = platform::ReadFile(path, kLargestListFile);
+    std::string text(bytes.size(), '\0');
+    std::ranges::transform(bytes, text.begin(), [](std::byte b) { return static_cast<char>(b); });
     return {ReadState::Read, std::move(text)};
   } catch (const platform::UserError&) {
     return {ReadState::Unreadable, {}};
@@ -47,9 +38,10 @@ ListFileText ReadListFile(const std::string& path) {
 WriteState WriteIfChanged(const std::string& path, std::string_view text) {
   const auto old = ReadListFile(path);
   if (old.state == ReadState::Read && old.text == text) return WriteState::Unchanged;
+  if (old.state != ReadState::Missing && !platform::MakeWritable(path)) return WriteState::Failed;
   try {
-    MakeWritable(path);
-    Replace(path, text);
+    platform::ReplaceFile(path, std::as_bytes(std::span(text)));
+    platform::RemoveStaleTemporaries(std::string(platform::DirectoryOf(path)));  // we write here anyway
     return WriteState::Written;
   } catch (const platform::UserError&) {
     return WriteState::Failed;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "imagefiles/format_table.h"
 #include "imagefiles/histogram.h"
@@ -22,12 +24,22 @@ struct BitmapQuality {
 };
 
 /// The size at which a `sourceWidth` x `sourceHeight` picture shows within `limits`: aspect ratio kept in
-/// integer divisions, never enlarged.
+/// integer divisions, never enlarged, never under one pixel.
 struct FittedSize {
   int width = 0, height = 0;
   friend bool operator==(const FittedSize&, const FittedSize&) = default;
 };
 FittedSize FitToLimits(int sourceWidth, int sourceHeight, const DisplayLimits& limits);
+
+/// A picture as it is to be shown, turned if it has to be.
+struct DecodedPicture {
+  imaging::PixelBuffer pixels;  ///< 8-bit red-green-blue without padding
+  int fullWidth = 0;            ///< size of the picture in the file
+  int fullHeight = 0;
+};
+
+/// The least size of pixels that is wanted of a picture of this full size.
+using SizeWanted = std::function<FittedSize(int fullWidth, int fullHeight)>;
 
 /// One image file, bound to its path for one operation. Not for use by two threads at once.
 class ImageFile {
@@ -53,9 +65,9 @@ class ImageFile {
   const ImageFileOptions& Options() const { return options_; }
 
  private:
-  /// Red-green-blue pixels at least as large as `box` wants after the turn, or at full size if that is
-  /// smaller; a decoder that can scale while decoding may give less than the full size.
-  virtual imaging::PixelBuffer Decode(const DisplayLimits& limits) = 0;
+  /// Decodes the picture at the size that `wanted` names or above; a decoder that can scale while decoding
+  /// may give less than the full size. Throws UserError, naming the file.
+  virtual DecodedPicture Decode(const SizeWanted& wanted) = 0;
 
   const FormatRow& row_;
   std::string path_;

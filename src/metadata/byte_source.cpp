@@ -11,6 +11,13 @@ std::vector<std::byte> ByteSource::Read(std::uint64_t offset, std::size_t length
   return bytes;
 }
 
+std::vector<std::byte> ByteSource::ReadUpTo(std::uint64_t offset, std::size_t length) const {
+  const auto rest = Size() - std::min(Size(), offset);
+  std::vector<std::byte> bytes(static_cast<std::size_t>(std::min<std::uint64_t>(length, rest)));
+  bytes.resize(ReadSome(offset, bytes));
+  return bytes;
+}
+
 std::uint32_t ByteSource::ReadNumber(std::uint64_t offset, std::size_t width, ByteOrder order) const {
   std::array<std::byte, 4> bytes{};
   const std::span<std::byte> used(bytes.data(), width);
@@ -27,13 +34,13 @@ std::size_t MemorySource::ReadSome(std::uint64_t offset, std::span<std::byte> ou
 }
 
 std::size_t FileSource::ReadSome(std::uint64_t offset, std::span<std::byte> out) const {
-  if (out.size() > window_.size()) return file_.ReadAt(offset, out);
+  if (out.size() > window_.size()) return file_.Read(offset, out);
   const bool inside = offset >= windowOffset_ && offset - windowOffset_ <= windowSize_ &&
                       out.size() <= windowSize_ - (offset - windowOffset_);
   if (!inside) {
     windowSize_ = 0;  // stays so if the read throws
     windowOffset_ = offset;
-    windowSize_ = file_.ReadAt(offset, window_);
+    windowSize_ = file_.Read(offset, window_);
   }
   const auto start = static_cast<std::size_t>(offset - windowOffset_);
   const auto count = std::min(out.size(), windowSize_ - start);

@@ -30,6 +30,8 @@ class ByteSource {
   }
   /// The `length` bytes at `offset`; nothing is allocated for a range that is not there.
   std::vector<std::byte> Read(std::uint64_t offset, std::size_t length) const;
+  /// As many of them as there are; for a file that may become shorter meanwhile.
+  std::vector<std::byte> ReadUpTo(std::uint64_t offset, std::size_t length) const;
   /// `width` (1, 2 or 4) bytes as a number.
   std::uint32_t ReadNumber(std::uint64_t offset, std::size_t width, ByteOrder order) const;
 

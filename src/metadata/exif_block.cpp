@@ -9,14 +9,17 @@ constexpr std::uint32_t kSmallestExif = 9;  ///< payload bytes: a length field a
 constexpr std::uint32_t kTiffStart = 6;     ///< behind "Exif" and two zeros
 constexpr std::uint16_t kOrientation = 274;
 constexpr std::uint16_t kThumbnailOffset = 0x201;
+constexpr int kMaxBlocks = 16;             ///< a file may hold any number of segments; cameras write one
 constexpr std::size_t kMaxThumbnails = 8;  ///< cameras write one or two
 
-/// Visits the entries of the directory chain of every EXIF block until the visitor stops. A damaged block costs
-/// only what comes after the damage in it.
+/// Visits the entries of the directory chain of every EXIF block, up to a limit, until the visitor stops. A damaged
+/// block costs only what comes after the damage in it.
 template <class Visitor>
 void WalkExifChains(const ByteSource& source, Visitor&& visitor) {
   JpegSegments segments(source);
-  while (const auto block = NextExifBlock(segments)) {
+  for (int i = 0; i < kMaxBlocks; ++i) {
+    const auto block = NextExifBlock(segments);
+    if (!block) return;
     const MemorySource tiff(block->tiff);
     const auto header = ReadTiffHeader(tiff, 0);
     if (!header || !header->IsTiff()) continue;
@@ -56,6 +59,7 @@ std::optional<ExifBlock> NextExifBlock(JpegSegments& segments) {
   while (const auto segment = segments.Next()) {
     if (!IsExifSegment(segments, *segment)) continue;
     auto bytes = segments.Payload(*segment);
+    if (bytes.size() < kTiffStart) return std::nullopt;  // the file became shorter
     bytes.erase(bytes.begin(), bytes.begin() + kTiffStart);
     return ExifBlock{segment->payload + kTiffStart, std::move(bytes)};
   }

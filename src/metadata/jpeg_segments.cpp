@@ -36,7 +36,7 @@ std::optional<JpegSegment> JpegSegments::Next() {
 
 bool JpegSegments::PayloadStartsWith(const JpegSegment& segment, std::string_view text) const {
   if (segment.payloadSize < text.size()) return false;
-  const auto start = source_.Read(segment.payload, text.size());
+  const auto start = source_.ReadUpTo(segment.payload, text.size());
   return ByteView(start, ByteOrder::Big).StartsWith(text);
 }
 

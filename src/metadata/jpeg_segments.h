@@ -40,7 +40,7 @@ class JpegSegments {
 
   /// The payload, as far as the file holds it.
   std::vector<std::byte> Payload(const JpegSegment& segment) const {
-    return source_.Read(segment.payload, segment.payloadSize);
+    return source_.ReadUpTo(segment.payload, segment.payloadSize);
   }
   bool PayloadStartsWith(const JpegSegment& segment, std::string_view text) const;
 

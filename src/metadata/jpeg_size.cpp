@@ -1,5 +1,7 @@
 #include "metadata/jpeg_size.h"
 
+#include <algorithm>
+
 #include "metadata/jpeg_segments.h"
 
 namespace ml::metadata {
@@ -18,8 +20,8 @@ std::optional<JpegSize> ReadJpegSize(const ByteSource& source) {
   JpegSegments segments(source);
   while (const auto segment = segments.Next()) {
     if (!IsFrameHeader(segment->marker)) continue;
-    if (segment->payloadSize < kFrameHeaderSize) return std::nullopt;
-    const auto bytes = source.Read(segment->payload, kFrameHeaderSize);
+    const auto bytes = source.ReadUpTo(segment->payload, std::min(segment->payloadSize, kFrameHeaderSize));
+    if (bytes.size() < kFrameHeaderSize) return std::nullopt;
     const ByteView header(bytes, ByteOrder::Big);  // sample depth, height, width, components
     return JpegSize{.width = header.readShort(3),
                     .height = header.readShort(1),

@@ -2,32 +2,44 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
+#include <vector>
+
+#include "platform/file_identity.h"
+#include "platform/open_file.h"
 
 namespace ml::platform {
 
-/// A regular file, open for reading by position. Never waits on a FIFO and never opens a device. Moves, does
-/// not copy.
+/// A file opened for reading of ranges; nothing is read ahead. Only regular files: a pipe or device is
+/// refused at once. All failures are UserErrors that name the file.
 class ReadableFile {
  public:
-  /// Throws UserError, naming the file, if it cannot be opened or is no regular file.
-  explicit ReadableFile(std::string path);
-  ~ReadableFile();
-  ReadableFile(ReadableFile&& other) noexcept;
-  ReadableFile& operator=(ReadableFile&& other) noexcept;
+  explicit ReadableFile(const std::string& path, FileSystem& fileSystem = RealFileSystem());
 
-  const std::string& Path() const { return path_; }
-  /// In bytes, when it was opened.
-  std::uint64_t Size() const { return size_; }
-  /// Fills `out` from `offset` on and gives the number of bytes read, less than asked only at the end of the
-  /// file. Throws UserError on a read error.
-  std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> out) const;
+  const std::string& Path() const noexcept { return file_.Label(); }
+  /// As it was when the file was opened.
+  std::uint64_t Size() const noexcept { return identity_.size; }
+  const FileIdentity& Identity() const noexcept { return identity_; }
+  /// Fills `buffer` from `offset` on; how many bytes there were, less than wanted only at the end.
+  std::size_t Read(std::uint64_t offset, std::span<std::byte> buffer) const { return file_.Read(offset, buffer); }
+  /// At most `length` bytes at `offset`, fewer at the end; never allocates more than the file holds.
+  std::vector<std::byte> Range(std::uint64_t offset, std::uint64_t length) const;
 
  private:
-  std::string path_;
-  int descriptor_ = -1;
-  std::uint64_t size_ = 0;
+  OpenFile file_;
+  FileIdentity identity_;
 };
+
+/// Nothing where the file is missing, not regular, or may not be read.
+std::optional<ReadableFile> OpenIfReadable(const std::string& path, FileSystem& fileSystem = RealFileSystem());
+
+/// Largest file that ReadFile takes unless told otherwise.
+inline constexpr std::uint64_t kMaxWholeFile = std::uint64_t{1} << 30;
+
+/// The whole file. Throws UserError, also if it has more than `limit` bytes.
+std::vector<std::byte> ReadFile(const std::string& path, std::uint64_t limit = kMaxWholeFile,
+                                FileSystem& fileSystem = RealFileSystem());
 
 }  // namespace ml::platform

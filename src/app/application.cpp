@@ -1,0 +1,123 @@
+#include "app/application.h"
+
+#include <sys/stat.h>
+
+#include <QApplication>
+#include <QSessionManager>
+#include <clocale>
+#include <cstdio>
+#include <span>
+
+#include "app/exit_signals.h"
+#include "app/icons.h"
+#include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
+#include "app/session.h"
+#include "app/startup/affinity.h"
+#include "app/startup/messages.h"
+#include "app/startup/start_options.h"
+#include "app/system_scheme.h"
+#include "app/theme.h"
+#include "app/thumbnail_relay.h"
+#include "app/window_interaction.h"
+#include "platform/errors.h"
+#include "settings/settings_store.h"
+
+namespace ml::app {
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+bool FileExists(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0;
+}
+
+void PrepareToolkit() {
+  // The toolkit took the user's locale; numbers in files and texts are written and read in the "C" locale.
+  std::setlocale(LC_NUMERIC, "C");
+  QApplication::setApplicationName(QStringLiteral("Marrowlantern"));
+  QApplication::setApplicationVersion(QStringLiteral("1.0.0-dev"));
+  QApplication::setWindowIcon(ApplicationIcon());
+  QApplication::setDesktopFileName(QStringLiteral("com.tarnwick.Marrowlantern"));
+}
+
+/// Options, with the boxes that belong to them. False if the program ends here.
+bool ReadCommandLine(std::span<const char* const> arguments, platform::Interaction& ask, StartArguments& start) {
+  start = ScanArguments(arguments, FileExists);
+  if (start.options.usageRequested) {
+    ask.message(UsageBox());
+    return false;
+  }
+  if (const auto box = CheckScript(start.options, FileExists)) ask.message(*box);
+  if (const auto box = ApplyProcessor(start.options.cpuPreference, SystemAffinity())) ask.message(*box);
+  return true;
+}
+
+settings::Settings LoadSettings(settings::SettingsStore& store) {
+  std::string warning;
+  auto settings = store.Load(&warning);
+  if (!warning.empty()) std::fprintf(stderr, "marrowlantern: %s\n", warning.c_str());
+  return settings;
+}
+
+void SaveEverything(Session& session, settings::SettingsStore& store) {
+  session.Leave();
+  try {
+    store.Save(session.settings);
+  } catch (const platform::UserError& error) {
+    session.Ask().message({.text = error.what(), .caption = "Error", .icon = platform::BoxIcon::Error});
+  }
+}
+
+/// The desktop ends, perhaps with us still running for a while: everything is saved, nobody is asked.
+void SaveForSessionEnd(CMainFrame& frame, Session& session, settings::SettingsStore& store, WindowInteraction& ask) {
+  ask.Silence(true);
+  frame.SavePlace(session.settings.window);
+  SaveEverything(session, store);
+  session.Worker().Resume();
+  ask.Silence(false);
+}
+
+}  // namespace
+
+int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&, Session&)>& loaded) {
+  QApplication application(argc, argv);
+  PrepareToolkit();
+  const SystemScheme scheme(&application);
+  ApplyTheme(application, scheme.Current());
+  QObject::connect(&scheme, &SystemScheme::changed, &application,
+                   [&application](Scheme wanted) { ApplyTheme(application, wanted); });
+  WindowInteraction ask;
+  StartArguments start;
+  const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+  if (!ReadCommandLine(arguments.subspan(arguments.empty() ? 0 : 1), ask, start)) return kWrongUsage;
+
+  settings::SettingsStore store;
+  ThumbnailRelay relay;
+  Session session(LoadSettings(store), ask, [&relay](int index) { Q_EMIT relay.ready(index); });
+  CMainFrame frame(session);
+  ask.SetParent(&frame);
+  frame.RestorePlace(session.settings.window);
+  QObject::connect(&relay, &ThumbnailRelay::ready, &frame, &CMainFrame::ThumbnailReady);
+  QObject::connect(&frame, &CMainFrame::firstShown, &frame, [&] {
+    frame.View().ThumbnailSizeChanged();  // now the screen is known
+    frame.Runner().Do([&] { session.FirstLoad(start.tokens); });
+    if (!session.list.Empty()) frame.View().FocusMainPane();
+    if (loaded) loaded(frame, session);
+  });
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame,
+                   [&] { SaveForSessionEnd(frame, session, store, ask); });
+  const ExitSignals exitSignals([&ask] {
+    ask.Silence(true);
+    QCoreApplication::exit(0);
+  });
+
+  frame.show();
+  const int code = QApplication::exec();
+  if (frame.isVisible()) frame.SavePlace(session.settings.window);
+  SaveEverything(session, store);
+  return code;
+}
+
+}  // namespace ml::app

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QObject>
+#include <array>
+#include <functional>
+
+#include "app/command_table.h"
+#include "settings/groups/window_settings.h"
+
+class QAction;
+class QMenu;
+class QMenuBar;
+class QToolBar;
+
+namespace ml::app {
+
+/// The command table as the toolkit's actions, and the menus and the tool bar made of them. The actions belong
+/// to this object.
+class CommandActions final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit CommandActions(QObject* parent);
+
+  QAction* At(CommandId id) const { return actions_[static_cast<std::size_t>(id)]; }
+  /// Switches every action on or off and sets its mark.
+  void Update(const CommandState& state);
+
+  void FillMenuBar(QMenuBar& bar);
+  void FillToolBar(QToolBar& bar);
+  /// What can be done now with the images in a pane.
+  void FillContextMenu(QMenu& menu) const;
+  /// The entries for `recent`, in the File menu and below the button for opening.
+  void ShowRecent(const settings::RecentDirectories& recent);
+
+ Q_SIGNALS:
+  void triggered(CommandId id, int argument);
+
+ private:
+  QMenu* MenuOf(Menu menu) const { return menus_[static_cast<std::size_t>(menu)]; }
+
+  std::array<QAction*, kCommandCount> actions_{};
+  std::array<QMenu*, 6> menus_{};
+  std::array<QAction*, settings::kMaxRecentDirectories> recent_{};
+};
+
+}  // namespace ml::app

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <span>
+
+#include "app/command_table.h"
+
+namespace ml::app {
+
+class CMainFrame;
+class CMarrowlanternView;
+class Session;
+
+/// What a handler works on.
+struct CommandContext {
+  Session& session;
+  CMarrowlanternView& view;
+  CMainFrame& frame;
+  int argument = 0;  ///< see CommandId
+};
+
+using Handler = void (*)(CommandContext&);
+struct HandlerRow {
+  CommandId id;
+  Handler run;
+};
+
+/// The handlers, one file a group.
+std::span<const HandlerRow> CatalogueHandlers();
+std::span<const HandlerRow> OrderHandlers();
+std::span<const HandlerRow> TagHandlers();
+std::span<const HandlerRow> ViewHandlers();
+std::span<const HandlerRow> HelpHandlers();
+
+/// Runs commands: refuses those that are off, shows the one box of those that fail, and brings the window up
+/// to date afterwards.
+class CommandRunner {
+ public:
+  /// Throws std::logic_error if a command has no row or not exactly one handler.
+  CommandRunner(Session& session, CMarrowlanternView& view, CMainFrame& frame);
+  /// Neither throws.
+  void Run(CommandId id, int argument = 0);
+  /// The same for what the user does in a pane.
+  void Do(const std::function<void()>& act);
+
+ private:
+  Session& session_;
+  CMarrowlanternView& view_;
+  CMainFrame& frame_;
+  std::array<Handler, kCommandCount> handlers_{};
+};
+
+}  // namespace ml::app

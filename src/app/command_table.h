@@ -1,0 +1,93 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "app/command_state.h"
+
+/// Everything the user can tell the window to do: one row a command. Menus, tool bar, keys, the page of keys
+/// and the enabling are made from this table alone; a new command is one row and one handler.
+namespace ml::app {
+
+enum class CommandId {
+  OpenDirectory,
+  ParentDirectory,
+  RefreshDirectory,
+  RecentDirectory,  ///< its argument is the place in the list, from 0
+  LoadTags,
+  MergeTags,
+  SaveTags,
+  Quit,
+  SelectAll,
+  SelectNone,
+  InvertSelection,
+  SelectTagged,
+  TagImage,
+  AddTag,
+  RemoveTag,
+  TagSelected,
+  UntagSelected,
+  TagNone,
+  MoveTaggedToStart,
+  MainView,
+  ThumbnailView,
+  ToggleView,
+  SmallThumbnails,
+  LargeThumbnails,
+  ExtraLargeThumbnails,
+  SortNumerically,
+  SortAlphabetically,
+  SortByTimestamp,
+  SortByFileType,
+  CustomOrder,
+  ReverseSortOrder,
+  SaveCustomOrder,
+  SaveCustomOrderAs,
+  LoadCustomOrder,
+  HighQuality,
+  BlackAndWhite,
+  ShowControls,
+  StatusBar,
+  PreviousImage,
+  NextImage,
+  FirstImage,
+  LastImage,
+  Wraparound,
+  KeyboardShortcuts,
+  About,
+  kCount
+};
+inline constexpr int kCommandCount = static_cast<int>(CommandId::kCount);
+
+enum class Menu { File, Edit, View, Sort, Image, Help };
+
+/// How a command that has a state shows it.
+enum class Mark { None, Check, Radio };
+
+struct CommandRow {
+  CommandId id;
+  Menu menu;
+  int group;              ///< a line is drawn in the menu where it changes
+  std::string_view text;  ///< with "&" before the mnemonic
+  std::string_view tip;
+  std::string_view keys;  ///< portable names, several joined by "; "
+  std::string_view icon;  ///< freedesktop name or our own, may be empty
+  Rule enabled;
+  Mark mark = Mark::None;
+  Rule checked = nullptr;  ///< present exactly where `mark` is not None
+};
+
+/// In the order of the menus.
+std::span<const CommandRow> Commands();
+/// Every id but kCount has a row; a missing one is a mistake of ours and throws std::logic_error.
+const CommandRow& FindCommand(CommandId id);
+/// `text` without mnemonic and dots: "Save Tags".
+std::string_view MenuTitle(Menu menu);
+
+/// A key that a pane handles itself, listed with the others on the page of keys.
+struct PaneKey {
+  std::string_view keys, pane, effect;
+};
+std::span<const PaneKey> PaneKeys();
+
+}  // namespace ml::app

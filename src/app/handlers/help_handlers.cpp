@@ -1,0 +1,20 @@
+#include "app/command_runner.h"
+#include "app/help_dialogs.h"
+#include "app/main_frame.h"
+
+namespace ml::app {
+namespace {
+
+void ShowKeys(CommandContext& context) { ShowKeyboardShortcuts(context.frame); }
+void About(CommandContext& context) { ShowAbout(context.frame); }
+
+constexpr HandlerRow kHandlers[] = {
+    {CommandId::KeyboardShortcuts, ShowKeys},
+    {CommandId::About, About},
+};
+
+}  // namespace
+
+std::span<const HandlerRow> HelpHandlers() { return kHandlers; }
+
+}  // namespace ml::app

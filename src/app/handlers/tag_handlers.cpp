@@ -1,0 +1,77 @@
+#include "app/command_runner.h"
+#include "app/file_dialogs.h"
+#include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
+#include "app/messages.h"
+#include "app/session.h"
+
+namespace ml::app {
+namespace {
+
+template <void (catalogue::ImageList::*change)()>
+void ForAll(CommandContext& context) {
+  (context.session.list.*change)();
+}
+
+/// The selection commands also bring the list to the keyboard, so that the next key acts on what they chose.
+template <void (catalogue::ImageList::*change)()>
+void Select(CommandContext& context) {
+  context.view.FocusList();
+  ForAll<change>(context);
+}
+
+void ToggleTag(CommandContext& context) {
+  auto& session = context.session;
+  if (const int target = session.TargetIndex(); target >= 0) session.list.ToggleTag(target);
+}
+
+template <bool on>
+void SetTags(CommandContext& context) {
+  auto& list = context.session.list;
+  if (context.session.mode == ViewMode::Main) return list.SetTag(list.currentIndex, on);
+  on ? list.TagSelected() : list.UntagSelected();
+}
+
+void SaveTags(CommandContext& context) {
+  const auto path = context.session.Ask().saveAs({.title = "Save list of tags to file",
+                                                  .filter = std::string(kTagFileFilter),
+                                                  .defaultExtension = ".tag",
+                                                  .start = context.session.Images().Directory()});
+  if (path) context.session.Images().SaveTagList(*path);
+}
+
+template <bool merge>
+void LoadTags(CommandContext& context) {
+  auto& ignoreExtension = context.session.settings.catalogue.tagsIgnoreExt;
+  const auto answer = OpenFile(context.frame, {.title = "Select a tag file to load",
+                                               .filter = std::string(kTagFileFilter),
+                                               .start = context.session.Images().Directory(),
+                                               .checkText = std::string(kIgnoreExtensions),
+                                               .checked = ignoreExtension != 0});
+  if (!answer) return;
+  ignoreExtension = answer->checked ? 1 : 0;
+  context.session.Images().LoadTagList(answer->path, merge, answer->checked);
+}
+
+using catalogue::ImageList;
+constexpr HandlerRow kHandlers[] = {
+    {CommandId::SelectAll, Select<&ImageList::SelectAll>},
+    {CommandId::SelectNone, Select<&ImageList::SelectNone>},
+    {CommandId::InvertSelection, Select<&ImageList::InvertSelection>},
+    {CommandId::SelectTagged, Select<&ImageList::SelectTagged>},
+    {CommandId::TagImage, ToggleTag},
+    {CommandId::AddTag, SetTags<true>},
+    {CommandId::RemoveTag, SetTags<false>},
+    {CommandId::TagSelected, ForAll<&ImageList::TagSelected>},
+    {CommandId::UntagSelected, ForAll<&ImageList::UntagSelected>},
+    {CommandId::TagNone, ForAll<&ImageList::TagNone>},
+    {CommandId::SaveTags, SaveTags},
+    {CommandId::LoadTags, LoadTags<false>},
+    {CommandId::MergeTags, LoadTags<true>},
+};
+
+}  // namespace
+
+std::span<const HandlerRow> TagHandlers() { return kHandlers; }
+
+}  // namespace ml::app

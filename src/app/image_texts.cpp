@@ -1,0 +1,81 @@
+#include "app/image_texts.h"
+
+#include <sys/stat.h>
+
+#include "app/messages.h"
+#include "platform/dates.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace ml::app {
+namespace {
+
+constexpr std::string_view kProgram = "Marrowlantern";
+
+std::string ShownName(const std::string& path) { return platform::ToDisplayUtf8(platform::FileName(path)); }
+
+std::string PlaceText(const Session& session, int index) {
+  return std::to_string(index + 1) + "/" + std::to_string(session.list.Count());
+}
+
+std::string SizeText(off_t bytes) {
+  constexpr off_t kKilo = 1024;
+  if (bytes < kKilo) return std::to_string(bytes) + " bytes";
+  return std::to_string((bytes + kKilo / 2) / kKilo) + " KB";
+}
+
+void AddCount(std::string& text, int count, std::string_view what) {
+  if (count > 0) text += "\n" + std::to_string(count) + " × " + std::string(what);
+}
+
+std::string FileLines(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) return {};
+  return "\n" + SizeText(status.st_size) + "\n" + platform::ExifDateText(status.st_mtime);
+}
+
+}  // namespace
+
+std::string StatusText(const Session& session) {
+  const int index = session.TargetIndex();
+  if (index < 0) return {};
+  return ShownName(session.list.files[static_cast<std::size_t>(index)]) + "  " + PlaceText(session, index);
+}
+
+std::string SummaryText(const Session& session) {
+  const int index = session.TargetIndex();
+  if (index < 0) return {};
+  const auto& path = session.list.files[static_cast<std::size_t>(index)];
+  return ShownName(path) + "\n" + PlaceText(session, index) + FileLines(path);
+}
+
+std::string TitleText(const Session& session) {
+  std::string what;
+  if (session.mode != ViewMode::Thumbnails && session.list.ValidIndex(session.list.currentIndex)) {
+    what = ShownName(session.list.currentPath);
+  } else {
+    what = platform::ToDisplayUtf8(session.Images().Directory());
+  }
+  return what.empty() ? std::string(kProgram) : what + " - " + std::string(kProgram);
+}
+
+std::string EmptyText(const Session& session) {
+  const auto& directory = session.Images().Directory();
+  if (directory.empty()) return std::string(kNoDirectoryYet);
+  auto text = "No images in " + (directory == "/" ? directory : ShownName(directory));
+  const auto& leftOut = session.Images().NotTaken();
+  if (leftOut.unreadable) return text + "\nThe directory cannot be read";
+  AddCount(text, leftOut.hiddenImages, "hidden image");
+  AddCount(text, leftOut.longNames, "raw file with too long a name");
+  AddCount(text, leftOut.otherFiles, "other file");
+  return text;
+}
+
+std::string ThumbnailsMadeText(const Session& session) {
+  const int count = session.list.Count();
+  const int made = session.Worker().FinishedCount();
+  if (made >= count) return {};
+  return std::to_string(static_cast<long long>(made) * 100 / count) + " % made";
+}
+
+}  // namespace ml::app

@@ -1,0 +1,159 @@
+#include "app/main_frame.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShowEvent>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "app/command_actions.h"
+#include "app/image_texts.h"
+#include "app/marrowlantern_view.h"
+#include "app/session.h"
+#include "platform/ui/qt_text.h"
+
+namespace ml::app {
+namespace {
+
+using platform::ui::ToQString;
+
+constexpr QSize kDefaultSize{1100, 760};
+constexpr int kPaneMargin = 4;
+constexpr int kMadeTextMilliseconds = 150;
+/// Part of the state of bars; raised when bars come or go, so that an older state is not taken.
+constexpr int kStateVersion = 1;
+
+QLabel* AddPane(QStatusBar& bar, const QString& name, int stretch) {
+  auto* pane = new QLabel(&bar);
+  pane->setAccessibleName(name);
+  pane->setObjectName(name);
+  pane->setTextFormat(Qt::PlainText);
+  pane->setFont(platform::ui::WithTabularFigures(pane->font()));
+  pane->setContentsMargins(kPaneMargin, 0, kPaneMargin, 0);
+  // A long text is cut rather than widening the window.
+  pane->setMinimumWidth(1);
+  stretch > 0 ? bar.addWidget(pane, stretch) : bar.addPermanentWidget(pane);
+  return pane;
+}
+
+bool IsOnSomeScreen(const QRect& rectangle) {
+  for (const auto* screen : QGuiApplication::screens()) {
+    if (screen->availableGeometry().intersects(rectangle)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+CMainFrame::CMainFrame(Session& session)
+    : session_(session), view_(new CMarrowlanternView(session, this)), actions_(new CommandActions(this)) {
+  setObjectName(QStringLiteral("CMainFrame"));
+  runner_ = std::make_unique<CommandRunner>(session_, *view_, *this);
+  setCentralWidget(view_);
+  view_->SetActions(*actions_);
+  actions_->FillMenuBar(*menuBar());
+  auto* bar = addToolBar(QStringLiteral("Tool Bar"));
+  bar->setObjectName(QStringLiteral("ToolBar"));
+  actions_->FillToolBar(*bar);
+  actions_->ShowRecent(session_.settings.recentDirectories);
+  MakeStatusBar();
+  Connect();
+  view_->ApplyLayout();
+  UpdateAll();
+}
+
+CMainFrame::~CMainFrame() = default;
+
+void CMainFrame::MakeStatusBar() {
+  text_ = AddPane(*statusBar(), QStringLiteral("Image"), 1);
+  colour_ = AddPane(*statusBar(), QStringLiteral("Colour under the pointer"), 0);
+  selection_ = AddPane(*statusBar(), QStringLiteral("Selection"), 0);
+  made_ = AddPane(*statusBar(), QStringLiteral("Thumbnails made"), 0);
+}
+
+void CMainFrame::Connect() {
+  connect(actions_, &CommandActions::triggered, this,
+          [this](CommandId id, int argument) { runner_->Run(id, argument); });
+  connect(view_, &CMarrowlanternView::commandWanted, this, [this](CommandId id) { runner_->Run(id); });
+  connect(view_, &CMarrowlanternView::changed, this, &CMainFrame::UpdateState);
+  connect(view_, &CMarrowlanternView::colourUnderMouse, colour_, &QLabel::setText);
+  connect(view_, &CMarrowlanternView::recentDirectoriesChanged, this,
+          [this] { actions_->ShowRecent(session_.settings.recentDirectories); });
+  connect(view_, &CMarrowlanternView::directoryChosen, this, [this](const std::string& directory) {
+    runner_->Do([&] { session_.Images().LoadDirectory(directory, ""); });
+  });
+  connect(view_, &CMarrowlanternView::pathsDropped, this,
+          [this](const std::vector<std::string>& paths) { runner_->Do([&] { session_.Open(paths); }); });
+  madeTimer_.setSingleShot(true);
+  madeTimer_.setInterval(kMadeTextMilliseconds);
+  connect(&madeTimer_, &QTimer::timeout, this, &CMainFrame::ShowMadeText);
+}
+
+void CMainFrame::RestorePlace(const settings::WindowSettings& place) {
+  resize(kDefaultSize);
+  QRect rectangle = geometry();
+  if (place.left) rectangle.moveLeft(*place.left);
+  if (place.top) rectangle.moveTop(*place.top);
+  if (place.right && place.left) rectangle.setWidth(*place.right - *place.left);
+  if (place.bottom && place.top) rectangle.setHeight(*place.bottom - *place.top);
+  if (rectangle.isValid()) resize(rectangle.size());
+  if (place.left && place.top && IsOnSomeScreen(rectangle)) move(rectangle.topLeft());
+  if (!place.state.empty()) {
+    restoreState(QByteArray(place.state.data(), static_cast<qsizetype>(place.state.size())), kStateVersion);
+  }
+  if (place.zoomed != 0) setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void CMainFrame::SavePlace(settings::WindowSettings& place) const {
+  const bool zoomed = isMaximized();
+  // A maximised window remembers where it comes back to.
+  const QRect rectangle = zoomed && normalGeometry().isValid() ? normalGeometry() : QRect(pos(), size());
+  place.left = rectangle.left();
+  place.top = rectangle.top();
+  place.right = rectangle.left() + rectangle.width();
+  place.bottom = rectangle.top() + rectangle.height();
+  place.zoomed = zoomed ? 1 : 0;
+  place.state = saveState(kStateVersion).toStdString();
+}
+
+void CMainFrame::UpdateAll() {
+  view_->MarksChanged();
+  UpdateState();
+}
+
+void CMainFrame::UpdateState() {
+  view_->Refresh();
+  actions_->Update(session_.State());
+  statusBar()->setVisible(session_.statusBarShown);
+  setWindowTitle(ToQString(TitleText(session_)));
+  text_->setText(ToQString(StatusText(session_)));
+  const bool thumbnails = session_.mode != ViewMode::Main;
+  selection_->setText(thumbnails ? ToQString(catalogue::SelectionText(session_.list)) : QString());
+  ShowMadeText();
+}
+
+void CMainFrame::ThumbnailReady(int index) {
+  view_->ThumbnailReady(index);
+  if (!madeTimer_.isActive()) madeTimer_.start();
+}
+
+void CMainFrame::ShowMadeText() { made_->setText(ToQString(ThumbnailsMadeText(session_))); }
+
+void CMainFrame::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (!firstShow_) return;
+  firstShow_ = false;
+  // Not before the window stands on the screen.
+  QMetaObject::invokeMethod(this, &CMainFrame::firstShown, Qt::QueuedConnection);
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+  // A hidden window no longer knows its place.
+  SavePlace(session_.settings.window);
+  QMainWindow::closeEvent(event);
+}
+
+}  // namespace ml::app

@@ -1,0 +1,268 @@
+#include "app/marrowlantern_view.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QSplitter>
+
+#include "app/command_actions.h"
+#include "app/control_column.h"
+#include "app/image_texts.h"
+#include "app/messages.h"
+#include "app/navigation.h"
+#include "app/picture_loader.h"
+#include "app/picture_view.h"
+#include "app/summary_pane.h"
+#include "catalogue/ui/directory_tree.h"
+#include "catalogue/ui/thumbnail_list_view.h"
+#include "platform/ui/qt_text.h"
+
+namespace ml::app {
+namespace {
+
+using platform::ui::ToQString;
+
+constexpr int kSmallestPane = 120;
+constexpr int kControlsWidth = 240;
+constexpr int kSummaryHeight = 96;
+
+class WaitCursor {
+ public:
+  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+}  // namespace
+
+CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
+    : QWidget(parent),
+      session_(session),
+      outer_(new QSplitter(Qt::Horizontal, this)),
+      left_(new QSplitter(Qt::Vertical, outer_)),
+      center_(new QSplitter(Qt::Horizontal, outer_)),
+      tree_(new catalogue::ui::DirectoryTree(left_)),
+      thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
+      picture_(new PictureView(center_)),
+      controls_(new ControlColumn(outer_)),
+      summary_(new SummaryPane(left_)) {
+  session_.SetObserver(this);
+  MakePanes();
+  ConnectList();
+  ConnectPicture();
+  ConnectRest();
+}
+
+CMarrowlanternView::~CMarrowlanternView() { session_.SetObserver(nullptr); }
+
+void CMarrowlanternView::MakePanes() {
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(outer_);
+  outer_->setChildrenCollapsible(false);
+  outer_->setStretchFactor(1, 1);
+  left_->setMinimumWidth(kSmallestPane);
+  left_->setStretchFactor(0, 1);
+  left_->setSizes({kSummaryHeight * 4, kSummaryHeight});
+  controls_->setMinimumWidth(kSmallestPane);
+
+  const auto& from = session_.settings.catalogue;
+  tree_->SetShowHidden(from.showHiddenDirectories != 0);
+  thumbnails_->SetColours(from.thumbnailBackgroundColour);
+  thumbnails_->SetTagOutline(from.outlineTaggedThumbnails);
+  thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
+  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+}
+
+void CMarrowlanternView::ConnectList() {
+  using catalogue::ui::ThumbnailListView;
+  connect(thumbnails_, &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
+  connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) { GoTo(index, Reload::IfOther); });
+  connect(thumbnails_, &ThumbnailListView::imageActivated, this, [this] { Q_EMIT commandWanted(CommandId::MainView); });
+  connect(thumbnails_, &ThumbnailListView::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(thumbnails_, &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(thumbnails_, &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
+}
+
+void CMarrowlanternView::ConnectPicture() {
+  connect(picture_, &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
+  connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
+  connect(picture_, &PictureView::doubleClicked, this, [this] { Q_EMIT commandWanted(CommandId::ToggleView); });
+  connect(picture_, &PictureView::pixelSizeChanged, this, [this] {
+    if (session_.mode != ViewMode::Thumbnails) ReloadImage();
+  });
+}
+
+void CMarrowlanternView::ConnectRest() {
+  connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
+  connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(controls_, &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
+  connect(outer_, &QSplitter::splitterMoved, this, [this] {
+    if (session_.mode == ViewMode::Thumbnails) session_.settings.catalogue.splitterPos = outer_->sizes().first();
+  });
+}
+
+void CMarrowlanternView::SetActions(const CommandActions& actions) {
+  controls_->SetActions(actions.At(CommandId::PreviousImage), actions.At(CommandId::NextImage));
+  const auto popUp = [this, &actions](const QPoint& where) {
+    QMenu menu(this);
+    actions.FillContextMenu(menu);
+    menu.exec(where);
+  };
+  connect(thumbnails_, &catalogue::ui::ThumbnailListView::contextMenuWanted, this, popUp);
+  connect(picture_, &PictureView::contextMenuWanted, this, popUp);
+}
+
+void CMarrowlanternView::SetViewMode(ViewMode mode) {
+  const auto old = session_.mode;
+  if (mode == old) return;
+  session_.mode = mode;
+  Q_EMIT colourUnderMouse({});
+  ApplyLayout();
+  if (old == ViewMode::Main) {
+    BringFocusToCurrent();
+  } else {
+    ReloadImage();
+  }
+  FocusMainPane();
+}
+
+/// Coming from the picture, the list stands at the image that was on show. A selection of several images is
+/// not given up for that.
+void CMarrowlanternView::BringFocusToCurrent() {
+  auto& list = session_.list;
+  if (!list.ValidIndex(list.currentIndex)) return;
+  if (list.SelectedCount() < 2) list.SelectOnly(list.currentIndex);
+  list.focusIndex = list.currentIndex;
+  thumbnails_->MarksChanged();
+  thumbnails_->ScrollTo(list.currentIndex, QAbstractItemView::PositionAtTop);
+}
+
+void CMarrowlanternView::ApplyLayout() {
+  const auto mode = session_.mode;
+  const auto& from = session_.settings.catalogue;
+  const bool inMain = mode == ViewMode::Main;
+  const bool controls = inMain && from.fullView == 0;
+  left_->setVisible(mode == ViewMode::Thumbnails);
+  thumbnails_->setVisible(!inMain);
+  picture_->setVisible(mode != ViewMode::Thumbnails);
+  controls_->setVisible(controls);
+  const int left = mode == ViewMode::Thumbnails ? std::max(from.splitterPos, kSmallestPane) : 0;
+  const int right = controls ? kControlsWidth : 0;
+  outer_->setSizes({left, std::max(width() - left - right, kSmallestPane), right});
+}
+
+void CMarrowlanternView::ThumbnailSizeChanged() {
+  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+  session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
+}
+
+void CMarrowlanternView::BlackAndWhiteChanged() { ReloadImage(); }
+
+void CMarrowlanternView::ThumbnailReady(int index) {
+  if (session_.mode != ViewMode::Main) thumbnails_->ItemReady(index);
+}
+
+void CMarrowlanternView::Refresh() {
+  const auto text = SummaryText(session_);
+  controls_->Refresh(session_.list, text);
+  summary_->SetText(text);
+}
+
+void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
+
+std::string CMarrowlanternView::TopPath() const {
+  const int top = thumbnails_->TopVisibleIndex();
+  return session_.list.ValidIndex(top) ? session_.list.files[static_cast<std::size_t>(top)] : std::string();
+}
+
+void CMarrowlanternView::ScrollToTop(const std::string& path) {
+  thumbnails_->ScrollTo(session_.list.IndexOfPath(path), QAbstractItemView::PositionAtTop);
+}
+
+void CMarrowlanternView::RefreshTree() { tree_->Refresh(); }
+
+void CMarrowlanternView::FocusList() {
+  if (session_.mode != ViewMode::Main && !thumbnails_->hasFocus()) thumbnails_->setFocus();
+}
+
+void CMarrowlanternView::FocusMainPane() {
+  session_.mode == ViewMode::Main ? picture_->setFocus() : thumbnails_->setFocus();
+}
+
+void CMarrowlanternView::TurnWheel(int notches, Qt::KeyboardModifiers modifiers) {
+  if (session_.mode != ViewMode::Main || modifiers.testFlag(Qt::ControlModifier)) return;
+  const auto& list = session_.list;
+  const int step = WheelStep(notches, modifiers.testFlag(Qt::ShiftModifier));
+  const int index = StepIndex(list.currentIndex, step, list.Count(), session_.settings.catalogue.wraparound != 0);
+  if (index >= 0 && index != list.currentIndex) GoTo(index, Reload::Force);
+}
+
+void CMarrowlanternView::GoTo(int index, Reload reload) {
+  LoadImage(index, reload);
+  Q_EMIT changed();
+}
+
+void CMarrowlanternView::DirectoryShown(const std::string& directory) { tree_->SetDirectory(directory); }
+
+void CMarrowlanternView::ListReplaced() {
+  thumbnails_->SetEmptyText(ToQString(EmptyText(session_)));
+  thumbnails_->ListReplaced();
+  controls_->ListReplaced(session_.list);
+}
+
+void CMarrowlanternView::ListReordered() {
+  thumbnails_->ListReordered();
+  controls_->ListReplaced(session_.list);
+}
+
+void CMarrowlanternView::ShowImage(int index) { LoadImage(index, Reload::Force); }
+
+void CMarrowlanternView::RecentDirectoriesChanged() { Q_EMIT recentDirectoriesChanged(); }
+
+void CMarrowlanternView::SetCurrent(int index) {
+  auto& list = session_.list;
+  list.currentIndex = list.ValidIndex(index) ? index : -1;
+  list.currentPath = list.currentIndex < 0 ? std::string() : list.files[static_cast<std::size_t>(index)];
+}
+
+void CMarrowlanternView::LoadImage(int index, Reload reload) {
+  auto& list = session_.list;
+  if (list.Empty()) {
+    SetCurrent(-1);
+    session_.current = {};
+    picture_->SetMessage(ToQString(EmptyText(session_)));
+    picture_->Clear();
+    return;
+  }
+  if (!list.ValidIndex(index)) return;
+  if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
+  if (index == list.currentIndex && reload == Reload::IfOther) return;
+  SetCurrent(index);
+  platform::PauseGuard pause(session_.Worker());
+  ShowPicture(index);
+  const auto* item = session_.Worker().Item(index);
+  if (!item || !item->hasViewingJpeg) return;
+  session_.Worker().InvalidateEntries({index});
+  pause.Again();
+}
+
+/// The worker stands still. The picture on show is replaced only when the new one is ready.
+void CMarrowlanternView::ShowPicture(int index) {
+  const WaitCursor wait;
+  const auto& path = session_.list.files[static_cast<std::size_t>(index)];
+  auto picture = LoadPicture(path, Limits(), session_.ImageOptions(), session_.Quality());
+  session_.current = {.width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
+  picture_->SetMessage(ToQString(picture.failure));
+  picture_->SetPicture(std::move(picture.pixels));
+}
+
+imagefiles::DisplayLimits CMarrowlanternView::Limits() const {
+  const auto room = picture_->PixelSize();
+  const double column = controls_->isVisibleTo(this) ? controls_->width() * controls_->devicePixelRatioF() : 0;
+  return DisplayLimitsFor(room.width(), room.height(), static_cast<int>(column));
+}
+
+}  // namespace ml::app

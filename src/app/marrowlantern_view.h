@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "app/command_table.h"
+#include "app/session.h"
+
+class QSplitter;
+
+namespace ml::catalogue::ui {
+class DirectoryTree;
+class ThumbnailListView;
+}  // namespace ml::catalogue::ui
+
+namespace ml::app {
+
+class CommandActions;
+class ControlColumn;
+class PictureView;
+class SummaryPane;
+
+enum class Reload { IfOther, Force };
+
+/// All panes of the window: directory tree, thumbnail list, picture, summary. Draws the session and forwards
+/// what the user does in a pane; a view mode only decides which panes show and where.
+class CMarrowlanternView final : public QWidget, private SessionObserver {
+  Q_OBJECT
+
+ public:
+  CMarrowlanternView(Session& session, QWidget* parent);
+  ~CMarrowlanternView() override;
+
+  /// The buttons and context menus of the panes.
+  void SetActions(const CommandActions& actions);
+
+  /// The single way to change the mode.
+  void SetViewMode(ViewMode mode);
+  /// Makes the image at `index` the current one and, where the mode has a picture, shows it. The old picture
+  /// stays until the new one is ready.
+  void LoadImage(int index, Reload reload);
+  void ReloadImage() { LoadImage(session_.list.currentIndex, Reload::Force); }
+
+  /// Shows the panes that mode and settings want.
+  void ApplyLayout();
+  void ThumbnailSizeChanged();
+  void BlackAndWhiteChanged();
+  void ThumbnailReady(int index);
+  /// Brings names and texts up to date.
+  void Refresh();
+  /// Tags, selection or focus were changed by a command.
+  void MarksChanged();
+  /// The topmost thumbnail in sight, and the way back to it; empty for none.
+  std::string TopPath() const;
+  void ScrollToTop(const std::string& path);
+  /// Looks again at the directories of the tree.
+  void RefreshTree();
+  void FocusList();
+  void FocusMainPane();
+
+ Q_SIGNALS:
+  /// Focus, selection, tags or the current image are other ones now.
+  void changed();
+  void commandWanted(CommandId id);
+  void directoryChosen(const std::string& directory);
+  void pathsDropped(const std::vector<std::string>& paths);
+  void colourUnderMouse(const QString& text);
+  void recentDirectoriesChanged();
+
+ private:
+  void DirectoryShown(const std::string& directory) override;
+  void ListReplaced() override;
+  void ListReordered() override;
+  void ShowImage(int index) override;
+  void RecentDirectoriesChanged() override;
+
+  void MakePanes();
+  void ConnectList();
+  void ConnectPicture();
+  void ConnectRest();
+  void SetCurrent(int index);
+  void ShowPicture(int index);
+  void BringFocusToCurrent();
+  imagefiles::DisplayLimits Limits() const;
+  void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);
+  void GoTo(int index, Reload reload);
+
+  Session& session_;
+  QSplitter* outer_;
+  QSplitter* left_;
+  QSplitter* center_;
+  catalogue::ui::DirectoryTree* tree_;
+  catalogue::ui::ThumbnailListView* thumbnails_;
+  PictureView* picture_;
+  ControlColumn* controls_;
+  SummaryPane* summary_;
+};
+
+}  // namespace ml::app

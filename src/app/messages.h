@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The sentences of the window.
+namespace ml::app {
+
+inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
+inline std::string UnableToSaveOrder(const std::string& directory) {
+  return "Unable to save the thumbnail order in:\n" + directory;
+}
+
+inline constexpr std::string_view kOrderFileFilter =
+    "Custom Sort Order files (*.xml)|*.xml|Dat files (*.dat)|*.dat|All files (*.*)|*.*||";
+inline constexpr std::string_view kTagFileFilter =
+    "Tag files (*.tag)|*.tag|Text files (*.txt)|*.txt|All files (*.*)|*.*||";
+inline constexpr std::string_view kIgnoreExtensions = "Ignore file extensions when applying tags";
+
+inline constexpr std::string_view kNoDirectoryYet = "Open a directory, or drop one here";
+
+}  // namespace ml::app

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "app/command_state.h"
+#include "app/view_mode.h"
+#include "catalogue/catalogue.h"
+#include "catalogue/image_list.h"
+#include "catalogue/thumbnail_thread.h"
+#include "imagefiles/histogram.h"
+#include "imagefiles/image_file.h"
+#include "settings/settings.h"
+
+namespace ml::app {
+
+/// What is known of the image on show.
+struct CurrentImage {
+  int width = 0, height = 0;  ///< of the bitmap on the screen; 0 if there is none
+  imagefiles::Histogram histogram;
+};
+
+/// Whoever shows the session.
+class SessionObserver {
+ public:
+  virtual ~SessionObserver() = default;
+  virtual void DirectoryShown(const std::string& directory) = 0;
+  virtual void ListReplaced() = 0;
+  virtual void ListReordered() = 0;
+  virtual void ShowImage(int index) = 0;
+  virtual void RecentDirectoriesChanged() = 0;
+};
+
+/// One run of the window program without its window: settings, catalogue, worker and the image on show.
+/// Everything is called on the window's thread.
+class Session final : private catalogue::CatalogueObserver {
+ public:
+  /// `thumbnailReady` is called on a worker thread. `ask` outlives the session.
+  Session(settings::Settings settings, platform::Interaction& ask, std::function<void(int)> thumbnailReady);
+
+  settings::Settings settings;
+  catalogue::ImageList list;
+  CurrentImage current;
+  ViewMode mode = ViewMode::Thumbnails;
+  bool blackAndWhite = false;  ///< not remembered between runs
+  bool statusBarShown = true;
+
+  catalogue::CThumbnailThread& Worker() { return worker_; }
+  const catalogue::CThumbnailThread& Worker() const { return worker_; }
+  catalogue::Catalogue& Images() { return catalogue_; }
+  const catalogue::Catalogue& Images() const { return catalogue_; }
+  platform::Interaction& Ask() { return ask_; }
+
+  /// At most one; null for none.
+  void SetObserver(SessionObserver* observer) { observer_ = observer; }
+
+  imagefiles::ImageFileOptions ImageOptions() const;
+  imagefiles::BitmapQuality Quality() const;
+  /// The image that commands for one image act on; -1 if there is none.
+  int TargetIndex() const { return Target(State()); }
+  CommandState State() const;
+
+  /// 0 small, 1 large, 2 extra large; the thumbnails are made again if the size changed.
+  void SetThumbnailSizeMode(int sizeMode);
+  /// Pixels of the screen for each of a thumbnail's; at least 1.
+  void SetThumbnailScale(double scale);
+  /// Edge length of the thumbnails before scaling.
+  int ThumbnailEdge() const;
+
+  /// Shows what `paths` name, see CollectStartFiles; names that lead to nothing are told on standard error. False
+  /// if nothing is left to show.
+  bool Open(std::span<const std::string> paths);
+  /// Open(), or else the directory of the last run where the settings want it.
+  void FirstLoad(std::span<const std::string> names);
+
+  /// Saves tags and order as when the directory is left, and brings the settings up to date. The worker
+  /// stands still afterwards.
+  void Leave();
+
+ private:
+  void DirectoryShown(const std::string& directory) override;
+  void DirectoryVisited(const std::string& directory) override;
+  void ListReplaced() override;
+  void ListReordered() override;
+  void ShowImage(int index) override;
+
+  void LoadLastDirectory();
+  void ApplyThumbnailSize();
+
+  platform::Interaction& ask_;
+  SessionObserver* observer_ = nullptr;
+  double thumbnailScale_ = 1;
+  catalogue::CThumbnailThread worker_;
+  catalogue::Catalogue catalogue_;
+};
+
+}  // namespace ml::app

@@ -1,0 +1,20 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace ml::cli {
+
+struct RunState;
+
+/// Each adds one command with its options to `program`. When the command was given, `state.action` is set to
+/// what it does; `state` outlives the parsing.
+void AddSettingsCommand(CLI::App& program, RunState& state);
+void AddListCommand(CLI::App& program, RunState& state);
+void AddOrderCommand(CLI::App& program, RunState& state);
+void AddTagsCommand(CLI::App& program, RunState& state);
+void AddThumbCommand(CLI::App& program, RunState& state);
+void AddPreviewCommand(CLI::App& program, RunState& state);
+
+}  // namespace ml::cli

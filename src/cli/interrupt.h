@@ -1,0 +1,25 @@
+#pragma once
+
+#include <csignal>
+#include <stop_token>
+#include <thread>
+
+namespace ml::cli {
+
+/// Turns Ctrl+C into a stop request while it lives. Make it before any other thread, so that all inherit the
+/// blocked signal.
+class Interrupt {
+ public:
+  Interrupt();
+  ~Interrupt();
+  Interrupt(const Interrupt&) = delete;
+  Interrupt& operator=(const Interrupt&) = delete;
+  std::stop_token Token() const { return source_.get_token(); }
+
+ private:
+  sigset_t signals_{};
+  std::stop_source source_;
+  std::jthread waiter_;
+};
+
+}  // namespace ml::cli

@@ -1,0 +1,120 @@
+#include "cli/loaded_catalogue.h"
+
+#include <sys/stat.h>
+
+#include <nlohmann/json.hpp>
+
+#include "catalogue/order_file.h"
+#include "imagefiles/companion_finder.h"
+#include "imagefiles/format_table.h"
+#include "options/engine_options.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace ml::cli {
+
+namespace {
+
+bool IsDirectory(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+LoadedCatalogue::LoadedCatalogue(RunState& state, const std::vector<std::string>& given)
+    : catalogue(list, gate_, *this, *this), state_(state), gate_(list) {
+  list.sortMethod = static_cast<catalogue::SortMethod>(state.settings.catalogue.sortMethod);
+  list.reverseSort = state.settings.catalogue.reverseSort != 0;
+  catalogue.SetOptions(options::CatalogueOptionsOf(state.settings));
+  if (given.size() == 1 && (IsDirectory(given.front()) || imagefiles::FindFormat(given.front()) == nullptr)) {
+    LoadDirectory(given.front());
+  } else {
+    LoadFiles(given);
+  }
+}
+
+void LoadedCatalogue::LoadDirectory(const std::string& given) {
+  directory_ = given;
+  catalogue.LoadDirectory(paths_.Add(given), {});
+  if (!catalogue.Directory().empty()) return;
+  const auto reason = warnings_.empty() ? given + ": cannot be shown" : warnings_.back();
+  throw platform::UserError(reason);
+}
+
+void LoadedCatalogue::LoadFiles(const std::vector<std::string>& given) {
+  std::vector<std::string> files;
+  for (const auto& file : given) {
+    struct stat status {};
+    if (IsDirectory(file)) {
+      throw platform::UserError(file + ": is a directory; give one directory, or files");
+    } else if (::stat(file.c_str(), &status) != 0) {
+      state_.Fail(file + ": does not exist");
+    } else if (imagefiles::FindFormat(file) == nullptr) {
+      state_.Fail(file + ": is no image by its extension");
+    } else {
+      files.push_back(paths_.Add(file));
+    }
+  }
+  catalogue.LoadFileList(files);
+  directory_ = paths_.Of(platform::normaliseDirectory(list.Directory()));
+}
+
+std::string LoadedCatalogue::Entry(const std::string& name) const {
+  const auto path =
+      name.find('/') == std::string::npos ? platform::JoinPath(list.Directory(), name) : platform::AbsolutePath(name);
+  const int index = list.FindPath(path);
+  if (index < 0) throw platform::UserError(name + ": is not among the images of " + directory_);
+  return list.files[static_cast<std::size_t>(index)];
+}
+
+Json LoadedCatalogue::ToJson() const {
+  Json object;
+  PutPath(object, "directory", directory_);
+  object["sortMethod"] = catalogue::SortMethodWord(list.sortMethod);
+  object["reverse"] = list.reverseSort;
+  object["count"] = list.Count();
+  object["taggedCount"] = list.TaggedCount();
+  object["files"] = Json::array();
+  imagefiles::CompanionFinder companions(options::ImageFileOptionsOf(state_.settings));
+  for (int i = 0; i < list.Count(); ++i) {
+    const auto& path = list.files[static_cast<std::size_t>(i)];
+    const auto found = companions.Find(path);
+    Json file;
+    PutPath(file, "path", paths_.Of(path));
+    file["tagged"] = list.marks[static_cast<std::size_t>(i)].tagged;
+    file["hasSound"] = !found.wav.empty();
+    file["hasViewingJpeg"] = !found.jpg.empty();
+    object["files"].push_back(std::move(file));
+  }
+  object["warnings"] = Json::array();
+  for (const auto& warning : warnings_) object["warnings"].push_back(JsonText(warning));
+  return object;
+}
+
+void LoadedCatalogue::Print() const {
+  if (state_.json) return PrintJson(ToJson());
+  for (int i = 0; i < list.Count(); ++i) {
+    const bool tagged = list.marks[static_cast<std::size_t>(i)].tagged;
+    PrintLine((tagged ? "* " : "  ") + paths_.Of(list.files[static_cast<std::size_t>(i)]));
+  }
+  PrintLine(std::to_string(list.Count()) + " images, " + std::to_string(list.TaggedCount()) + " tagged, sorted " +
+            catalogue::SortMethodWord(list.sortMethod) + (list.reverseSort ? ", reversed" : ""));
+}
+
+void LoadedCatalogue::message(const platform::MessageBox& box) {
+  warnings_.push_back(box.text);
+  if (!catalogue.Directory().empty() || box.icon != platform::BoxIcon::Error) Complain(box.text);
+}
+
+platform::Button LoadedCatalogue::ask(const platform::MessageBox& box) {
+  Complain(box.text + " (taken as no)");
+  return platform::Button::No;
+}
+
+platform::Interaction::CheckedAnswer LoadedCatalogue::askCheck(const platform::MessageBox& box, const std::string&) {
+  return {ask(box), false};
+}
+
+}  // namespace ml::cli

@@ -1,0 +1,93 @@
+#include <CLI/CLI.hpp>
+#include <clocale>
+#include <cstdlib>
+#include <exception>
+#include <string>
+
+#include "cli/commands.h"
+#include "cli/interrupt.h"
+#include "cli/output.h"
+#include "cli/run_state.h"
+#include "platform/errors.h"
+#include "platform/linked_overwrite.h"
+#include "settings/setting_list.h"
+#include "settings/settings_store.h"
+
+namespace ml::cli {
+namespace {
+
+void AddCommonOptions(CLI::App& program, RunState& state) {
+  program.add_flag("--json", state.json, "Print one JSON document");
+  program.add_flag("--no-settings", state.noSettings, "Take the defaults instead of the stored settings");
+  program.add_option("--setting", state.overrides, "KEY=VALUE for this run")->allow_extra_args(false);
+}
+
+void LoadSettings(RunState& state) {
+  if (state.noSettings) {
+    state.settings = settings::MakeDefaultSettings();
+  } else {
+    std::string warning;
+    state.settings = settings::SettingsStore().Load(&warning);
+    if (!warning.empty()) Complain(warning);
+  }
+  for (const auto& assignment : state.overrides) {
+    settings::SetSetting(state.settings, assignment, settings::SettingUse::ThisRun);
+  }
+}
+
+/// What a crash of an earlier run left half done, before anything else is written.
+void FinishEarlierRuns() {
+  const auto recovery = platform::FinishInterruptedOverwrites();
+  for (const auto& path : recovery.finished) Complain(path + ": a change that was cut off has been finished");
+  for (const auto& path : recovery.recovered) Complain(path + ": holds a change that was cut off");
+  for (const auto& sentence : recovery.failures) Complain(sentence);
+}
+
+ExitCode Run(RunState& state) {
+  FinishEarlierRuns();
+  try {
+    LoadSettings(state);
+  } catch (const platform::UserError& error) {
+    Complain(error.what());  // an override that names no setting, or no value of its type
+    return ExitCode::WrongUsage;
+  }
+  try {
+    state.action();
+  } catch (const platform::Cancelled&) {
+    Complain("cancelled");
+    return ExitCode::Cancelled;
+  } catch (const std::exception& error) {
+    Complain(error.what());
+    return ExitCode::SomeFailed;
+  }
+  return state.failed ? ExitCode::SomeFailed : ExitCode::Ok;
+}
+
+int Main(int argc, char** argv) {
+  std::setlocale(LC_CTYPE, "");
+  RunState state;
+  CLI::App program("Looks at and works on directories of camera images without a window.", "marrowlantern-cli");
+  program.require_subcommand(1);
+  program.fallthrough();
+  program.set_version_flag("--version", "marrowlantern-cli " ML_VERSION);
+  AddCommonOptions(program, state);
+  AddSettingsCommand(program, state);
+  AddListCommand(program, state);
+  AddOrderCommand(program, state);
+  AddTagsCommand(program, state);
+  AddThumbCommand(program, state);
+  AddPreviewCommand(program, state);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::WrongUsage);
+  }
+  const Interrupt interrupt;
+  state.stop = interrupt.Token();
+  return static_cast<int>(Run(state));
+}
+
+}  // namespace
+}  // namespace ml::cli
+
+int main(int argc, char** argv) { return ml::cli::Main(argc, argv); }

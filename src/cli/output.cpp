@@ -1,0 +1,59 @@
+#include "cli/output.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace ml::cli {
+
+namespace {
+
+std::string Printable(std::string_view text) {
+  auto shown = platform::ToDisplayUtf8(text);
+  for (auto& c : shown) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte < 0x20 && c != '\t') || byte == 0x7F) c = c == '\n' ? ' ' : '?';
+  }
+  return shown;
+}
+
+}  // namespace
+
+std::string JsonText(std::string_view bytes) { return platform::ToDisplayUtf8(bytes); }
+
+void PutPath(Json& object, const std::string& key, std::string_view path) {
+  object[key] = JsonText(path);
+  if (!platform::IsValidUtf8(path)) object[key + "Hex"] = platform::ToHex(path);
+}
+
+void PrintJson(const Json& document) {
+  const auto text = document.dump(2) + "\n";
+  std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void PrintLine(std::string_view text) {
+  const auto line = Printable(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
+void Complain(std::string_view text) {
+  const auto line = "marrowlantern-cli: " + Printable(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+std::string GivenPaths::Add(const std::string& given) {
+  auto absolute = platform::normaliseDirectory(given);
+  given_.emplace(absolute, given);
+  return absolute;
+}
+
+std::string GivenPaths::Of(const std::string& absolute) const {
+  if (const auto found = given_.find(absolute); found != given_.end()) return found->second;
+  const auto directory = platform::normaliseDirectory(platform::DirectoryOf(absolute));
+  const auto found = given_.find(directory);
+  return found == given_.end() ? absolute : platform::JoinPath(found->second, platform::FileName(absolute));
+}
+
+}  // namespace ml::cli

@@ -1,0 +1,78 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/commands.h"
+#include "cli/loaded_catalogue.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+
+namespace ml::cli {
+namespace {
+
+struct TagsArguments {
+  std::string directory, save, load, merge;
+  std::vector<std::string> add, remove;
+  bool clear = false, ignoreExtension = false, overwrite = false, dryRun = false;
+
+  bool Changes() const { return clear || !add.empty() || !remove.empty() || !load.empty() || !merge.empty(); }
+};
+
+void SetTags(const std::vector<std::string>& names, bool on, LoadedCatalogue& loaded, RunState& state) {
+  for (const auto& name : names) {
+    try {
+      loaded.list.SetTagByPath(loaded.Entry(name), on);
+    } catch (const platform::UserError& error) {
+      state.Fail(error.what());
+    }
+  }
+}
+
+void LoadTags(const std::string& file, bool merge, bool ignoreExtension, LoadedCatalogue& loaded) {
+  if (file.empty()) return;
+  if (!std::filesystem::is_regular_file(file)) throw platform::UserError(file + ": is no file that can be read");
+  loaded.catalogue.LoadTagList(platform::AbsolutePath(file), merge, ignoreExtension);
+}
+
+void RunTags(const TagsArguments& arguments, RunState& state) {
+  LoadedCatalogue loaded(state, {arguments.directory});
+  const bool ignoreExtension = arguments.ignoreExtension || state.settings.catalogue.tagsIgnoreExt != 0;
+  if (arguments.clear) loaded.list.TagNone();
+  LoadTags(arguments.load, false, ignoreExtension, loaded);
+  LoadTags(arguments.merge, true, ignoreExtension, loaded);
+  SetTags(arguments.add, true, loaded, state);
+  SetTags(arguments.remove, false, loaded, state);
+  if (arguments.Changes() && !arguments.dryRun && !loaded.catalogue.SaveTags()) {
+    state.Fail(arguments.directory + ": the tags could not be written");
+  }
+  if (!arguments.save.empty() && !arguments.dryRun) {
+    if (std::filesystem::exists(arguments.save) && !arguments.overwrite) {
+      state.Fail(arguments.save + ": exists, not written; choose --overwrite");
+    } else {
+      loaded.catalogue.SaveTagList(platform::AbsolutePath(arguments.save));
+    }
+  }
+  loaded.Print();
+}
+
+}  // namespace
+
+void AddTagsCommand(CLI::App& program, RunState& state) {
+  auto* command = program.add_subcommand("tags", "Show or change the tags of a directory's images");
+  auto arguments = std::make_shared<TagsArguments>();
+  command->add_option("directory", arguments->directory, "The directory")->required();
+  command->add_option("--add", arguments->add, "Tag these files");
+  command->add_option("--remove", arguments->remove, "Untag these files");
+  command->add_flag("--clear", arguments->clear, "Untag all, before anything else");
+  command->add_option("--save", arguments->save, "Write the tagged paths to this file");
+  auto* load = command->add_option("--load", arguments->load, "Tag just what this file lists");
+  command->add_option("--merge", arguments->merge, "Also tag what this file lists")->excludes(load);
+  command->add_flag("--ignore-ext", arguments->ignoreExtension, "Let a listed file tag all files of its stem");
+  command->add_flag("--overwrite", arguments->overwrite, "Let --save replace a file");
+  command->add_flag("--dry-run", arguments->dryRun, "Write nothing");
+  command->callback([arguments, &state] { state.action = [arguments, &state] { RunTags(*arguments, state); }; });
+}
+
+}  // namespace ml::cli

@@ -1,0 +1,17 @@
+#include "options/engine_options.h"
+
+namespace ml::options {
+
+catalogue::CatalogueOptions CatalogueOptionsOf(const settings::Settings& settings) {
+  return {.showHidden = settings.catalogue.showHiddenDirectories != 0,
+          .bindJpegToEos1DRaw = settings.catalogue.bindJpegToEos1DRaw != 0,
+          .suppressOrderFile = settings.catalogue.suppressOrderFile != 0};
+}
+
+imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings) {
+  return {.ignoreEmbeddedThumbnails = settings.catalogue.ignoreEmbeddedThumbnails != 0,
+          .useJpegExifOrientation = settings.catalogue.useJpegExifOrientation != 0,
+          .bindJpegToEos1DRaw = settings.catalogue.bindJpegToEos1DRaw != 0};
+}
+
+}  // namespace ml::options

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/edit_journal.h"
+#include "platform/edit_recorder.h"
+#include "platform/edit_step.h"
+#include "platform/open_file.h"
+
+namespace ml::platform {
+
+/// Most bytes of old files that one batch keeps; what goes beyond is noted as not undoable.
+inline constexpr std::uint64_t kMaxUndoBytes = std::uint64_t{64} << 20;
+
+/// One command's edits. Told of each right before it happens; makes its notes lasting once, in Commit().
+/// Recording never throws and never stands in the way: Failure() tells what went wrong. A batch without
+/// edits leaves no trace. Not for several threads.
+class EditBatch final : public EditRecorder {
+ public:
+  EditBatch(EditJournal& journal, std::string what);
+  EditBatch(const EditBatch&) = delete;
+  EditBatch& operator=(const EditBatch&) = delete;
+  /// Commits, if nobody did: edits made before a failure can be undone too.
+  ~EditBatch() override;
+
+  void WillReplaceRange(const RangeEdit& edit) override;
+  void WillReplaceFile(const FileEdit& edit) override;
+  void WillCreateFile(const FileEdit& edit) override;
+  /// The file itself, or a link itself.
+  void WillRename(const std::string& from, const std::string& to);
+  /// A file that is made by other means than AtomicFile.
+  void WillCreate(const std::string& path) { WillCreateFile({.path = path}); }
+  void WillTrash(const std::string& path);
+  /// Only time or permissions will change.
+  void WillChangeStatus(const std::string& path);
+  /// An edit that nothing can take back, such as a deletion for good.
+  void WillLose(const std::string& path, const std::string& reason);
+
+  /// Call when everything is done, times and permissions put back included.
+  void Commit();
+  /// Why edits since then are not in the journal; nothing if all are.
+  const std::optional<std::string>& Failure() const noexcept { return failure_; }
+  /// Whether every edit so far can be undone.
+  bool Undoable() const noexcept { return !failure_ && !lost_; }
+
+ private:
+  void Start();
+  void Record(EditKind kind, const std::string& path, const std::function<void(EditStep&)>& complete);
+  void KeepOldContent(EditStep& step);
+  void AppendLine(const std::string& line);
+
+  const JournalHost host_;
+  std::string what_;
+  std::optional<OpenFile> log_;
+  std::optional<OpenFile> store_;
+  std::uint64_t logSize_ = 0, storeSize_ = 0;
+  std::vector<EditStep> steps_;
+  std::optional<std::string> failure_;
+  bool lost_ = false;
+};
+
+}  // namespace ml::platform

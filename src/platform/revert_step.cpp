@@ -1,0 +1,154 @@
+#include "platform/revert_step.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "platform/atomic_file.h"
+#include "platform/errors.h"
+#include "platform/file_status.h"
+#include "platform/in_place_patch.h"
+#include "platform/messages.h"
+#include "platform/paths.h"
+#include "platform/readable_file.h"
+
+namespace ml::platform {
+
+namespace {
+
+constexpr std::uint64_t kChunk = std::uint64_t{1} << 20;
+
+std::vector<std::byte> ToBytes(const std::string& text) {
+  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
+  return {bytes.begin(), bytes.end()};
+}
+
+/// Takes back the bytes of a file by `write`. Permissions stay as they are now, because an edit notes them
+/// while they are lifted; the time of now stays too where `write` fails.
+template <class Write>
+void Rewrite(const EditStep& step, FileSystem& fileSystem, Write&& write) {
+  FileStatusGuard guard(step.path, ModificationTimePolicy::Restore, fileSystem);
+  if (!guard.MakeWritable()) throw UserError(messages::kReadOnly + step.path);
+  guard.Wrote();
+  write();
+  guard.Restore();
+  SetModificationTime(step.path, step.before.modified, fileSystem);
+}
+
+void RevertRange(const EditStep& step, const UndoContext& context) {
+  auto now = ReadableFile(step.path, context.fileSystem).Range(step.offset, step.oldBytes.size());
+  const auto old = OldBytes(step);
+  if (now != old) {
+    if (!IsNewBytes(step, now)) RefuseChanged(step.path);
+    ApplyPatches(
+        step.path,
+        {.fileSize = step.newSize, .patches = {{.offset = step.offset, .oldBytes = std::move(now), .newBytes = old}}},
+        {.stateDirectory = context.stateDirectory, .fileSystem = &context.fileSystem});
+  }
+  if (step.newSize == step.oldSize) return;
+  auto target = OpenRegular(context.fileSystem, step.path, O_RDWR);
+  target.Truncate(step.oldSize);
+  target.Sync();
+}
+
+AtomicFileOptions Writing(const FileStamp& stamp, const UndoContext& context) {
+  return {
+      .modificationTime = stamp.modified, .stateDirectory = context.stateDirectory, .fileSystem = &context.fileSystem};
+}
+
+void Copy(FileSystem& fileSystem, const std::string& from, std::uint64_t begin, std::uint64_t length, AtomicFile& to) {
+  const auto source = OpenRegular(fileSystem, from, O_RDONLY);
+  for (const auto end = begin + length; begin < end;) {
+    std::vector<std::byte> chunk(static_cast<std::size_t>(std::min(kChunk, end - begin)));
+    if (source.Read(begin, chunk) != chunk.size()) ThrowFileError(messages::kUnableToRead, from, EIO);
+    to.Write(chunk);
+    begin += chunk.size();
+  }
+}
+
+void RevertFile(const EditStep& step, const UndoContext& context) {
+  AtomicFile file(step.path, Writing(step.before, context));
+  if (step.oldSize > 0) Copy(context.fileSystem, context.storePath, step.offset, step.oldSize, file);
+  file.Commit();
+}
+
+/// For a file that its edit moved to another volume.
+void CopyBack(const std::string& from, const std::string& to, const UndoContext& context) {
+  auto& fileSystem = context.fileSystem;
+  const auto stamp = StampOfPath(fileSystem, from, Links::Follow);
+  if (!stamp) RefuseChanged(from);
+  auto options = Writing(*stamp, context);
+  options.existing = ExistingFile::Refuse;
+  AtomicFile file(to, options);
+  Copy(fileSystem, from, 0, stamp->size, file);
+  file.Commit();
+  RestoreFileStatus(to, {.modified = stamp->modified, .mode = stamp->mode}, ModificationTimePolicy::Restore,
+                    fileSystem);
+  if (fileSystem.Unlink(from) != 0) ThrowFileError(messages::kUnableToRemove, from, errno);
+}
+
+/// Back under the old name, never over a file that stands there.
+void MoveBack(const std::string& from, const std::string& to, const UndoContext& context) {
+  auto& fileSystem = context.fileSystem;
+  // Names that differ in case only, where case is ignored, are one file.
+  const bool sameFile = StampOfPath(fileSystem, to, Links::Keep) && SameFile(from, to);
+  const int result = sameFile ? fileSystem.Rename(from, to) : fileSystem.RenameNoReplace(from, to);
+  if (result == 0) return OpenDirectory(fileSystem, to).Sync();
+  if (errno != EXDEV) ThrowFileError(messages::kUnableToRename, from, errno);
+  CopyBack(from, to, context);
+}
+
+void RevertTrash(const EditStep& step, const UndoContext& context) {
+  const auto trashed = FindInTrash(step, context);
+  if (!trashed) RefuseChanged(step.path);
+  MoveBack(trashed->file, step.path, context);
+  if (!trashed->info.empty() && context.fileSystem.Unlink(trashed->info) != 0) {
+    ThrowFileError(messages::kUnableToRemove, trashed->info, errno);
+  }
+}
+
+}  // namespace
+
+void RevertStep(const EditStep& step, const UndoContext& context) {
+  switch (step.kind) {
+    case EditKind::Range:
+      return Rewrite(step, context.fileSystem, [&] { RevertRange(step, context); });
+    case EditKind::File:
+      return Rewrite(step, context.fileSystem, [&] { RevertFile(step, context); });
+    case EditKind::Rename:
+      return MoveBack(step.other, step.path, context);
+    case EditKind::Create:
+      return context.trash.Put(step.path);
+    case EditKind::Trash:
+      return RevertTrash(step, context);
+    case EditKind::Status:
+      return RestoreFileStatus(step.path, {.modified = step.before.modified, .mode = step.before.mode},
+                               ModificationTimePolicy::Restore, context.fileSystem);
+    case EditKind::Lost:
+      return;
+  }
+}
+
+std::vector<std::byte> OldBytes(const EditStep& step) { return ToBytes(step.oldBytes); }
+
+bool IsNewBytes(const EditStep& step, std::span<const std::byte> now) {
+  const auto fresh = ToBytes(step.newBytes);
+  const auto old = ToBytes(step.oldBytes);
+  if (now.size() != fresh.size()) return false;
+  const auto same = static_cast<std::size_t>(std::ranges::mismatch(now, fresh).in1 - now.begin());
+  return same == now.size() || (!step.after && std::ranges::equal(now.subspan(same), std::span(old).subspan(same)));
+}
+
+std::optional<TrashedFile> FindInTrash(const EditStep& step, const UndoContext& context) {
+  for (auto& file : context.trash.Find(step.path)) {
+    const auto stamp = StampOfPath(context.fileSystem, file.file, Links::Keep);
+    if (stamp && stamp->SameContent(step.before)) return std::move(file);
+  }
+  return std::nullopt;
+}
+
+void RefuseChanged(const std::string& path) { throw UserError(messages::kChangedSince + path); }
+
+}  // namespace ml::platform

@@ -1,0 +1,204 @@
+#include "platform/undo.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <span>
+#include <vector>
+
+#include "platform/content_hash.h"
+#include "platform/errors.h"
+#include "platform/messages.h"
+#include "platform/paths.h"
+#include "platform/readable_file.h"
+#include "platform/revert_step.h"
+
+namespace ml::platform {
+
+namespace {
+
+constexpr std::uint64_t kChunk = std::uint64_t{1} << 20;
+
+std::uint64_t HashRange(const OpenFile& file, std::uint64_t begin, std::uint64_t length) {
+  std::vector<std::byte> buffer(static_cast<std::size_t>(std::min(kChunk, length)));
+  ContentHash hash;
+  while (length > 0) {
+    const auto chunk = std::span(buffer).first(static_cast<std::size_t>(std::min(kChunk, length)));
+    const auto got = file.Read(begin, chunk);
+    if (got == 0) break;
+    hash.Add(chunk.first(got));
+    begin += got;
+    length -= got;
+  }
+  return hash.Value();
+}
+
+/// First looks at every step, in the order of undoing, as if the steps looked at before were taken back
+/// already; only when all are found in order the second pass acts.
+class Undoer {
+ public:
+  explicit Undoer(const UndoContext& context) : context_(context), fileSystem_(context.fileSystem) {}
+
+  void Run(const EditLog& log) {
+    undoing_ = log.undoing;
+    std::vector<std::size_t> due;
+    for (auto i = log.steps.size(); i-- > 0;) {
+      const auto& step = log.steps[i];
+      if (step.kind != EditKind::Lost && !step.undone && IsInForce(step)) due.push_back(i);
+    }
+    context_.begin();
+    for (const auto i : due) {
+      RevertStep(log.steps[i], context_);
+      context_.undone(i);
+    }
+  }
+
+ private:
+  std::optional<FileStamp> Stamp(const std::string& path, Links links) const {
+    return StampOfPath(fileSystem_, path, links);
+  }
+
+  /// Where the file lies now that bears `path` once the steps looked at so far are taken back.
+  std::optional<std::string> Locate(const std::string& path) const {
+    if (const auto found = places_.find(path); found != places_.end()) return found->second;
+    return Stamp(path, Links::Keep) ? std::optional(path) : std::nullopt;
+  }
+
+  /// Whether the file still is what the batch made of it. A file whose latest edit of this batch was found in
+  /// order is not asked again: its stamp is that edit's business.
+  bool IsUntouched(const EditStep& step, const std::string& place, const FileStamp& now, bool otherwise) const {
+    if (inOrder_.contains(place)) return true;
+    return step.after ? step.after->SameContent(now) : otherwise;
+  }
+
+  bool IsInForce(const EditStep& step) {
+    switch (step.kind) {
+      case EditKind::Range:
+        return RangeInForce(step);
+      case EditKind::File:
+        return FileInForce(step);
+      case EditKind::Rename:
+        return RenameInForce(step);
+      case EditKind::Create:
+        return CreateInForce(step);
+      case EditKind::Trash:
+        return TrashInForce(step);
+      case EditKind::Status:
+        return StatusInForce(step);
+      case EditKind::Lost:
+        break;
+    }
+    return false;
+  }
+
+  bool RangeInForce(const EditStep& step) {
+    const auto place = Locate(step.path);
+    if (!place) RefuseChanged(step.path);
+    if (inOrder_.contains(*place)) return true;
+    const ReadableFile file(*place, fileSystem_);
+    const auto bytes = file.Range(step.offset, step.oldBytes.size());
+    const bool isOld = bytes == OldBytes(step);
+    if (isOld && file.Size() == step.oldSize) return undoing_;
+    const bool untouched = IsUntouched(step, *place, *Stamp(*place, Links::Follow), true);
+    const bool hasTail = file.Size() == step.newSize && TailHash(*place, step) == step.newHash;
+    if (!hasTail || !(isOld || (untouched && IsNewBytes(step, bytes)))) RefuseChanged(step.path);
+    inOrder_.insert(*place);
+    return true;
+  }
+
+  std::uint64_t TailHash(const std::string& place, const EditStep& step) const {
+    const auto file = OpenRegular(fileSystem_, place, O_RDONLY);
+    return HashRange(file, step.oldSize, step.newSize - step.oldSize);
+  }
+
+  bool FileInForce(const EditStep& step) {
+    const auto place = Locate(step.path);
+    if (!place) RefuseChanged(step.path);
+    if (!inOrder_.contains(*place)) {
+      const auto file = OpenRegular(fileSystem_, *place, O_RDONLY);
+      const auto size = file.Size();
+      const auto hash = HashRange(file, 0, size);
+      const bool isOld = size == step.oldSize && hash == step.oldHash;
+      if (isOld && !undoing_) return false;
+      if (!isOld && (size != step.newSize || hash != step.newHash)) RefuseChanged(step.path);
+      inOrder_.insert(*place);
+    }
+    if (!HasOldContent(step)) throw UserError(messages::kOldContentLost + step.path);
+    return true;
+  }
+
+  bool HasOldContent(const EditStep& step) const {
+    const auto store = OpenIfReadable(context_.storePath, fileSystem_);
+    if (!store) return step.oldSize == 0 && step.oldHash == ContentHash().Value();
+    const auto file = OpenRegular(fileSystem_, context_.storePath, O_RDONLY);
+    return HashRange(file, step.offset, step.oldSize) == step.oldHash;
+  }
+
+  bool RenameInForce(const EditStep& step) {
+    const auto from = Locate(step.path);
+    const auto to = Locate(step.other);
+    const bool sameFile = from && to && SameFile(*from, *to);  // names that differ in case, where case is ignored
+    if (to && (!from || sameFile)) {
+      const auto now = Stamp(*to, Links::Keep);
+      if (!now || !IsUntouched(step, *to, *now, now->SameContent(step.before))) RefuseChanged(step.other);
+      places_[step.path] = to;
+      places_[step.other] = std::nullopt;
+      return true;
+    }
+    if (!from || !Stamp(*from, Links::Keep)->SameContent(step.before)) RefuseChanged(step.other);
+    return false;
+  }
+
+  bool CreateInForce(const EditStep& step) {
+    const auto place = Locate(step.path);
+    if (!place) return false;
+    const auto now = Stamp(*place, Links::Keep);
+    const bool sameContent = !step.after && now && now->size == step.newSize && HasNewContent(step, *place);
+    if (!now || !IsUntouched(step, *place, *now, sameContent)) RefuseChanged(step.path);
+    places_[step.path] = std::nullopt;
+    return true;
+  }
+
+  bool HasNewContent(const EditStep& step, const std::string& place) const {
+    const auto file = OpenRegular(fileSystem_, place, O_RDONLY);
+    return HashRange(file, 0, step.newSize) == step.newHash;
+  }
+
+  bool TrashInForce(const EditStep& step) {
+    const auto place = Locate(step.path);
+    if (place) {
+      if (!Stamp(*place, Links::Keep)->SameContent(step.before)) RefuseChanged(step.path);
+      return false;
+    }
+    const auto trashed = FindInTrash(step, context_);
+    if (!trashed) RefuseChanged(step.path);
+    places_[step.path] = trashed->file;
+    return true;
+  }
+
+  bool StatusInForce(const EditStep& step) const {
+    const auto place = Locate(step.path);
+    if (!place) RefuseChanged(step.path);
+    const auto now = Stamp(*place, Links::Follow);
+    if (!now) RefuseChanged(step.path);
+    if (*now == step.before) return false;
+    const bool asLeft = step.after ? *now == *step.after : now->size == step.before.size;
+    if (!asLeft && !inOrder_.contains(*place)) RefuseChanged(step.path);
+    return true;
+  }
+
+  const UndoContext& context_;
+  FileSystem& fileSystem_;
+  std::map<std::string, std::optional<std::string>> places_;
+  std::set<std::string> inOrder_;
+  bool undoing_ = false;  ///< a file may have its old bytes already, but not yet its old time
+};
+
+}  // namespace
+
+void UndoSteps(const EditLog& log, const UndoContext& context) { Undoer(context).Run(log); }
+
+}  // namespace ml::platform

@@ -1,0 +1,160 @@
+#include "app/command_table.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace ml::app {
+namespace {
+
+using catalogue::SortMethod;
+using Id = CommandId;
+
+CommandState Main(int count, int current) {
+  CommandState state;
+  state.mode = ViewMode::Main;
+  state.imageCount = count;
+  state.currentIndex = current;
+  return state;
+}
+
+CommandState Thumbs(int count, int focus, int selected = 0) {
+  CommandState state;
+  state.imageCount = count;
+  state.focusIndex = focus;
+  state.selectedCount = selected;
+  return state;
+}
+
+template <class Change>
+CommandState With(CommandState state, Change change) {
+  change(state);
+  return state;
+}
+CommandState Around(CommandState state) {
+  state.wraparound = true;
+  return state;
+}
+CommandState Tagged(CommandState state) {
+  state.targetTagged = true;
+  return state;
+}
+CommandState Sorted(SortMethod method, bool remembered = false) {
+  CommandState state;
+  state.sortMethod = method;
+  state.hasCustomOrder = remembered;
+  return state;
+}
+
+struct RuleCase {
+  const char* name;
+  Id id;
+  CommandState state;
+  bool on;
+};
+
+class CommandRules : public testing::TestWithParam<RuleCase> {};
+
+TEST_P(CommandRules, DecideWhatIsOn) { EXPECT_EQ(FindCommand(GetParam().id).enabled(GetParam().state), GetParam().on); }
+
+INSTANTIATE_TEST_SUITE_P(Navigation, CommandRules,
+                         testing::Values(RuleCase{"NextInTheMiddle", Id::NextImage, Main(3, 1), true},
+                                         RuleCase{"NextAtTheEnd", Id::NextImage, Main(3, 2), false},
+                                         RuleCase{"NextAroundTheEnd", Id::NextImage, Around(Main(3, 2)), true},
+                                         RuleCase{"NextOfOne", Id::NextImage, Around(Main(1, 0)), false},
+                                         RuleCase{"NextOfNone", Id::NextImage, Main(0, -1), false},
+                                         RuleCase{"NextOfNoneAround", Id::NextImage, Around(Main(0, -1)), true},
+                                         RuleCase{"NextInThumbnails", Id::NextImage, Thumbs(3, 0), false},
+                                         RuleCase{"PreviousAtTheStart", Id::PreviousImage, Main(3, 0), false},
+                                         RuleCase{"PreviousAroundTheStart", Id::PreviousImage, Around(Main(3, 0)),
+                                                  true},
+                                         RuleCase{"PreviousInTheMiddle", Id::PreviousImage, Main(3, 1), true},
+                                         RuleCase{"PreviousOfOne", Id::PreviousImage, Around(Main(1, 0)), false}),
+                         [](const auto& c) { return std::string(c.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    TagsAndSelection, CommandRules,
+    testing::Values(RuleCase{"SelectAll", Id::SelectAll, Thumbs(2, -1), true},
+                    RuleCase{"SelectAllOfNone", Id::SelectAll, Thumbs(0, -1), false},
+                    RuleCase{"SelectAllInMain", Id::SelectAll, Main(2, 0), false},
+                    RuleCase{"TagNoneInMain", Id::TagNone, Main(2, 0), false},
+                    RuleCase{"AddTagToTheCurrent", Id::AddTag, Main(2, 0), true},
+                    RuleCase{"AddTagTwice", Id::AddTag, Tagged(Main(2, 0)), false},
+                    RuleCase{"AddTagWithoutImage", Id::AddTag, Main(0, -1), false},
+                    RuleCase{"AddTagToTheSelected", Id::AddTag, Tagged(Thumbs(2, 0, 1)), true},
+                    RuleCase{"AddTagToNothingSelected", Id::AddTag, Thumbs(2, 0, 0), false},
+                    RuleCase{"RemoveTag", Id::RemoveTag, Tagged(Main(2, 0)), true},
+                    RuleCase{"RemoveTagWithoutTag", Id::RemoveTag, Main(2, 0), false},
+                    RuleCase{"RemoveTagsOfTheSelected", Id::RemoveTag, Thumbs(2, 0, 2), true},
+                    RuleCase{"TagImageNeedsFocus", Id::TagImage, Thumbs(2, -1, 2), false},
+                    RuleCase{"TagImageWithFocus", Id::TagImage, Thumbs(2, 1), true},
+                    RuleCase{"TagImageBehindTheEnd", Id::TagImage, Thumbs(2, 2), false},
+                    RuleCase{"LoadTags", Id::LoadTags, Main(1, 0), true},
+                    RuleCase{"LoadTagsOfNone", Id::LoadTags, Thumbs(0, -1), false},
+                    RuleCase{"SaveTagsWithoutTags", Id::SaveTags, Thumbs(3, 0), false},
+                    RuleCase{"SaveTags", Id::SaveTags, With(Thumbs(3, 0), [](auto& s) { s.taggedCount = 1; }), true},
+                    RuleCase{"TaggedToStart", Id::MoveTaggedToStart,
+                             With(Thumbs(3, 0), [](auto& s) { s.taggedBehindUntagged = true; }), true},
+                    RuleCase{"TaggedToStartInMain", Id::MoveTaggedToStart,
+                             With(Main(3, 0), [](auto& s) { s.taggedBehindUntagged = true; }), false},
+                    RuleCase{"TaggedAtStart", Id::MoveTaggedToStart, Thumbs(3, 0), false}),
+    [](const auto& c) { return std::string(c.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Order, CommandRules,
+    testing::Values(RuleCase{"NoCustomOrder", Id::CustomOrder, Sorted(SortMethod::Numeric), false},
+                    RuleCase{"RememberedCustomOrder", Id::CustomOrder, Sorted(SortMethod::Numeric, true), true},
+                    RuleCase{"InCustomOrder", Id::CustomOrder, Sorted(SortMethod::Custom), true},
+                    RuleCase{"Reverse", Id::ReverseSortOrder, Sorted(SortMethod::FileType), true},
+                    RuleCase{"ReverseCustom", Id::ReverseSortOrder, Sorted(SortMethod::Custom), false},
+                    RuleCase{"SaveCustom", Id::SaveCustomOrder, Sorted(SortMethod::Custom), true},
+                    RuleCase{"SaveNoCustom", Id::SaveCustomOrder, Sorted(SortMethod::Timestamp, true), false}),
+    [](const auto& c) { return std::string(c.param.name); });
+
+TEST(CommandMarks, FollowTheState) {
+  auto state = Thumbs(1, 0);
+  state.thumbnailSizeMode = 1;
+  EXPECT_TRUE(FindCommand(Id::LargeThumbnails).checked(state));
+  EXPECT_FALSE(FindCommand(Id::SmallThumbnails).checked(state));
+  state.mode = ViewMode::Main;
+  EXPECT_FALSE(FindCommand(Id::LargeThumbnails).checked(state));
+  EXPECT_TRUE(FindCommand(Id::MainView).checked(state));
+  state.fullView = true;
+  EXPECT_FALSE(FindCommand(Id::ShowControls).checked(state));
+}
+
+TEST(CommandTable, IsWhole) {
+  std::set<Id> seen;
+  std::map<std::pair<Menu, char>, std::string> mnemonics;
+  for (const auto& row : Commands()) {
+    EXPECT_TRUE(seen.insert(row.id).second) << row.text;
+    EXPECT_EQ(row.mark != Mark::None, row.checked != nullptr) << row.text;
+    EXPECT_FALSE(row.tip.empty()) << row.text;
+    const auto mark = row.text.find('&');
+    if (row.id == Id::RecentDirectory) continue;
+    ASSERT_LT(mark + 1, row.text.size()) << row.text << " has no mnemonic";
+    const auto key = static_cast<char>(std::tolower(row.text[mark + 1]));
+    const auto [place, fresh] = mnemonics.try_emplace({row.menu, key}, row.text);
+    EXPECT_TRUE(fresh) << row.text << " has the mnemonic of " << place->second;
+  }
+  EXPECT_EQ(seen.size(), static_cast<std::size_t>(kCommandCount));
+}
+
+/// A key for two commands that can be on at the same time would do nothing.
+TEST(CommandTable, NoKeyTwice) {
+  std::map<std::string, std::string> owners;
+  for (const auto& row : Commands()) {
+    std::string keys(row.keys);
+    for (std::size_t begin = 0; begin < keys.size();) {
+      const auto end = std::min(keys.find("; ", begin), keys.size());
+      const auto [owner, fresh] = owners.try_emplace(keys.substr(begin, end - begin), row.text);
+      EXPECT_TRUE(fresh) << owner->first << " is the key of " << owner->second << " and of " << row.text;
+      begin = end + 2;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ml::app

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+
+#include "app/application.h"
+#include "app/command_actions.h"
+#include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
+#include "app/picture_view.h"
+#include "app/session.h"
+#include "catalogue/ui/thumbnail_list_view.h"
+#include "support/sample_photo.h"
+#include "support/temp_dir.h"
+
+namespace ml::app {
+namespace {
+
+using Names = std::vector<std::string>;
+
+/// Presses OK on each box that comes up and keeps its text.
+class BoxReader {
+ public:
+  void Start() {
+    timer_ = std::make_unique<QTimer>();
+    QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return;
+      texts.push_back(box->text().toStdString());
+      box->accept();
+    });
+    timer_->start(20);
+  }
+  Names texts;
+
+ private:
+  std::unique_ptr<QTimer> timer_;
+};
+
+class Run : public testing::Test {
+ protected:
+  Run() {
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    for (const auto* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
+      ::setenv(variable, (home / "xdg").c_str(), 1);
+    }
+    for (const auto* name : {"img_2.jpg", "img_10.jpg", "img_1.jpg"}) {
+      photos.Write(name, test::MakePhoto({.width = 300, .height = 200}));
+    }
+  }
+
+  /// One run of the program; `act` runs after the first load and sees to it that the program ends.
+  int Launch(const Names& names, const std::function<void(CMainFrame&, Session&)>& act) {
+    Names arguments{"marrowlantern"};
+    arguments.insert(arguments.end(), names.begin(), names.end());
+    std::vector<char*> argv;
+    for (auto& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    int argc = static_cast<int>(arguments.size());
+    return RunApplication(argc, argv.data(), act);
+  }
+  /// The same with boxes answered and "Quit" at the end.
+  void Start(const Names& names, const std::function<void(CMainFrame&, Session&)>& act) {
+    Launch(names, [&](CMainFrame& frame, Session& session) {
+      BoxReader reader;
+      reader.Start();
+      act(frame, session);
+      boxes = reader.texts;
+      frame.Runner().Run(CommandId::Quit);
+    });
+  }
+
+  static Names FilesOf(const Session& session) {
+    Names names;
+    for (const auto& path : session.list.files) names.push_back(path.substr(path.rfind('/') + 1));
+    return names;
+  }
+  static catalogue::ui::ThumbnailListView& Thumbnails(CMainFrame& frame) {
+    return *frame.findChild<catalogue::ui::ThumbnailListView*>();
+  }
+  std::string SettingsText() const { return test::ReadAll(home / "xdg/Tarnwick/Marrowlantern/100.toml").value_or(""); }
+
+  test::TempDir home, photos;
+  Names boxes;
+};
+
+TEST_F(Run, ShowsTagsAndRemembers) {
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    EXPECT_EQ(FilesOf(session), (Names{"img_1.jpg", "img_2.jpg", "img_10.jpg"}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session.Worker().FinishedCount() == 3; }, 30'000));
+    EXPECT_EQ(session.Worker().State(1), catalogue::ThumbnailState::Done);
+
+    auto& list = Thumbnails(frame);
+    EXPECT_EQ(frame.focusWidget(), &list);
+    QTest::keyClick(&list, Qt::Key_Right);
+    EXPECT_EQ(session.list.focusIndex, 1);
+    QTest::keyClick(&list, Qt::Key_Space);
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(session.mode, ViewMode::Main);
+    EXPECT_EQ(session.list.currentPath, photos / "img_2.jpg");
+    EXPECT_EQ(session.current.width, 300);
+    EXPECT_EQ(session.current.histogram.pixelCount, 300U * 200U);
+    EXPECT_TRUE(frame.Actions().At(CommandId::TagImage)->isChecked());
+    EXPECT_EQ(frame.windowTitle().toStdString(), "img_2.jpg - Marrowlantern");
+
+    frame.Actions().At(CommandId::NextImage)->trigger();
+    EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
+    EXPECT_FALSE(frame.Actions().At(CommandId::NextImage)->isEnabled());
+    frame.Actions().At(CommandId::ReverseSortOrder)->trigger();
+    frame.resize(901, 702);
+  });
+  EXPECT_EQ(test::ReadAll(photos / "tagged_files.txt"), "img_2.jpg\r\n");
+  const auto order = test::ReadAll(photos / "marrowlantern.dat").value_or("");
+  EXPECT_NE(order.find("order=\"numeric\" reverse=\"1\""), std::string::npos) << order;
+  EXPECT_NE(SettingsText().find("img_10.jpg"), std::string::npos) << SettingsText();
+
+  Start({}, [&](CMainFrame& frame, Session& session) {
+    EXPECT_EQ(FilesOf(session), (Names{"img_10.jpg", "img_2.jpg", "img_1.jpg"}));
+    EXPECT_EQ(session.mode, ViewMode::Main);
+    EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
+    EXPECT_EQ(session.list.TaggedPaths(), Names{photos / "img_2.jpg"});
+    EXPECT_EQ(session.settings.recentDirectories, Names{photos.Path()});
+    EXPECT_EQ(frame.size(), QSize(901, 702));
+  });
+}
+
+TEST_F(Run, ShowsExactlyTheNamedFiles) {
+  photos.Write("notes.txt", "x");
+  Start({photos / "img_10.jpg", photos / "gone.jpg", photos / "notes.txt", photos / "img_2.jpg"},
+        [&](CMainFrame&, Session& session) {
+          EXPECT_EQ(FilesOf(session), (Names{"img_2.jpg", "img_10.jpg"}));
+          EXPECT_EQ(session.list.currentIndex, 0);
+        });
+}
+
+TEST_F(Run, TellsOfDirectoriesThatAreNone) {
+  const auto file = photos / "img_1.jpg";
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    session.settings.recentDirectories = {photos / "gone", file};
+    frame.Runner().Run(CommandId::RecentDirectory, 0);
+    frame.Runner().Run(CommandId::RecentDirectory, 1);
+    EXPECT_EQ(session.list.Count(), 3);
+  });
+  EXPECT_EQ(boxes, (Names{"Directory does not exist:\n" + (photos / "gone"), file + "\nis not a directory"}));
+}
+
+TEST_F(Run, BrokenPictureSaysSoAndCanBeLeft) {
+  photos.Write("img_0.jpg", "no picture");
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    frame.Runner().Run(CommandId::MainView);
+    EXPECT_EQ(session.current.width, 0);
+    EXPECT_NE(frame.findChild<PictureView*>()->accessibleDescription(), QString());
+    frame.Runner().Run(CommandId::NextImage);
+    EXPECT_EQ(session.current.width, 300);
+    EXPECT_EQ(frame.findChild<PictureView*>()->accessibleDescription(), QString());
+  });
+  EXPECT_TRUE(boxes.empty());
+}
+
+TEST_F(Run, SignalEndsInOrder) {
+  const int code = Launch({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    session.list.SelectAll();
+    frame.Runner().Run(CommandId::TagSelected);
+    ::kill(::getpid(), SIGTERM);
+    // A box in the way that nobody answers must not hold up the end.
+    QMessageBox(&frame).exec();
+  });
+  EXPECT_EQ(code, 0);
+  EXPECT_EQ(test::ReadAll(photos / "tagged_files.txt"), "img_1.jpg\r\nimg_2.jpg\r\nimg_10.jpg\r\n");
+  EXPECT_NE(SettingsText().find("img_1.jpg"), std::string::npos);
+}
+
+BoxReader* earlyReader = nullptr;
+
+TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {
+  // The box comes before there is a window that could tell of itself.
+  qAddPreRoutine([] {
+    if (earlyReader) earlyReader->Start();
+  });
+  BoxReader reader;
+  earlyReader = &reader;
+  const int code = Launch({"-x", photos.Path()}, [](CMainFrame&, Session&) { FAIL() << "the program went on"; });
+  earlyReader = nullptr;
+  EXPECT_NE(code, 0);
+  ASSERT_EQ(reader.texts.size(), 1U);
+  EXPECT_TRUE(reader.texts[0].starts_with("Usage: marrowlantern [-a<#cpu>]")) << reader.texts[0];
+  EXPECT_FALSE(test::ReadAll(photos / "marrowlantern.dat"));
+  EXPECT_EQ(SettingsText(), "");
+}
+
+}  // namespace
+}  // namespace ml::app

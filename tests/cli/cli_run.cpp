@@ -1,0 +1,41 @@
+#include "cli/cli_run.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace ml::test {
+
+namespace {
+
+[[noreturn]] void RunChild(const std::vector<std::string>& arguments, const TempDir& home) {
+  ::setenv("HOME", home.Path().c_str(), 1);
+  for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) ::unsetenv(variable);
+  ::dup2(::open((home / "out").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600), STDOUT_FILENO);
+  ::dup2(::open((home / "err").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600), STDERR_FILENO);
+  std::string program = ML_CLI;
+  std::vector<std::string> words = arguments;
+  std::vector<char*> argv = {program.data()};
+  for (auto& word : words) argv.push_back(word.data());
+  argv.push_back(nullptr);
+  ::execv(program.c_str(), argv.data());
+  ::_exit(127);
+}
+
+}  // namespace
+
+CliResult CliRunner::operator()(const std::vector<std::string>& arguments) const {
+  const pid_t child = ::fork();
+  if (child == 0) RunChild(arguments, home_);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  CliResult result;
+  result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  result.output = ReadAll(home_ / "out").value_or("");
+  result.errors = ReadAll(home_ / "err").value_or("");
+  return result;
+}
+
+}  // namespace ml::test

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/temp_dir.h"
+
+namespace ml::test {
+
+struct CliResult {
+  int exitCode = -1;
+  std::string output, errors;
+};
+
+/// Runs the command line as a process, with a home of its own.
+class CliRunner {
+ public:
+  CliResult operator()(const std::vector<std::string>& arguments) const;
+  std::string SettingsFile() const { return home_ / ".config/Tarnwick/Marrowlantern/100.toml"; }
+
+ private:
+  TempDir home_;
+};
+
+}  // namespace ml::test

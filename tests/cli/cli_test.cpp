@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "cli/cli_run.h"
+#include "support/sample_photo.h"
+#include "support/temp_dir.h"
+
+namespace ml::test {
+namespace {
+
+using nlohmann::json;
+
+class Cli : public testing::Test {
+ protected:
+  CliRunner run;
+  TempDir dir;
+
+  json Json(std::vector<std::string> arguments, int exitCode = 0) {
+    arguments.push_back("--json");
+    const auto result = run(arguments);
+    EXPECT_EQ(result.exitCode, exitCode) << result.errors;
+    return json::parse(result.output);
+  }
+  static std::vector<std::string> Names(const json& list) {
+    std::vector<std::string> names;
+    for (const auto& file : list["files"]) {
+      names.push_back(std::filesystem::path(file["path"].get<std::string>()).filename());
+    }
+    return names;
+  }
+  static std::vector<std::string> FilesIn(const std::string& directory) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) names.push_back(entry.path().filename());
+    std::ranges::sort(names);
+    return names;
+  }
+  void WriteImages(const std::vector<std::string>& names) {
+    for (const auto& name : names) dir.Write(name, "x");
+  }
+};
+
+TEST_F(Cli, WrongUsageAndFailuresHaveTheirExitCodes) {
+  EXPECT_EQ(run({}).exitCode, 2);
+  EXPECT_EQ(run({"list"}).exitCode, 2);
+  EXPECT_EQ(run({"list", dir.Path(), "--sort", "size"}).exitCode, 2);
+  EXPECT_EQ(run({"preview", "x.jpg", "--box", "10", "--out", dir.Path()}).exitCode, 2);
+  EXPECT_EQ(run({"list", dir.Path(), "--setting", "Nonsense=1"}).exitCode, 2);
+  EXPECT_EQ(run({"--help"}).exitCode, 0);
+  const auto missing = run({"list", dir / "gone"});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_NE(missing.errors.find(dir / "gone"), std::string::npos);
+  EXPECT_EQ(run({"list", dir.Write("a.txt", "")}).exitCode, 1);
+}
+
+TEST_F(Cli, ListTellsOrderTagsAndCompanions) {
+  WriteImages({"x10.jpg", "x9.JPG", "y.crw", "y.thm", "x9.wav", "notes.txt", ".x1.jpg"});
+  dir.Write("tagged_files.txt", "X9.jpg\r\n");
+  const auto list = Json({"list", dir.Path(), "--sort", "numeric"});
+  EXPECT_EQ(Names(list), (std::vector<std::string>{"x9.JPG", "x10.jpg", "y.crw"}));
+  EXPECT_EQ(list["directory"], dir.Path());
+  EXPECT_EQ(list["sortMethod"], "numeric");
+  EXPECT_EQ(list["count"], 3);
+  EXPECT_EQ(list["taggedCount"], 1);
+  EXPECT_EQ(list["files"][0]["tagged"], true);
+  EXPECT_EQ(list["files"][0]["hasSound"], true);
+  EXPECT_EQ(list["files"][1]["hasViewingJpeg"], false);
+  EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "numeric", "--reverse"})),
+            (std::vector<std::string>{"y.crw", "x10.jpg", "x9.JPG"}));
+  EXPECT_EQ(Json({"list", dir.Path(), "--hidden"})["count"], 4);
+  EXPECT_EQ(FilesIn(dir.Path()).size(), 8U) << "looking wrote something";
+}
+
+TEST_F(Cli, ListTakesFilesAsGivenAndShowsBytesThatAreNotUtf8) {
+  const auto file = dir.Write("\xE4.jpg", "x");
+  const auto list = Json({"list", file, dir / "gone.jpg"}, 1);
+  ASSERT_EQ(list["count"], 1);
+  EXPECT_EQ(list["files"][0]["path"], dir / "\u00E4.jpg");
+  EXPECT_TRUE(list["files"][0]["pathHex"].get<std::string>().ends_with("E42E6A7067"));
+}
+
+TEST_F(Cli, TagsAreKeptInTheDirectory) {
+  WriteImages({"a.jpg", "b.jpg", "c.crw"});
+  EXPECT_EQ(Json({"tags", dir.Path(), "--add", "b.jpg", "C.CRW", "--dry-run"})["taggedCount"], 2);
+  EXPECT_FALSE(ReadAll(dir / "tagged_files.txt"));
+  EXPECT_EQ(Json({"tags", dir.Path(), "--add", "b.jpg", "C.CRW", "--save", dir / "my.tag"})["taggedCount"], 2);
+  EXPECT_EQ(ReadAll(dir / "tagged_files.txt"), "b.jpg\r\nc.crw\r\n");
+  EXPECT_EQ(run({"tags", dir.Path(), "--save", dir / "my.tag"}).exitCode, 1) << "replaced a file unasked";
+  EXPECT_EQ(Json({"tags", dir.Path(), "--remove", "b.jpg"})["taggedCount"], 1);
+  EXPECT_EQ(Json({"tags", dir.Path(), "--clear"})["taggedCount"], 0);
+  EXPECT_FALSE(ReadAll(dir / "tagged_files.txt"));
+  EXPECT_EQ(Json({"tags", dir.Path(), "--load", dir / "my.tag"})["taggedCount"], 2);
+  EXPECT_EQ(Json({"tags", dir.Path(), "--add", "zzz.jpg"}, 1)["taggedCount"], 2);
+  EXPECT_FALSE(ReadAll(dir / "marrowlantern.dat")) << "tags wrote the order file";
+}
+
+TEST_F(Cli, OrderIsKeptInTheDirectory) {
+  WriteImages({"a.jpg", "b.jpg", "c.jpg"});
+  const auto custom = Json({"order", dir.Path(), "--custom", "c.jpg", "a.jpg"});
+  EXPECT_EQ(custom["sortMethod"], "custom");
+  EXPECT_EQ(Names(Json({"list", dir.Path()})), (std::vector<std::string>{"c.jpg", "a.jpg", "b.jpg"}));
+  EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "alphabetical"})),
+            (std::vector<std::string>{"a.jpg", "b.jpg", "c.jpg"}));
+  EXPECT_EQ(Names(Json({"order", dir.Path(), "--sort", "alphabetical", "--reverse"})),
+            (std::vector<std::string>{"c.jpg", "b.jpg", "a.jpg"}));
+  EXPECT_EQ(Json({"list", dir.Path()})["reverse"], true);
+  EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "custom"})),
+            (std::vector<std::string>{"c.jpg", "a.jpg", "b.jpg"}))
+      << "the custom order was forgotten";
+}
+
+TEST_F(Cli, ThumbAndPreviewWritePictures) {
+  const auto photo = dir.Write("in/IMG_1.JPG", MakePhoto({.width = 600, .height = 400}));
+  const auto broken = dir.Write("in/broken.jpg", "\xFF\xD8 no picture");
+  const auto thumbs = Json({"thumb", photo, broken, "--size", "80", "--out", dir / "out"}, 1);
+  ASSERT_EQ(thumbs.size(), 2U);
+  EXPECT_EQ(thumbs[0]["output"], dir / "out/IMG_1.JPG.png");
+  EXPECT_EQ(thumbs[0]["width"], 80);
+  EXPECT_EQ(thumbs[0]["source"], "exif");
+  EXPECT_EQ(thumbs[1]["output"], nullptr);
+  EXPECT_EQ(ReadAll(dir / "out/IMG_1.JPG.png").value_or("").substr(0, 4), "\x89PNG");
+
+  const auto preview = Json({"preview", photo, "--box", "300x300", "--grey", "--out", dir / "out", "--rename"});
+  EXPECT_EQ(preview[0]["output"], dir / "out/IMG_1.JPG (2).png");
+  EXPECT_EQ(preview[0]["width"], 300);
+  EXPECT_EQ(preview[0]["height"], 200);
+  EXPECT_EQ(preview[0]["source"], "full");
+  EXPECT_EQ(run({"preview", photo, "--box", "300x300", "--out", dir / "out"}).exitCode, 1) << "overwrote unasked";
+  EXPECT_EQ(run({"preview", photo, "--box", "300x300", "--out", dir / "out", "--skip"}).exitCode, 0);
+  EXPECT_EQ(run({"thumb", photo, "--size", "80", "--out", dir / "dry", "--dry-run"}).exitCode, 0);
+  EXPECT_FALSE(std::filesystem::exists(dir / "dry"));
+}
+
+TEST_F(Cli, SettingsAreShownOverriddenAndKept) {
+  const auto all = Json({"settings"});
+  EXPECT_EQ(all.size(), 338U);
+  EXPECT_EQ(Json({"settings", "--get", "SlideshowInterval"}),
+            json::parse(R"([{"key": "SlideshowInterval", "type": "dword", "default": 4, "value": 4}])"));
+  EXPECT_EQ(Json({"settings", "--get", "RawGamma", "--setting", "RawGamma=2.5"})[0]["value"], 2.5);
+  EXPECT_FALSE(ReadAll(run.SettingsFile()));
+  EXPECT_EQ(run({"settings", "--put", "Wraparound=1", "--dry-run"}).exitCode, 0);
+  EXPECT_FALSE(ReadAll(run.SettingsFile()));
+  Json({"settings", "--put", "Wraparound=1", "--setting", "RawGamma=2.5"});
+  EXPECT_EQ(Json({"settings", "--get", "Wraparound", "RawGamma"})[0]["value"], 1.0);
+  EXPECT_EQ(Json({"settings", "--get", "Wraparound", "--no-settings"})[0]["value"], 0);
+  EXPECT_EQ(run({"settings", "--put", "Wraparound=maybe"}).exitCode, 1);
+  EXPECT_EQ(run({"settings", "--get", "Nonsense"}).exitCode, 1);
+}
+
+}  // namespace
+}  // namespace ml::test

@@ -1,0 +1,114 @@
+#include "imagefiles/thumbnail_maker.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/errors.h"
+#include "support/jpeg_builder.h"
+#include "support/sample_photo.h"
+#include "support/temp_dir.h"
+
+namespace ml::imagefiles {
+namespace {
+
+/// The picture is red, its embedded thumbnail (160 x 120 if not told otherwise) blue.
+std::string Photo(int orientation = 1, int thumbnailWidth = 160, int thumbnailHeight = 120) {
+  const auto thumbnail = EncodeJpeg(test::PaintPlain(thumbnailWidth, thumbnailHeight, 0x0000ff));
+  return test::WithExif(EncodeJpeg(test::PaintPlain(600, 400, 0xff0000)),
+                        {.orientation = orientation, .thumbnail = thumbnail});
+}
+
+struct Case {
+  const char* name;
+  int size;
+  ImageFileOptions options;
+  ThumbnailSource source;
+  int width, height;
+};
+class JpegThumbnail : public testing::TestWithParam<Case> {};
+
+TEST_P(JpegThumbnail, ComesFromTheCheapestSource) {
+  const auto& c = GetParam();
+  const test::TempDir dir;
+  const auto made = MakeThumbnail(dir.Write("a.jpg", Photo(6)), c.size, c.options);
+  EXPECT_EQ(made.source, c.source);
+  EXPECT_EQ(made.pixels.width, c.width);
+  EXPECT_EQ(made.pixels.height, c.height);
+  EXPECT_EQ(made.pixels.stride, (c.width + 3) / 4 * 4);
+  EXPECT_EQ(made.pixels.order, imaging::PixelOrder::Bgr);
+  const int blue = std::to_integer<int>(made.pixels.Row(0)[0]), red = std::to_integer<int>(made.pixels.Row(0)[2]);
+  EXPECT_EQ(blue > 200 && red < 50, c.source == ThumbnailSource::Exif);
+  EXPECT_EQ(red > 200 && blue < 50, c.source == ThumbnailSource::Full);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sources, JpegThumbnail,
+    testing::Values(Case{"Small", 80, {}, ThumbnailSource::Exif, 80, 60},
+                    Case{"Largest", 160, {}, ThumbnailSource::Exif, 160, 120},
+                    Case{"OverTheLimit", 161, {}, ThumbnailSource::Full, 161, 107},
+                    Case{"Odd", 33, {}, ThumbnailSource::Exif, 33, 24},
+                    Case{"Ignored", 80, {.ignoreEmbeddedThumbnails = true}, ThumbnailSource::Full, 80, 53},
+                    Case{"Turned", 80, {.useJpegExifOrientation = true}, ThumbnailSource::Exif, 60, 80},
+                    Case{"TurnedWhole", 240, {.useJpegExifOrientation = true}, ThumbnailSource::Full, 160, 240},
+                    Case{"NeverEnlarged", 5000, {}, ThumbnailSource::Full, 600, 400}),
+    [](const auto& c) { return std::string(c.param.name); });
+
+TEST(Thumbnail, OfAPictureWhoseEmbeddedOneIsBrokenIsMadeFromThePicture) {
+  const test::TempDir dir;
+  auto photo = Photo();
+  const auto embedded = photo.find("\xff\xd8", 2);
+  photo[embedded] = 'x';
+  EXPECT_EQ(MakeThumbnail(dir.Write("a.jpg", photo), 80, {}).source, ThumbnailSource::Full);
+}
+
+TEST(Thumbnail, OfRawFilesAndMoviesIsTheirCompanion) {
+  const test::TempDir dir;
+  const auto thm = EncodeJpeg(test::PaintPlain(160, 120, 0x0000ff));
+  dir.Write("IMG_1.THM", thm);
+  dir.Write("mvi_2.Thm", thm);
+  for (const auto* name : {"IMG_1.CRW", "mvi_2.avi"}) {
+    const auto made = MakeThumbnail(dir.Write(name, "x"), 80, {.ignoreEmbeddedThumbnails = true});
+    EXPECT_EQ(made.source, ThumbnailSource::Thm);
+    EXPECT_EQ(made.pixels.width, 80);
+  }
+  EXPECT_STREQ(ThumbnailSourceName(ThumbnailSource::Thm), "thm");
+}
+
+TEST(Thumbnail, RefusalsNameTheFile) {
+  const test::TempDir dir;
+  const auto reason = [](const std::string& path) -> std::string {
+    try {
+      MakeThumbnail(path, 80, {});
+    } catch (const platform::UserError& error) {
+      return error.what();
+    }
+    return {};
+  };
+  for (const auto& path : {dir / "missing.jpg", dir.Write("a.jpg", "no picture"), dir.Write("b.crw", "no companion"),
+                           dir.Write("c.nef", ""), dir.Write("d.txt", ""), dir.Path() + "/dir.jpg"}) {
+    EXPECT_NE(reason(path).find(path), std::string::npos) << reason(path);
+  }
+}
+
+TEST(Thumbnail, EveryPrefixGivesAPictureOrASentence) {
+  const test::TempDir dir;
+  const auto photo = test::MakePhoto({.width = 320, .height = 240, .seed = 4});
+  ASSERT_GT(photo.size(), 8192U);
+  const auto path = dir.Write("a.jpg", photo);
+  for (auto size = photo.size(); size > 0;) {
+    const bool dense = size <= 4096 || size + 256 > photo.size();
+    size -= dense ? 1 : std::min<std::size_t>(251, size - 4096);
+    std::filesystem::resize_file(path, size);
+    try {
+      const auto made = MakeThumbnail(path, 80, {.useJpegExifOrientation = true});
+      EXPECT_EQ(made.pixels.width, 80) << size;
+    } catch (const platform::UserError& error) {
+      EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << size;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ml::imagefiles

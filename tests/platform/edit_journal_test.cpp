@@ -1,0 +1,262 @@
+#include "platform/edit_journal.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <map>
+
+#include "platform/atomic_file.h"
+#include "platform/edit_batch.h"
+#include "platform/errors.h"
+#include "platform/file_status.h"
+#include "platform/in_place_patch.h"
+#include "platform/journal_files.h"
+#include "platform/temporary_name.h"
+#include "support/fake_trash.h"
+#include "support/fakes.h"
+#include "support/fault_sweep.h"
+#include "support/temp_dir.h"
+
+namespace ml::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Outcome;
+using test::ReadAll;
+
+std::vector<std::byte> Bytes(std::string_view text) {
+  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
+  return {bytes.begin(), bytes.end()};
+}
+
+class EditJournalTest : public testing::Test {
+ protected:
+  EditJournal Journal() { return Journal(quick); }
+  EditJournal Journal(FileSystem& fileSystem) {
+    return EditJournal({.trash = trash, .clock = clock, .stateDirectory = state, .fileSystem = fileSystem});
+  }
+
+  /// A small collection, all files with a time of their own.
+  void Prepare() {
+    for (const auto& entry : fs::directory_iterator(dir.Path())) fs::remove_all(entry.path());
+    for (const auto* name : {"raw", "jpeg", "a", "b", "doomed", "touched"}) {
+      const auto path = dir.Write("images/" + std::string(name), "content of " + std::string(name));
+      SetModificationTime(path, 1'000'000'000'000'000'000 + name[0]);
+    }
+    ASSERT_EQ(::chmod((dir / "images/jpeg").c_str(), 0640), 0);
+  }
+
+  /// Names with content, time and permissions.
+  std::map<std::string, std::string> Snapshot() const {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::directory_iterator(dir / "images")) {
+      const auto path = entry.path().string();
+      const auto status = *ReadFileStatus(path);
+      files[path] = *ReadAll(path) + " " + std::to_string(status.modified) + " " + std::to_string(status.mode);
+    }
+    return files;
+  }
+
+  /// Every kind of edit once, two of them on one file, and two files that swap their names.
+  void EditEverything(FileSystem& fileSystem) {
+    auto journal = Journal(fileSystem);
+    EditBatch batch(journal, "Everything");
+    const auto image = [&](const char* name) { return dir / "images/" + name; };
+    const auto rename = [&](const std::string& from, const std::string& to) {
+      batch.WillRename(from, to);
+      if (fileSystem.RenameNoReplace(from, to) != 0) ThrowFileError("", from, errno);
+    };
+    const PatchOptions patching{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
+    const AtomicFileOptions writing{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
+    ApplyPatches(image("raw"),
+                 {.fileSize = 14, .patches = {{0, Bytes("con"), Bytes("CON")}}, .appended = Bytes("tail")}, patching);
+    ReplaceFile(image("jpeg"), Bytes("quite another content"), writing);
+    ApplyPatches(image("jpeg"), {.fileSize = 21, .patches = {{6, Bytes("another"), Bytes("ANOTHER")}}}, patching);
+    rename(image("a"), image("a@"));
+    rename(image("b"), image("a"));
+    rename(image("a@"), image("b"));
+    ReplaceFile(image("copy"), Bytes("a copy"), writing);
+    batch.WillTrash(image("doomed"));
+    trash.Put(image("doomed"));
+    batch.WillChangeStatus(image("touched"));
+    SetModificationTime(image("touched"), 5, fileSystem);
+    batch.Commit();
+  }
+
+  /// Undoes until nothing is left to undo; false if a batch was refused.
+  bool UndoAll() {
+    auto journal = Journal();
+    while (!journal.List().empty()) {
+      try {
+        journal.Undo();
+      } catch (const UserError& error) {
+        ADD_FAILURE() << error.what();
+        return false;
+      }
+    }
+    return true;
+  }
+
+  const test::TempDir dir;
+  const std::string state = dir / "state";
+  test::FakeTrash trash{dir / "trash"};
+  test::FakeClock clock;
+  test::FaultyFileSystem quick{test::Fault::Eio, -1};
+};
+
+TEST_F(EditJournalTest, BringsBackNamesBytesTimesAndPermissions) {
+  Prepare();
+  const auto before = Snapshot();
+  EditEverything(quick);
+  EXPECT_NE(Snapshot(), before);
+  const auto entries = Journal().List();
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries[0].what, "Everything");
+  EXPECT_EQ(entries[0].when, clock.now());
+  EXPECT_EQ(entries[0].files.size(), 8U);  // the copy and the name between included
+  Journal().Undo();
+  EXPECT_EQ(Snapshot(), before);
+  EXPECT_THROW(Journal().Undo(), UserError);
+  EXPECT_TRUE(fs::is_empty(JournalDirectory(state)));
+}
+
+TEST_F(EditJournalTest, UndoesWhateverWasDoneBeforeAKill) {
+  std::map<std::string, std::string> before;
+  const auto prepare = [&] { Prepare(), before = Snapshot(); };
+  for (const auto fault : {test::Fault::Kill, test::Fault::KillInWrite}) {
+    test::SweepFaults(
+        fault, prepare, [&](FileSystem& fileSystem) { EditEverything(fileSystem); },
+        [&](Outcome) {
+          RemoveStaleTemporaries(dir / "images");
+          EXPECT_TRUE(UndoAll());
+          auto now = Snapshot();
+          // Only a time may differ: an edit that did not change the bytes has nothing to be undone.
+          EXPECT_EQ(now, before);
+        });
+  }
+}
+
+TEST_F(EditJournalTest, GoesOnAfterAnUndoThatWasKilledOrFailed) {
+  std::map<std::string, std::string> before;
+  const auto prepare = [&] {
+    Prepare();
+    before = Snapshot();
+    EditEverything(quick);
+  };
+  for (const auto fault : test::kFaults) {
+    test::SweepFaults(
+        fault, prepare, [&](FileSystem& fileSystem) { Journal(fileSystem).Undo(); },
+        [&](Outcome) {
+          RemoveStaleTemporaries(dir / "images");
+          EXPECT_TRUE(UndoAll());
+          EXPECT_EQ(Snapshot(), before);
+        });
+  }
+}
+
+TEST_F(EditJournalTest, NeverStandsInTheWayOfAnEdit) {
+  const auto path = dir / "images/jpeg";
+  for (const auto fault : {test::Fault::Eio, test::Fault::Enospc, test::Fault::DiskFull}) {
+    test::SweepFaults(
+        fault, [&] { Prepare(); },
+        [&](FileSystem& fileSystem) {
+          auto journal = Journal(fileSystem);  // only the journal meets the fault
+          EditBatch batch(journal, "Edit");
+          ReplaceFile(path, Bytes("new"), {.recorder = &batch, .fileSystem = &quick});
+          batch.Commit();
+          EXPECT_EQ(ReadAll(path), "new");
+          if (batch.Undoable()) {
+            EXPECT_EQ(Journal().List().size(), 1U);
+          }
+        },
+        [&](Outcome outcome) {
+          EXPECT_EQ(outcome, Outcome::Done);
+          if (Journal().List().empty()) return;
+          Journal().Undo();
+          EXPECT_EQ(ReadAll(path), "content of jpeg");
+        });
+  }
+}
+
+TEST_F(EditJournalTest, RefusesWhenAnyFileWasChangedSince) {
+  using Meddle = void (*)(const std::string& images);
+  const Meddle meddlings[] = {[](const std::string& images) { SetModificationTime(images + "raw", 7); },
+                              [](const std::string& images) { fs::resize_file(images + "jpeg", 3); },
+                              [](const std::string& images) { fs::remove(images + "b"); },
+                              [](const std::string& images) { fs::copy_file(images + "raw", images + "doomed"); },
+                              [](const std::string& images) { fs::resize_file(images + "copy", 3); },
+                              [](const std::string& images) { SetReadOnly(images + "touched"); }};
+  for (const auto meddle : meddlings) {
+    Prepare();
+    EditEverything(quick);
+    meddle(dir / "images/");
+    const auto now = Snapshot();
+    EXPECT_THROW(Journal().Undo(), UserError);
+    EXPECT_EQ(Snapshot(), now);
+    EXPECT_EQ(Journal().List().size(), 1U);
+  }
+}
+
+TEST_F(EditJournalTest, TakesBackOneBatchAfterTheOther) {
+  Prepare();
+  const auto path = dir / "images/jpeg";
+  auto journal = Journal();
+  for (const auto* content : {"one", "two"}) {
+    EditBatch batch(journal, content);
+    FileStatusGuard guard(path, ModificationTimePolicy::LetStand);
+    SetReadOnly(path);
+    ASSERT_TRUE(guard.MakeWritable());
+    ReplaceFile(path, Bytes(content), {.recorder = &batch, .fileSystem = &quick});
+  }
+  EXPECT_EQ(journal.Undo().what, "two");
+  EXPECT_EQ(ReadAll(path), "one");
+  EXPECT_EQ(journal.Undo().what, "one");
+  EXPECT_EQ(ReadAll(path), "content of jpeg");
+}
+
+TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
+  Prepare();
+  const auto big = dir.Write("images/big", "");
+  fs::resize_file(big, kMaxUndoBytes + 1);
+  auto journal = Journal();
+  {
+    EditBatch batch(journal, "Rotate");
+    ReplaceFile(dir / "images/a", Bytes("new"), {.recorder = &batch, .fileSystem = &quick});
+    ReplaceFile(big, Bytes("new"), {.recorder = &batch, .fileSystem = &quick});
+    EXPECT_FALSE(batch.Undoable());
+  }
+  EditBatch(journal, "Delete").WillLose(dir / "images/b", "deleted for good");
+  EXPECT_EQ(journal.List().size(), 2U);
+  EXPECT_THROW(journal.Undo(), UserError);
+  EXPECT_EQ(journal.Undo().notUndoable, std::vector{big});
+  EXPECT_EQ(ReadAll(dir / "images/a"), "content of a");
+  EXPECT_EQ(ReadAll(big), "new");
+}
+
+TEST_F(EditJournalTest, LeavesABatchInProgressAlone) {
+  Prepare();
+  auto journal = Journal();
+  EditBatch batch(journal, "Rename");
+  batch.WillRename(dir / "images/a", dir / "images/c");
+  EXPECT_THROW(Journal().Undo(), UserError);
+  batch.Commit();
+  EXPECT_TRUE(Journal().Undo().notUndoable.empty());  // the rename never came
+}
+
+TEST_F(EditJournalTest, ReadsWhatIsWholeOfADamagedFile) {
+  Prepare();
+  EditEverything(quick);
+  const auto path = LogPath(JournalDirectory(state), "0000000001");
+  const auto whole = ReadAll(path).value();
+  for (std::size_t length = 0; length < whole.size(); length += 7) {
+    dir.Write("state/journal/0000000001.edits", whole.substr(0, length) + "garbage");
+    const auto entries = Journal().List();
+    if (!entries.empty()) {
+      EXPECT_LE(entries[0].files.size(), 8U);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ml::platform

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// JPEG files put together byte by byte.
+namespace ml::test {
+
+/// What ExifPayload writes; empty and 0 leave the field out.
+struct ExifFields {
+  bool bigEndian = false;
+  std::string make{}, model{};
+  std::string dateTime{};   ///< "2003:05:17 10:11:12", into tags 306 and 36867
+  int orientation = 0;      ///< tag 274 as stored, 1..8
+  std::string thumbnail{};  ///< a JPEG stream for the second directory
+};
+
+/// A TIFF block with two directories and an EXIF directory, as a camera writes it.
+std::string TiffBlock(const ExifFields& fields);
+/// The payload of an APP1 segment: the name and the block.
+std::string ExifPayload(const ExifFields& fields);
+
+/// `marker` is the second byte of the marker.
+std::string JpegSegment(int marker, std::string_view payload);
+/// `jpeg` with ready segments behind its start of image.
+std::string InsertSegments(std::string_view jpeg, std::string_view segments);
+/// The usual case of the above.
+std::string WithExif(std::string_view jpeg, const ExifFields& fields);
+
+/// `jpeg` with another size in its frame header, so that it promises pixels which it does not hold.
+std::string WithClaimedSize(std::string jpeg, int width, int height);
+
+}  // namespace ml::test

@@ -1,0 +1,68 @@
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include "platform/dates.h"
+#include "support/sample_photo.h"
+
+/// Fills a directory with made-up photographs, for trying the program where there are no real ones:
+///   marrowlantern-samples DIRECTORY [COUNT [WIDTH HEIGHT]]
+namespace ml::test {
+namespace {
+
+void Write(const std::filesystem::path& path, const std::string& content) {
+  std::ofstream out(path, std::ios::binary);
+  out << content;
+  if (!out.flush()) throw std::runtime_error("cannot write " + path.string());
+}
+
+/// A day's pictures, one every seven minutes. Every fifth is a portrait that its tag alone turns, every sixth
+/// has no embedded thumbnail.
+SamplePhoto PhotoOfTheDay(int number, int width, int height) {
+  SamplePhoto photo;
+  photo.width = width;
+  photo.height = height;
+  photo.seed = static_cast<unsigned>(number);
+  photo.orientation = number % 5 == 0 ? 6 : 1;
+  photo.thumbnail = number % 6 != 0;
+  const auto morning = platform::ParseDateTime("2003:10:04 08:00:00");
+  photo.dateTime = platform::ExifDateText(*platform::ToTime(*morning) + number * 7L * 60L);
+  return photo;
+}
+
+void MakeDirectory(const std::filesystem::path& directory, int count, int width, int height) {
+  // Made beside its place and renamed, so that a directory that is there is a whole one.
+  const auto unfinished = directory.string() + ".part";
+  std::filesystem::remove_all(unfinished);
+  std::filesystem::create_directories(unfinished);
+  for (int number = 1; number <= count; ++number) {
+    std::string name = std::to_string(number);
+    name = "IMG_" + std::string(4 - std::min<std::size_t>(4, name.size()), '0') + name;
+    Write(std::filesystem::path(unfinished) / (name + ".JPG"), MakePhoto(PhotoOfTheDay(number, width, height)));
+    if (number % 9 == 0) Write(std::filesystem::path(unfinished) / (name + ".wav"), "RIFF");
+  }
+  std::filesystem::rename(unfinished, directory);
+}
+
+}  // namespace
+}  // namespace ml::test
+
+int main(int argc, char** argv) {
+  if (argc != 2 && argc != 3 && argc != 5) {
+    std::fputs("usage: marrowlantern-samples DIRECTORY [COUNT [WIDTH HEIGHT]]\n", stderr);
+    return 2;
+  }
+  try {
+    const int count = argc > 2 ? std::stoi(argv[2]) : 24;
+    const int width = argc > 3 ? std::stoi(argv[3]) : 1536;
+    const int height = argc > 3 ? std::stoi(argv[4]) : 1024;
+    ml::test::MakeDirectory(argv[1], count, width, height);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "marrowlantern-samples: %s\n", error.what());
+    return 1;
+  }
+  return 0;
+}
