@@ -18,7 +18,7 @@ inline imaging::PixelBuffer Gradient(int width, int height) {
   auto pixels = imaging::MakePixelBuffer(width, height, imaging::PixelOrder::Bgr);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
-      auto* p = pixels.Row(y) + x * 3;
+      auto* p = pixels.Row(y) + std::ptrdiff_t{3} * x;
       p[0] = std::byte(200 - 120 * y / height);
       p[1] = std::byte(90 + 100 * x / width);
       p[2] = std::byte(70 + 120 * y / height);
@@ -94,8 +94,7 @@ struct ThumbnailList {
 inline std::vector<std::string> Numbered(int count) {
   std::vector<std::string> names;
   for (int i = 0; i < count; ++i) {
-    const auto digits = std::to_string(i);
-    names.push_back("IMG_" + std::string(4 - std::min<std::size_t>(4, digits.size()), '0') + digits + ".JPG");
+    names.push_back(QString::asprintf("IMG_%04d.JPG", i).toStdString());
   }
   return names;
 }

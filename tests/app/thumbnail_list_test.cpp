@@ -109,7 +109,7 @@ TEST(ThumbnailList, StripRunsToTheRight) {
   EXPECT_EQ(shown.list.focusIndex, 9);
   const QRect tenth = shown.view->visualRect(shown.view->currentIndex());
   EXPECT_EQ(tenth.top(), 0);
-  EXPECT_TRUE(shown.view->viewport()->rect().contains(tenth));
+  EXPECT_TRUE(shown.view->viewport()->rect().contains(catalogue::ui::CellGeometry{}.Frame(tenth)));
 }
 
 TEST(ThumbnailList, MarksOfTheListReachTheViewWithoutEcho) {
@@ -244,7 +244,7 @@ TEST(ThumbnailList, PaintsThumbnailsPixelForPixel) {
   const QPointF corner =
       catalogue::ui::CentredOnPixels(frame, QSizeF(expected.width, expected.height) / ratio, ratio) * ratio;
   for (const QPoint at : {QPoint(0, 0), QPoint(expected.width - 1, 0), QPoint(7, expected.height - 1)}) {
-    const auto* p = expected.Row(at.y()) + at.x() * 3;
+    const auto* p = expected.Row(at.y()) + std::ptrdiff_t{3} * at.x();
     EXPECT_EQ(picture.pixel(corner.toPoint() + at), qRgb(int(p[2]), int(p[1]), int(p[0]))) << at.x() << "," << at.y();
   }
 }

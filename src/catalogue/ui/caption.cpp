@@ -16,9 +16,9 @@ std::string Cut(const std::string& stem, std::size_t count) {
 
 std::string CutCaption(std::string_view path, double room, const TextWidth& width) {
   const auto fits = [&](const std::string& text) { return width(text) <= room; };
-  const auto name = platform::ToDisplayUtf8(platform::FileName(path));
+  auto name = platform::ToDisplayUtf8(platform::FileName(path));
   if (fits(name)) return name;
-  const auto stem = platform::ToDisplayUtf8(platform::SplitPath(path).stem);
+  auto stem = platform::ToDisplayUtf8(platform::SplitPath(path).stem);
   if (fits(stem)) return stem;
   const auto length = platform::CodePointCount(stem);
   if (length <= kFewestCharacters || !fits(Cut(stem, kFewestCharacters))) return {};

@@ -120,15 +120,17 @@ void DirectoryModel::Insert(Node& parent, int row, std::span<const Subdirectory>
   endInsertRows();
 }
 
-/// One directory may stand below several roots.
+/// One directory may stand below several roots. All are found before the first is changed: a listing takes
+/// rows away.
 void DirectoryModel::Take(const std::string& directory, const std::vector<Subdirectory>& found) {
-  std::vector<Node*> open{top_.get()};
+  std::vector<Node*> open{top_.get()}, asking;
   while (!open.empty()) {
     Node* node = open.back();
     open.pop_back();
     for (auto& child : node->children) open.push_back(child.get());
-    if (node != top_.get() && node->path == directory && node->listing != Listing::Unknown) TakeInto(*node, found);
+    if (node != top_.get() && node->path == directory && node->listing != Listing::Unknown) asking.push_back(node);
   }
+  for (Node* node : asking) TakeInto(*node, found);
 }
 
 /// What is still there keeps its node: what was open stays open. Both sides are sorted alike.

@@ -31,7 +31,7 @@ class DirectoryReader final : public QObject {
  private:
   struct Request {
     std::string directory;
-    bool withHidden;
+    bool withHidden = false;
   };
   void Run(const std::stop_token& stop);
 

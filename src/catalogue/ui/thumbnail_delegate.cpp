@@ -100,7 +100,7 @@ void ThumbnailDelegate::DrawTop(QPainter& painter, const Cell& cell) const {
                      platform::ui::ToLabel(extension.substr(extension.empty() ? 0 : 1)));
   }
   if (item != nullptr && item->hasSound) {
-    const double left = cell.frame.left() + (cell.frame.width() - kMarkSize) / 2;
+    const double left = cell.frame.left() + (cell.frame.width() - kMarkSize) / 2.0;
     DrawSoundMark(painter, {left, top + 1, kMarkSize, kMarkSize}, cell.textColour);
   }
   if (cell.tagged) {
