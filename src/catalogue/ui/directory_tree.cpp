@@ -123,7 +123,14 @@ void DirectoryTree::GoOnToTarget() {
   target_.clear();
   const QScopedValueRollback guard(quiet_, true);
   setCurrentIndex(at);
-  scrollTo(at);
+  // Only now do the new rows get their places, and perhaps a scroll bar takes the room of the last one.
+  QMetaObject::invokeMethod(this, &DirectoryTree::ShowCurrent, Qt::QueuedConnection);
+}
+
+/// A row out of sight comes with its neighbourhood.
+void DirectoryTree::ShowCurrent() {
+  const bool inSight = viewport()->rect().contains(visualRect(currentIndex()).center());
+  scrollTo(currentIndex(), inSight ? EnsureVisible : PositionAtCenter);
 }
 
 void DirectoryTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

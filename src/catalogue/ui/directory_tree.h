@@ -40,6 +40,7 @@ class DirectoryTree final : public QTreeView {
 
  private:
   void GoOnToTarget();
+  void ShowCurrent();
   QModelIndex RootFor(const std::string& directory) const;
   void ReadOpen(const QModelIndex& parent);
 
