@@ -12,6 +12,7 @@
 #include "app/application.h"
 #include "app/main_frame.h"
 #include "app/session.h"
+#include "options/engine_options.h"
 #include "platform/data_folders.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -93,7 +94,9 @@ int main(int argc, char** argv) {
   int count = argc - 1;
   int exitCode = 1;
   const int code = ml::app::RunApplication(count, arguments.data(), [&](CMainFrame& frame, Session& session) {
-    session.Images().SetOptions({.suppressOrderFile = true});
+    auto quiet = ml::options::CatalogueOptionsOf(session.settings);
+    quiet.suppressOrderFile = true;  // looking leaves nothing behind
+    session.Images().SetOptions(quiet);
     new Photographer(frame, session, directory, exitCode);
   });
   return code != 0 ? code : exitCode;

@@ -178,6 +178,15 @@ TEST_F(Run, SignalEndsInOrder) {
   EXPECT_NE(SettingsText().find("img_1.jpg"), std::string::npos);
 }
 
+TEST_F(Run, BrokenSettingsAreToldAndKept) {
+  const auto file = home.Write("xdg/Tarnwick/Marrowlantern/100.toml", "ThumbnailSize = = 1\n");
+  testing::internal::CaptureStderr();
+  Start({photos.Path()}, [](CMainFrame&, Session& session) { EXPECT_EQ(session.list.Count(), 3); });
+  EXPECT_NE(testing::internal::GetCapturedStderr().find(file), std::string::npos);
+  EXPECT_EQ(test::ReadAll(file + ".bad"), "ThumbnailSize = = 1\n");
+  EXPECT_NE(SettingsText().find("MRU0"), std::string::npos);
+}
+
 BoxReader* earlyReader = nullptr;
 
 TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "app/navigation.h"
-#include "app/recent_directories.h"
 #include "support/temp_dir.h"
 
 namespace ml::app {
@@ -55,32 +53,6 @@ TEST_F(StartFilesTest, CompanionsStandForTheirRawFiles) {
   dir.Write("raw.TIF", Eos1DRaw());
   EXPECT_EQ(Files({"A.THM", "lonely.thm", "small.jpg", "raw.jpg", "A.CRW"}), (Names{"A.CRW", "small.jpg", "raw.TIF"}));
   EXPECT_EQ(Files({"raw.jpg"}, false), (Names{"raw.jpg"}));
-}
-
-TEST(RecentDirectories, NewestFirstAndEachOnce) {
-  const test::TempDir dir;
-  dir.Write("a/x", "");
-  dir.Write("b/x", "");
-  settings::RecentDirectories recent;
-  for (int i = 0; i < 9; ++i) AddRecentDirectory(recent, "/nowhere/" + std::to_string(i));
-  AddRecentDirectory(recent, dir / "a");
-  AddRecentDirectory(recent, dir / "b/");
-  AddRecentDirectory(recent, dir / "a/");
-  ASSERT_EQ(recent.size(), 8U);
-  EXPECT_EQ(recent[0], dir / "a");
-  EXPECT_EQ(recent[1], dir / "b");
-  EXPECT_EQ(recent[2], "/nowhere/8");
-  EXPECT_EQ(recent[7], "/nowhere/3");
-  EXPECT_EQ(RecentDirectoryText(0, "/a&b"), "&1 /a&&b");
-}
-
-TEST(Navigation, StopsOrGoesAround) {
-  EXPECT_EQ(StepIndex(5, WheelStep(1, true), 100, false), 0);
-  EXPECT_EQ(StepIndex(5, WheelStep(1, true), 100, true), 85);
-  EXPECT_EQ(StepIndex(98, WheelStep(-3, false), 100, false), 99);
-  EXPECT_EQ(StepIndex(98, WheelStep(-3, false), 100, true), 1);
-  EXPECT_EQ(StepIndex(0, -1, 3, true), 2);
-  EXPECT_EQ(StepIndex(-1, 1, 0, true), -1);
 }
 
 }  // namespace
