@@ -47,7 +47,7 @@ OutputFile OutputFiles::Refuse(std::string path, std::string_view reason) {
 OutputFile OutputFiles::Choose(std::string_view name, const std::string& source) {
   auto path = platform::JoinPath(directory_, name);
   if (options_.rename && IsTaken(path)) path = FreeName(path);
-  if (made_.contains(path)) return Refuse(path, ": was just made of another file, not written; choose --rename");
+  if (made_.contains(path)) return Refuse(path, ": was made earlier in this run, not written; choose --rename");
   if (Exists(path)) {
     if (options_.skip) {
       Complain(path + ": exists, skipped");
@@ -56,12 +56,13 @@ OutputFile OutputFiles::Choose(std::string_view name, const std::string& source)
     if (!options_.overwrite) return Refuse(path, ": exists, not written; choose --overwrite, --skip or --rename");
     if (platform::SameFile(path, source)) return Refuse(path, ": is the source itself, not written");
   }
-  made_.insert(path);
   return {path, options_.dryRun ? WriteResult::WouldWrite : WriteResult::Written};
 }
 
 void OutputFiles::Write(const OutputFile& output, std::span<const std::byte> bytes) {
-  if (output.result != WriteResult::Written) return;
+  if (output.result == WriteResult::Skipped || output.result == WriteResult::Refused) return;
+  made_.insert(output.path);
+  if (output.result == WriteResult::WouldWrite) return;
   // What appeared since the choice was made is not overwritten either.
   const auto existing = options_.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
   platform::ReplaceFile(output.path, bytes, {.existing = existing});
