@@ -41,10 +41,8 @@ Session::Session(settings::Settings remembered, platform::Interaction& ask, std:
       worker_(list, catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings)), std::move(thumbnailReady),
               WorkerThreads()),
       catalogue_(list, worker_, ask, *this) {
-  const auto& from = settings.catalogue;
-  mode = ViewModeOf(from.thumbnailMode);
-  list.sortMethod = static_cast<catalogue::SortMethod>(std::clamp(from.sortMethod, 0, 4));
-  list.reverseSort = from.reverseSort != 0;
+  mode = ViewModeOf(settings.catalogue.thumbnailMode);
+  options::TakeSortOrder(settings, list);
   ApplyThumbnailSize();
   catalogue_.SetOptions(options::CatalogueOptionsOf(settings));
 }

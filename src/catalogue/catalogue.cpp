@@ -21,7 +21,9 @@ Catalogue::Catalogue(ImageList& list, ListGate& gate, platform::Interaction& ask
 
 void Catalogue::LoadDirectory(const std::string& directory, const std::string& selectFile) {
   if (directory.empty() || Load(platform::normaliseDirectory(directory)) != Outcome::Loaded) return;
-  ShowEntry(list_.FindPath(platform::AbsolutePath(selectFile)));
+  const int index = std::max(list_.FindPath(platform::AbsolutePath(selectFile)), 0);
+  SelectEntry(index);
+  ShowEntry(index);
 }
 
 int Catalogue::LoadFileList(const std::vector<std::string>& paths) {
@@ -42,8 +44,11 @@ void Catalogue::RefreshDirectory() {
   const RememberedMarks before(list_);
   const auto currentPath = list_.currentPath;
   if (Load(directory_) != Outcome::Loaded) return;
+  const int index = std::max(list_.FindPath(currentPath), 0);
   before.RestoreSelection(list_);
-  ShowEntry(list_.FindPath(currentPath));
+  if (list_.SelectedCount() == 0) SelectEntry(index);
+  if (list_.focusIndex < 0) list_.focusIndex = index;
+  ShowEntry(index);
 }
 
 /// Everything up to the new list; on Loaded the caller goes on with ShowEntry.
@@ -110,14 +115,13 @@ void Catalogue::Clear(const std::string& directory) {
   observer_.ShowImage(-1);
 }
 
-/// Ends a load: tells of it and shows the entry at `index`, the first one if that is -1.
+void Catalogue::SelectEntry(int index) {
+  list_.SelectOnly(index);
+  list_.focusIndex = index;
+}
+
+/// Ends a load: tells of it and shows the entry at `index`.
 void Catalogue::ShowEntry(int index) {
-  index = std::max(index, 0);
-  if (!list_.marks[static_cast<std::size_t>(index)].selected) {
-    list_.SelectOnly(index);
-    list_.focusIndex = index;
-  }
-  if (list_.focusIndex < 0) list_.focusIndex = index;
   observer_.DirectoryShown(directory_);
   observer_.ListReplaced();
   observer_.DirectoryVisited(directory_);
@@ -168,7 +172,7 @@ void Catalogue::SaveCustomOrderAs(const std::string& path) {
   if (!SaveOrderFile(path, list_, SortMethod::Custom)) ask_.message(unableToWriteFile(path));
 }
 
-void Catalogue::LoadCustomOrder(const std::string& path) {
+bool Catalogue::LoadCustomOrder(const std::string& path) {
   const auto oldOrder = list_.customOrder;
   const auto oldMethod = list_.sortMethod;
   std::vector<std::string> scratch;
@@ -176,10 +180,11 @@ void Catalogue::LoadCustomOrder(const std::string& path) {
   if (list_.customOrder.empty()) {
     list_.customOrder = oldOrder;
     list_.sortMethod = oldMethod;
-    return;
+    return false;
   }
   list_.sortMethod = SortMethod::Custom;
   ApplySort();
+  return true;
 }
 
 void Catalogue::SaveTagList(const std::string& path) {

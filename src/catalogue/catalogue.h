@@ -69,8 +69,9 @@ class Catalogue {
   bool SaveTags();
   /// Writes the current order to `path` as a custom one. A box tells if the file cannot be written.
   void SaveCustomOrderAs(const std::string& path);
-  /// Takes the order that `path` holds; a file that holds none changes nothing.
-  void LoadCustomOrder(const std::string& path);
+  /// Takes the order that `path` holds; false for a file that holds none: list and method stay, but not the
+  /// direction that the file gives.
+  bool LoadCustomOrder(const std::string& path);
   /// One full path a line for every tagged entry. A box tells if the file cannot be written.
   void SaveTagList(const std::string& path);
   /// Tags the entries that the file names, by stem and extension or by stem alone; `merge` keeps other tags. A
@@ -84,6 +85,7 @@ class Catalogue {
   enum class Outcome { Failed, Empty, Loaded };
 
   Outcome Load(const std::string& directory);
+  void SelectEntry(int index);
   std::vector<std::string> Filter(std::vector<std::string> images);
   void Install(std::vector<std::string> paths, Coverage coverage);
   void Clear(const std::string& directory);

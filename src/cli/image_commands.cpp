@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -53,20 +52,21 @@ void PrintResult(const std::string& given, const OutputFile& output, const Pictu
   PrintLine(given + verb + output.path + ", " + size + ", from " + picture.source);
 }
 
-/// One file: its object for JSON. Failures are told and leave "output" null.
-Json MakeOne(const std::string& given, const ImageArguments& arguments, const PictureMaker& maker, RunState& state) {
+/// One file: its object for JSON. Failures, also of a library or of memory, are told and leave "output" null.
+Json MakeOne(const std::string& given, OutputFiles& outputs, const PictureMaker& maker, RunState& state) {
   Json object;
   PutPath(object, "path", given);
   object["output"] = nullptr;
-  object["width"] = object["height"] = 0;
+  object["width"] = 0;
+  object["height"] = 0;
   object["source"] = nullptr;
   try {
     const auto path = platform::AbsolutePath(given);
     const auto name = std::string(platform::FileName(path)) + ".png";
-    const auto output = ChooseOutput(arguments.out, name, path, arguments.existing, state);
+    const auto output = outputs.Choose(name, path);
     if (output.result == WriteResult::Skipped || output.result == WriteResult::Refused) return object;
     const auto picture = maker.make(path);
-    WriteOutput(output, imaging::EncodePng(picture.pixels, maker.colour), arguments.existing);
+    outputs.Write(output, imaging::EncodePng(picture.pixels, maker.colour));
     PutPath(object, "output", output.path);
     object["width"] = picture.pixels.width;
     object["height"] = picture.pixels.height;
@@ -75,6 +75,9 @@ Json MakeOne(const std::string& given, const ImageArguments& arguments, const Pi
   } catch (const platform::UserError& error) {
     object["message"] = JsonText(error.what());
     state.Fail(error.what());
+  } catch (const std::exception& error) {
+    object["message"] = JsonText(error.what());
+    state.Fail(given + ": " + error.what());
   }
   return object;
 }
@@ -83,13 +86,15 @@ void MakeAll(const ImageArguments& arguments, const PictureMaker& maker, RunStat
   if (!arguments.existing.dryRun) platform::ensureDirectory(arguments.out);
   auto result = Json::array();
   ProgressLine progress(static_cast<int>(arguments.files.size()));
+  OutputFiles outputs(arguments.out, arguments.existing, state);
   for (const auto& file : arguments.files) {
-    state.CheckCancelled();
+    if (state.stop.stop_requested()) break;
     progress.Next(file);
-    result.push_back(MakeOne(file, arguments, maker, state));
+    result.push_back(MakeOne(file, outputs, maker, state));
   }
   progress.Clear();
   if (state.json) PrintJson(result);
+  if (result.size() < arguments.files.size()) throw platform::Cancelled();
 }
 
 /// "640x480" to limits; throws the parser's error for anything else.

@@ -1,6 +1,8 @@
 #include "cli/interrupt.h"
 
-#include <ctime>
+#include <cstdlib>
+
+#include "cli/run_state.h"
 
 namespace ml::cli {
 
@@ -8,18 +10,19 @@ Interrupt::Interrupt() {
   sigemptyset(&signals_);
   sigaddset(&signals_, SIGINT);
   pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
-  waiter_ = std::jthread([this] {
-    int signal = 0;
-    sigwait(&signals_, &signal);
+  waiter_ = std::jthread([this] { Wait(); });
+}
+
+void Interrupt::Wait() {
+  for (int signal = 0; sigwait(&signals_, &signal) == 0 && !over_;) {
+    if (source_.stop_requested()) std::_Exit(static_cast<int>(ExitCode::Cancelled));
     source_.request_stop();
-    // A second Ctrl+C ends the program the hard way.
-    pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
-  });
+  }
 }
 
 Interrupt::~Interrupt() {
-  // Wakes the waiter if nobody pressed anything; the signal is blocked everywhere else.
-  if (!source_.stop_requested()) pthread_kill(waiter_.native_handle(), SIGINT);
+  over_ = true;
+  pthread_kill(waiter_.native_handle(), SIGINT);
   waiter_.join();
 }
 

@@ -23,11 +23,16 @@ bool IsDirectory(const std::string& path) {
 
 }  // namespace
 
-LoadedCatalogue::LoadedCatalogue(RunState& state, const std::vector<std::string>& given)
-    : catalogue(list, gate_, *this, *this), state_(state), gate_(list) {
-  list.sortMethod = static_cast<catalogue::SortMethod>(state.settings.catalogue.sortMethod);
-  list.reverseSort = state.settings.catalogue.reverseSort != 0;
+LoadedCatalogue::LoadedCatalogue(RunState& state) : catalogue(list, gate_, *this, *this), state_(state), gate_(list) {
+  options::TakeSortOrder(state.settings, list);
   catalogue.SetOptions(options::CatalogueOptionsOf(state.settings));
+}
+
+LoadedCatalogue::LoadedCatalogue(RunState& state, const std::string& directory) : LoadedCatalogue(state) {
+  LoadDirectory(directory);
+}
+
+LoadedCatalogue::LoadedCatalogue(RunState& state, const std::vector<std::string>& given) : LoadedCatalogue(state) {
   if (given.size() == 1 && (IsDirectory(given.front()) || imagefiles::FindFormat(given.front()) == nullptr)) {
     LoadDirectory(given.front());
   } else {
@@ -38,26 +43,34 @@ LoadedCatalogue::LoadedCatalogue(RunState& state, const std::vector<std::string>
 void LoadedCatalogue::LoadDirectory(const std::string& given) {
   directory_ = given;
   catalogue.LoadDirectory(paths_.Add(given), {});
-  if (!catalogue.Directory().empty()) return;
-  const auto reason = warnings_.empty() ? given + ": cannot be shown" : warnings_.back();
-  throw platform::UserError(reason);
+  if (catalogue.Directory().empty()) {
+    throw platform::UserError(warnings_.empty() ? given + ": cannot be shown" : warnings_.back());
+  }
+  if (catalogue.NotTaken().unreadable) state_.Fail(given + ": cannot be read, or not to its end");
+}
+
+/// Says why not.
+bool LoadedCatalogue::CanBeListed(const std::string& given) const {
+  const auto refuse = [&](const char* reason) { return state_.Fail(given + reason), false; };
+  struct stat status {};
+  if (::stat(given.c_str(), &status) != 0) return refuse(": does not exist");
+  if (!S_ISREG(status.st_mode)) return refuse(": is no regular file");
+  if (imagefiles::FindFormat(given) == nullptr) return refuse(": is no image by its extension");
+  const bool hidden = platform::FileName(given).starts_with('.');
+  if (hidden && state_.settings.catalogue.showHiddenDirectories == 0) return refuse(": is hidden; choose --hidden");
+  return true;
 }
 
 void LoadedCatalogue::LoadFiles(const std::vector<std::string>& given) {
   std::vector<std::string> files;
   for (const auto& file : given) {
-    struct stat status {};
-    if (IsDirectory(file)) {
-      throw platform::UserError(file + ": is a directory; give one directory, or files");
-    } else if (::stat(file.c_str(), &status) != 0) {
-      state_.Fail(file + ": does not exist");
-    } else if (imagefiles::FindFormat(file) == nullptr) {
-      state_.Fail(file + ": is no image by its extension");
-    } else {
-      files.push_back(paths_.Add(file));
-    }
+    if (IsDirectory(file)) throw platform::UserError(file + ": is a directory; give one directory, or files");
+    if (CanBeListed(file)) files.push_back(paths_.Add(file));
   }
   catalogue.LoadFileList(files);
+  if (const int bound = catalogue.NotTaken().boundJpegs; bound > 0) {
+    Complain("left out, as the raw files beside them stand for them: " + std::to_string(bound) + " of the JPEG files");
+  }
   directory_ = paths_.Of(platform::normaliseDirectory(list.Directory()));
 }
 
@@ -66,6 +79,7 @@ std::string LoadedCatalogue::Entry(const std::string& name) const {
       name.find('/') == std::string::npos ? platform::JoinPath(list.Directory(), name) : platform::AbsolutePath(name);
   const int index = list.FindPath(path);
   if (index < 0) throw platform::UserError(name + ": is not among the images of " + directory_);
+  if (!catalogue::FitsOnALine(path)) throw platform::UserError(name + ": has a line break in its name, not kept");
   return list.files[static_cast<std::size_t>(index)];
 }
 
@@ -105,7 +119,8 @@ void LoadedCatalogue::Print() const {
 
 void LoadedCatalogue::message(const platform::MessageBox& box) {
   warnings_.push_back(box.text);
-  if (!catalogue.Directory().empty() || box.icon != platform::BoxIcon::Error) Complain(box.text);
+  if (box.icon != platform::BoxIcon::Error) return Complain(box.text);
+  if (!catalogue.Directory().empty()) state_.Fail(box.text);  // else the load fails, and says so
 }
 
 platform::Button LoadedCatalogue::ask(const platform::MessageBox& box) {

@@ -17,6 +17,8 @@ namespace ml::cli {
 /// Boxes of the engine become lines on standard error.
 class LoadedCatalogue final : private catalogue::CatalogueObserver, private platform::Interaction {
  public:
+  /// Shows one directory. Throws UserError if there is none.
+  LoadedCatalogue(RunState& state, const std::string& directory);
   /// Shows what `given` names: one directory, or files. Throws UserError if there is nothing to show.
   LoadedCatalogue(RunState& state, const std::vector<std::string>& given);
 
@@ -26,10 +28,11 @@ class LoadedCatalogue final : private catalogue::CatalogueObserver, private plat
   /// The object that list, order and tags print, or lines for people.
   void Print() const;
   /// The full path of a file of the directory, named by its name or by a path. Throws UserError if the
-  /// catalogue has no such entry.
+  /// catalogue has no such entry, or if the directory's own files cannot name it.
   std::string Entry(const std::string& name) const;
 
  private:
+  explicit LoadedCatalogue(RunState& state);
   void DirectoryShown(const std::string&) override {}
   void DirectoryVisited(const std::string&) override {}
   void ListReplaced() override {}
@@ -43,6 +46,7 @@ class LoadedCatalogue final : private catalogue::CatalogueObserver, private plat
 
   void LoadDirectory(const std::string& given);
   void LoadFiles(const std::vector<std::string>& given);
+  bool CanBeListed(const std::string& given) const;
   Json ToJson() const;
 
   RunState& state_;

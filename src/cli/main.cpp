@@ -8,9 +8,9 @@
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/run_state.h"
+#include "cli/setting_option.h"
 #include "platform/errors.h"
 #include "platform/linked_overwrite.h"
-#include "settings/setting_list.h"
 #include "settings/settings_store.h"
 
 namespace ml::cli {
@@ -31,7 +31,7 @@ void LoadSettings(RunState& state) {
     if (!warning.empty()) Complain(warning);
   }
   for (const auto& assignment : state.overrides) {
-    settings::SetSetting(state.settings, assignment, settings::SettingUse::ThisRun);
+    AssignSetting(state.settings, assignment, settings::SettingUse::ThisRun);
   }
 }
 
@@ -47,12 +47,10 @@ ExitCode Run(RunState& state) {
   FinishEarlierRuns();
   try {
     LoadSettings(state);
-  } catch (const platform::UserError& error) {
-    Complain(error.what());  // an override that names no setting, or no value of its type
-    return ExitCode::WrongUsage;
-  }
-  try {
     state.action();
+  } catch (const WrongUsage& error) {
+    Complain(error.what());
+    return ExitCode::WrongUsage;
   } catch (const platform::Cancelled&) {
     Complain("cancelled");
     return ExitCode::Cancelled;
@@ -60,6 +58,7 @@ ExitCode Run(RunState& state) {
     Complain(error.what());
     return ExitCode::SomeFailed;
   }
+  if (!AllPrinted()) state.Fail("standard output cannot be written");
   return state.failed ? ExitCode::SomeFailed : ExitCode::Ok;
 }
 

@@ -1,11 +1,11 @@
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/commands.h"
 #include "cli/loaded_catalogue.h"
+#include "cli/output_file.h"
 #include "cli/sort_option.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -21,9 +21,11 @@ struct OrderArguments {
 };
 
 void RunOrder(const OrderArguments& arguments, RunState& state) {
-  LoadedCatalogue loaded(state, {arguments.directory});
+  LoadedCatalogue loaded(state, arguments.directory);
   auto& list = loaded.list;
-  if (!arguments.load.empty()) loaded.catalogue.LoadCustomOrder(platform::AbsolutePath(arguments.load));
+  if (!arguments.load.empty() && !loaded.catalogue.LoadCustomOrder(platform::AbsolutePath(arguments.load))) {
+    throw platform::UserError(arguments.load + ": holds no order that can be read");
+  }
   ApplySort(arguments.sort, loaded);
   if (!arguments.custom.empty()) {
     std::vector<std::string> order;
@@ -34,12 +36,8 @@ void RunOrder(const OrderArguments& arguments, RunState& state) {
   if (arguments.taggedFirst) loaded.catalogue.MoveTaggedToStart();
   if (!arguments.dryRun) {
     if (!loaded.catalogue.SaveCustomOrder()) state.Fail(arguments.directory + ": the order could not be written");
-    if (!arguments.save.empty()) {
-      if (std::filesystem::exists(arguments.save) && !arguments.overwrite) {
-        state.Fail(arguments.save + ": exists, not written; choose --overwrite");
-      } else {
-        loaded.catalogue.SaveCustomOrderAs(platform::AbsolutePath(arguments.save));
-      }
+    if (!arguments.save.empty() && MayWrite(arguments.save, arguments.overwrite, state)) {
+      loaded.catalogue.SaveCustomOrderAs(platform::AbsolutePath(arguments.save));
     }
   }
   loaded.Print();

@@ -39,9 +39,12 @@ void PrintLine(std::string_view text) {
 }
 
 void Complain(std::string_view text) {
+  std::fflush(stdout);  // both may lead to one place
   const auto line = "marrowlantern-cli: " + Printable(text) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
+
+bool AllPrinted() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
 
 std::string GivenPaths::Add(const std::string& given) {
   auto absolute = platform::normaliseDirectory(given);

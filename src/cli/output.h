@@ -20,6 +20,8 @@ void PrintJson(const Json& document);
 void PrintLine(std::string_view text);
 /// One line on standard error: "marrowlantern-cli: " + text, line ends turned into blanks.
 void Complain(std::string_view text);
+/// Whether all that was printed has reached standard output; to be asked at the end.
+bool AllPrinted();
 
 /// Results name files as the user gave them, while the engine works with absolute paths.
 class GivenPaths {

@@ -16,16 +16,6 @@ bool Exists(const std::string& path) {
   return std::filesystem::exists(std::filesystem::symlink_status(path, error));
 }
 
-/// "name.png" -> "name (2).png" and so on, the first that is free.
-std::string FreeName(const std::string& path) {
-  const auto parts = platform::SplitPath(path);
-  for (int n = 2;; ++n) {
-    auto candidate = std::string(parts.directory) + std::string(parts.stem) + " (" + std::to_string(n) + ")" +
-                     std::string(parts.extension);
-    if (!Exists(candidate)) return candidate;
-  }
-}
-
 }  // namespace
 
 void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options) {
@@ -37,29 +27,51 @@ void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options) {
   command.add_flag("--dry-run", options.dryRun, "Only tell what would be written");
 }
 
-OutputFile ChooseOutput(const std::string& directory, std::string_view name, const std::string& source,
-                        const ExistingFileOptions& options, RunState& state) {
-  OutputFile output{platform::JoinPath(directory, name),
-                    options.dryRun ? WriteResult::WouldWrite : WriteResult::Written};
-  if (!Exists(output.path)) return output;
-  if (options.rename) {
-    output.path = FreeName(output.path);
-  } else if (options.skip) {
-    Complain(output.path + ": exists, skipped");
-    output.result = WriteResult::Skipped;
-  } else if (!options.overwrite || platform::SameFile(output.path, source)) {
-    state.Fail(output.path + (options.overwrite ? ": is the source itself, not written"
-                                                : ": exists, not written; choose --overwrite, --skip or --rename"));
-    output.result = WriteResult::Refused;
+bool OutputFiles::IsTaken(const std::string& path) const { return made_.contains(path) || Exists(path); }
+
+/// "name.png" -> "name (2).png" and so on, the first that is free.
+std::string OutputFiles::FreeName(const std::string& path) const {
+  const auto parts = platform::SplitPath(path);
+  for (int n = 2;; ++n) {
+    auto candidate = std::string(parts.directory) + std::string(parts.stem) + " (" + std::to_string(n) + ")" +
+                     std::string(parts.extension);
+    if (!IsTaken(candidate)) return candidate;
   }
-  return output;
 }
 
-void WriteOutput(const OutputFile& output, std::span<const std::byte> bytes, const ExistingFileOptions& options) {
-  if (output.result != WriteResult::Written) return;
+OutputFile OutputFiles::Refuse(std::string path, std::string_view reason) {
+  state_.Fail(path + std::string(reason));
+  return {std::move(path), WriteResult::Refused};
+}
+
+OutputFile OutputFiles::Choose(std::string_view name, const std::string& source) {
+  auto path = platform::JoinPath(directory_, name);
+  if (options_.rename && IsTaken(path)) path = FreeName(path);
+  if (made_.contains(path)) return Refuse(path, ": was made earlier in this run, not written; choose --rename");
+  if (Exists(path)) {
+    if (options_.skip) {
+      Complain(path + ": exists, skipped");
+      return {path, WriteResult::Skipped};
+    }
+    if (!options_.overwrite) return Refuse(path, ": exists, not written; choose --overwrite, --skip or --rename");
+    if (platform::SameFile(path, source)) return Refuse(path, ": is the source itself, not written");
+  }
+  return {path, options_.dryRun ? WriteResult::WouldWrite : WriteResult::Written};
+}
+
+void OutputFiles::Write(const OutputFile& output, std::span<const std::byte> bytes) {
+  if (output.result == WriteResult::Skipped || output.result == WriteResult::Refused) return;
+  made_.insert(output.path);
+  if (output.result == WriteResult::WouldWrite) return;
   // What appeared since the choice was made is not overwritten either.
-  const auto existing = options.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
+  const auto existing = options_.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
   platform::ReplaceFile(output.path, bytes, {.existing = existing});
+}
+
+bool MayWrite(const std::string& path, bool overwrite, RunState& state) {
+  if (overwrite || !Exists(path)) return true;
+  state.Fail(path + ": exists, not written; choose --overwrite");
+  return false;
 }
 
 }  // namespace ml::cli

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 
 #include "cli/run_state.h"
 
@@ -28,11 +29,32 @@ struct OutputFile {
   WriteResult result = WriteResult::Written;
 };
 
-/// The place for `name` in `directory`, after `options` and what lies there. `source` is never overwritten,
-/// under whatever name. Says on standard error if it is skipped or refused.
-OutputFile ChooseOutput(const std::string& directory, std::string_view name, const std::string& source,
-                        const ExistingFileOptions& options, RunState& state);
-/// Puts `bytes` at `output.path` if it is to be written. Throws UserError.
-void WriteOutput(const OutputFile& output, std::span<const std::byte> bytes, const ExistingFileOptions& options);
+/// The files that one run makes in one directory.
+class OutputFiles {
+ public:
+  /// Does not own `options` and `state`.
+  OutputFiles(std::string directory, const ExistingFileOptions& options, RunState& state)
+      : directory_(std::move(directory)), options_(options), state_(state) {}
+
+  /// The place for `name`, after the options, what lies there and what was made before: no file of this run
+  /// takes the place of another one. `source` is never overwritten, under whatever name. Says on standard error
+  /// if it is skipped or refused.
+  OutputFile Choose(std::string_view name, const std::string& source);
+  /// Puts `bytes` at `output.path` if it is to be written. Throws UserError.
+  void Write(const OutputFile& output, std::span<const std::byte> bytes);
+
+ private:
+  bool IsTaken(const std::string& path) const;
+  std::string FreeName(const std::string& path) const;
+  OutputFile Refuse(std::string path, std::string_view reason);
+
+  std::string directory_;
+  const ExistingFileOptions& options_;
+  RunState& state_;
+  std::unordered_set<std::string> made_;  ///< paths, also of what a dry run would have made
+};
+
+/// Whether a command may write a file to `path`; says so on standard error if not.
+bool MayWrite(const std::string& path, bool overwrite, RunState& state);
 
 }  // namespace ml::cli

@@ -6,12 +6,19 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/errors.h"
 #include "settings/settings.h"
 
 namespace ml::cli {
 
 /// The exit codes of the program.
 enum class ExitCode { Ok = 0, SomeFailed = 1, WrongUsage = 2, Cancelled = 130 };
+
+/// A value of an option that only the command itself could judge.
+class WrongUsage : public platform::UserError {
+ public:
+  using UserError::UserError;
+};
 
 /// What one run of a command shares: the options that every command knows, and what becomes of it.
 struct RunState {
@@ -25,8 +32,6 @@ struct RunState {
 
   /// Tells of a file that failed and goes on.
   void Fail(std::string_view sentence);
-  /// Throws platform::Cancelled after Ctrl+C.
-  void CheckCancelled() const;
 };
 
 }  // namespace ml::cli

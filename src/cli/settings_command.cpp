@@ -9,9 +9,8 @@
 #include "cli/commands.h"
 #include "cli/output.h"
 #include "cli/run_state.h"
-#include "platform/errors.h"
+#include "cli/setting_option.h"
 #include "settings/messages.h"
-#include "settings/setting_list.h"
 #include "settings/setting_table.h"
 #include "settings/settings_store.h"
 
@@ -40,15 +39,15 @@ void Put(const SettingsArguments& arguments, RunState& state) {
   settings::SettingsStore store;
   auto stored = store.Load();
   for (const auto& assignment : arguments.put) {
-    settings::SetSetting(stored, assignment, settings::SettingUse::Persist);
-    settings::SetSetting(state.settings, assignment, settings::SettingUse::ThisRun);
+    AssignSetting(stored, assignment, settings::SettingUse::Persist);
+    AssignSetting(state.settings, assignment, settings::SettingUse::ThisRun);
   }
   if (!arguments.dryRun) store.Save(stored, settings::SaveScope::ChangesOnly);
 }
 
 void RunSettings(const SettingsArguments& arguments, RunState& state) {
   for (const auto& key : arguments.get) {
-    if (settings::FindSetting(key) == nullptr) throw platform::UserError(settings::UnknownSetting(key));
+    if (settings::FindSetting(key) == nullptr) throw WrongUsage(settings::UnknownSetting(key));
   }
   if (!arguments.put.empty()) Put(arguments, state);
   auto result = Json::array();

@@ -1,13 +1,14 @@
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/commands.h"
 #include "cli/loaded_catalogue.h"
+#include "cli/output_file.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 
 namespace ml::cli {
 namespace {
@@ -32,12 +33,12 @@ void SetTags(const std::vector<std::string>& names, bool on, LoadedCatalogue& lo
 
 void LoadTags(const std::string& file, bool merge, bool ignoreExtension, LoadedCatalogue& loaded) {
   if (file.empty()) return;
-  if (!std::filesystem::is_regular_file(file)) throw platform::UserError(file + ": is no file that can be read");
+  if (!platform::IsRegularFile(file)) throw platform::UserError(file + ": is no file that can be read");
   loaded.catalogue.LoadTagList(platform::AbsolutePath(file), merge, ignoreExtension);
 }
 
 void RunTags(const TagsArguments& arguments, RunState& state) {
-  LoadedCatalogue loaded(state, {arguments.directory});
+  LoadedCatalogue loaded(state, arguments.directory);
   const bool ignoreExtension = arguments.ignoreExtension || state.settings.catalogue.tagsIgnoreExt != 0;
   if (arguments.clear) loaded.list.TagNone();
   LoadTags(arguments.load, false, ignoreExtension, loaded);
@@ -47,12 +48,9 @@ void RunTags(const TagsArguments& arguments, RunState& state) {
   if (arguments.Changes() && !arguments.dryRun && !loaded.catalogue.SaveTags()) {
     state.Fail(arguments.directory + ": the tags could not be written");
   }
-  if (!arguments.save.empty() && !arguments.dryRun) {
-    if (std::filesystem::exists(arguments.save) && !arguments.overwrite) {
-      state.Fail(arguments.save + ": exists, not written; choose --overwrite");
-    } else {
-      loaded.catalogue.SaveTagList(platform::AbsolutePath(arguments.save));
-    }
+  const bool save = !arguments.save.empty() && !arguments.dryRun;
+  if (save && MayWrite(arguments.save, arguments.overwrite, state)) {
+    loaded.catalogue.SaveTagList(platform::AbsolutePath(arguments.save));
   }
   loaded.Print();
 }

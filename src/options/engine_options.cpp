@@ -1,11 +1,19 @@
 #include "options/engine_options.h"
 
+#include <algorithm>
+
 namespace ml::options {
 
 catalogue::CatalogueOptions CatalogueOptionsOf(const settings::Settings& settings) {
   return {.showHidden = settings.catalogue.showHiddenDirectories != 0,
           .bindJpegToEos1DRaw = settings.catalogue.bindJpegToEos1DRaw != 0,
           .suppressOrderFile = settings.catalogue.suppressOrderFile != 0};
+}
+
+void TakeSortOrder(const settings::Settings& settings, catalogue::ImageList& list) {
+  constexpr int kLast = static_cast<int>(catalogue::SortMethod::Custom);
+  list.sortMethod = static_cast<catalogue::SortMethod>(std::clamp(settings.catalogue.sortMethod, 0, kLast));
+  list.reverseSort = settings.catalogue.reverseSort != 0;
 }
 
 imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/catalogue.h"
+#include "catalogue/image_list.h"
 #include "imagefiles/image_file_options.h"
 #include "settings/settings.h"
 
@@ -8,6 +9,8 @@
 namespace ml::options {
 
 catalogue::CatalogueOptions CatalogueOptionsOf(const settings::Settings& settings);
+/// The order that a directory without an order file is shown in.
+void TakeSortOrder(const settings::Settings& settings, catalogue::ImageList& list);
 imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings);
 
 }  // namespace ml::options

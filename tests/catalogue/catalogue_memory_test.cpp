@@ -186,15 +186,15 @@ TEST_F(CatalogueMemory, SavedAndLoadedOrders) {
   EXPECT_EQ(open.list.sortMethod, SortMethod::Alphabetical);
 
   open.catalogue.ToggleReverseSort();
-  open.catalogue.LoadCustomOrder(saved);
+  EXPECT_TRUE(open.catalogue.LoadCustomOrder(saved));
   EXPECT_EQ(open.Files(), (Names{"3.jpg", "2.jpg", "1.jpg"})) << "names are looked for in the directory on show";
   EXPECT_EQ(open.list.sortMethod, SortMethod::Custom);
 
   open.catalogue.SortBy(SortMethod::Numeric);
   const auto order = open.list.customOrder;
   dir_.Write("nothing.dat", "<marrowlantern><files order=\"filetype\" reverse=\"1\"></files></marrowlantern>");
-  open.catalogue.LoadCustomOrder(dir_ / "nothing.dat");
-  open.catalogue.LoadCustomOrder(dir_ / "missing.dat");
+  EXPECT_FALSE(open.catalogue.LoadCustomOrder(dir_ / "nothing.dat"));
+  EXPECT_FALSE(open.catalogue.LoadCustomOrder(dir_ / "missing.dat"));
   EXPECT_EQ(open.Files(), (Names{"1.jpg", "2.jpg", "3.jpg"}));
   EXPECT_EQ(open.list.sortMethod, SortMethod::Numeric);
   EXPECT_EQ(open.list.customOrder, order);

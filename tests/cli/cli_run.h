@@ -16,9 +16,15 @@ struct CliResult {
 class CliRunner {
  public:
   CliResult operator()(const std::vector<std::string>& arguments) const;
+  /// Standard output goes to `path`, and is not in the result.
+  CliResult PrintTo(const std::string& path, const std::vector<std::string>& arguments) const;
+  /// Ctrl+C is pressed once `path` exists.
+  CliResult InterruptAt(const std::string& path, const std::vector<std::string>& arguments) const;
   std::string SettingsFile() const { return home_ / ".config/Tarnwick/Marrowlantern/100.toml"; }
 
  private:
+  CliResult Finish(int child) const;
+
   TempDir home_;
 };
 

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -6,6 +8,7 @@
 #include <vector>
 
 #include "cli/cli_run.h"
+#include "support/child_process.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -50,10 +53,32 @@ TEST_F(Cli, WrongUsageAndFailuresHaveTheirExitCodes) {
   EXPECT_EQ(run({"preview", "x.jpg", "--box", "10", "--out", dir.Path()}).exitCode, 2);
   EXPECT_EQ(run({"list", dir.Path(), "--setting", "Nonsense=1"}).exitCode, 2);
   EXPECT_EQ(run({"--help"}).exitCode, 0);
+  EXPECT_EQ(run.PrintTo("/dev/full", {"settings"}).exitCode, 1);
   const auto missing = run({"list", dir / "gone"});
   EXPECT_EQ(missing.exitCode, 1);
   EXPECT_NE(missing.errors.find(dir / "gone"), std::string::npos);
   EXPECT_EQ(run({"list", dir.Write("a.txt", "")}).exitCode, 1);
+}
+
+TEST_F(Cli, WhatCannotBeListedIsTold) {
+  WriteImages({"a.jpg", ".b.jpg", "line\nbreak.jpg"});
+  std::filesystem::create_directory(dir / "d.jpg");
+  ASSERT_EQ(::mkfifo((dir / "p.jpg").c_str(), 0600), 0);
+  for (const auto* name : {".b.jpg", "p.jpg", "d.jpg/x.jpg"}) {
+    const auto result = run({"list", dir / "a.jpg", dir / name});
+    EXPECT_EQ(result.exitCode, 1) << name;
+    EXPECT_NE(result.errors.find(dir / name), std::string::npos) << result.errors;
+  }
+  EXPECT_EQ(Json({"list", dir / "a.jpg", dir / ".b.jpg", "--hidden"})["count"], 2);
+  EXPECT_EQ(Json({"list", dir.Path(), "--setting", "SortMethod=99"})["sortMethod"], "alphabetical");
+  EXPECT_EQ(Json({"tags", dir.Path(), "--add", "line\nbreak.jpg", "a.jpg"}, 1)["taggedCount"], 1);
+  const auto unreadable = [&] {
+    ::chmod(dir.Path().c_str(), 0);
+    return run({"list", dir.Path()}).exitCode == 1;
+  };
+  ::chown(dir.Path().c_str(), 65534, 65534);
+  EXPECT_TRUE(RunAsNobody(unreadable));
+  ::chmod(dir.Path().c_str(), 0700);
 }
 
 TEST_F(Cli, ListTellsOrderTagsAndCompanions) {
@@ -94,6 +119,8 @@ TEST_F(Cli, TagsAreKeptInTheDirectory) {
   EXPECT_FALSE(ReadAll(dir / "tagged_files.txt"));
   EXPECT_EQ(Json({"tags", dir.Path(), "--load", dir / "my.tag"})["taggedCount"], 2);
   EXPECT_EQ(Json({"tags", dir.Path(), "--add", "zzz.jpg"}, 1)["taggedCount"], 2);
+  EXPECT_EQ(run({"tags", dir.Path(), "--save", dir / "no/directory.tag"}).exitCode, 1);
+  EXPECT_EQ(run({"tags", dir / "a.jpg", "--add", "a.jpg"}).exitCode, 1) << "took a file for a directory";
   EXPECT_FALSE(ReadAll(dir / "marrowlantern.dat")) << "tags wrote the order file";
 }
 
@@ -110,6 +137,12 @@ TEST_F(Cli, OrderIsKeptInTheDirectory) {
   EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "custom"})),
             (std::vector<std::string>{"c.jpg", "a.jpg", "b.jpg"}))
       << "the custom order was forgotten";
+  const auto before = ReadAll(dir / "marrowlantern.dat");
+  for (const auto* nothing : {"gone.dat", "a.jpg"}) {
+    EXPECT_EQ(run({"order", dir.Path(), "--load", dir / nothing}).exitCode, 1) << nothing;
+  }
+  EXPECT_EQ(run({"order", dir.Path(), "--save", dir / "no/directory.dat"}).exitCode, 1);
+  EXPECT_EQ(ReadAll(dir / "marrowlantern.dat"), before);
 }
 
 TEST_F(Cli, ThumbAndPreviewWritePictures) {
@@ -134,6 +167,41 @@ TEST_F(Cli, ThumbAndPreviewWritePictures) {
   EXPECT_FALSE(std::filesystem::exists(dir / "dry"));
 }
 
+TEST_F(Cli, PicturesOfOneRunDoNotTakeEachOthersPlace) {
+  const auto wide = dir.Write("a/x.jpg", MakePhoto({.width = 60, .height = 40}));
+  const auto high = dir.Write("b/x.jpg", MakePhoto({.width = 40, .height = 60}));
+  const auto out = dir / "out";
+  const std::vector<std::string> preview = {"preview", wide, high, "--box", "30x30", "--out", out};
+  const auto with = [&](const std::string& option) {
+    auto arguments = preview;
+    arguments.push_back(option);
+    return arguments;
+  };
+  EXPECT_EQ(Json(with("--dry-run"), 1)[1]["output"], nullptr);
+  EXPECT_EQ(Json(with("--overwrite"), 1)[0]["output"], out + "/x.jpg.png");
+  const auto first = ReadAll(out + "/x.jpg.png");
+  EXPECT_EQ(Json(with("--skip"), 0)[1]["output"], nullptr);
+  EXPECT_EQ(Json(with("--overwrite"), 1)[1]["output"], nullptr);
+  EXPECT_EQ(ReadAll(out + "/x.jpg.png"), first);
+  const auto renamed = Json(with("--rename"));
+  EXPECT_EQ(renamed[0]["output"], out + "/x.jpg (2).png");
+  EXPECT_EQ(renamed[1]["output"], out + "/x.jpg (3).png");
+}
+
+TEST_F(Cli, CancellingTellsWhatWasDone) {
+  const auto photo = dir.Write("photo.jpg", MakePhoto({.width = 600, .height = 400}));
+  std::vector<std::string> arguments = {"preview", "--box", "500x500", "--out", dir / "out", "--json"};
+  for (int i = 0; i < 2000; ++i) {
+    arguments.push_back(dir / (std::to_string(i) + ".jpg"));
+    std::filesystem::create_symlink(photo, arguments.back());
+  }
+  const auto result = run.InterruptAt(dir / "out/0.jpg.png", arguments);
+  EXPECT_EQ(result.exitCode, 130);
+  const auto done = json::parse(result.output);
+  EXPECT_LT(done.size(), 2000U);
+  EXPECT_EQ(FilesIn(dir / "out").size(), done.size());
+}
+
 TEST_F(Cli, SettingsAreShownOverriddenAndKept) {
   const auto all = Json({"settings"});
   EXPECT_EQ(all.size(), 338U);
@@ -146,8 +214,9 @@ TEST_F(Cli, SettingsAreShownOverriddenAndKept) {
   Json({"settings", "--put", "Wraparound=1", "--setting", "RawGamma=2.5"});
   EXPECT_EQ(Json({"settings", "--get", "Wraparound", "RawGamma"})[0]["value"], 1.0);
   EXPECT_EQ(Json({"settings", "--get", "Wraparound", "--no-settings"})[0]["value"], 0);
-  EXPECT_EQ(run({"settings", "--put", "Wraparound=maybe"}).exitCode, 1);
-  EXPECT_EQ(run({"settings", "--get", "Nonsense"}).exitCode, 1);
+  EXPECT_EQ(run({"settings", "--put", "Wraparound=maybe"}).exitCode, 2);
+  EXPECT_EQ(run({"settings", "--get", "Nonsense"}).exitCode, 2);
+  EXPECT_EQ(Json({"settings", "--get", "Wraparound"})[0]["value"], 1);
 }
 
 }  // namespace

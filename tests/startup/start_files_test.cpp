@@ -55,5 +55,13 @@ TEST_F(StartFilesTest, CompanionsStandForTheirRawFiles) {
   EXPECT_EQ(Files({"raw.jpg"}, false), (Names{"raw.jpg"}));
 }
 
+TEST_F(StartFilesTest, TakesThousandsOfNames) {
+  // A step that compared all with all, or read the directory for each name, would take minutes here.
+  Names names;
+  for (int i = 0; i < 20'000; ++i) names.push_back("IMG_" + std::to_string(i) + ".JPG");
+  for (const auto& name : names) dir.Write(name, "");
+  EXPECT_EQ(Files(names), names);
+}
+
 }  // namespace
 }  // namespace ml::app
