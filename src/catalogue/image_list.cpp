@@ -45,7 +45,7 @@ int ImageList::IndexOfPath(std::string_view path) const {
 
 int ImageList::FindPath(std::string_view path) const {
   const int exact = IndexOfPath(path);
-  if (exact >= 0) return exact;
+  if (exact >= 0 || path.empty()) return exact;
   const auto folded = platform::nameFold(path);
   const auto found = std::ranges::find_if(files, [&](const auto& file) { return platform::nameFold(file) == folded; });
   return found == files.end() ? -1 : static_cast<int>(found - files.begin());

@@ -124,7 +124,7 @@ void LoadedCatalogue::message(const platform::MessageBox& box) {
 }
 
 platform::Button LoadedCatalogue::ask(const platform::MessageBox& box) {
-  Complain(box.text + " (taken as no)");
+  state_.Fail(box.text + " (taken as no)");
   return platform::Button::No;
 }
 

@@ -10,16 +10,26 @@ namespace ml::cli {
 
 namespace {
 
-std::string Printable(std::string_view text) {
-  auto shown = platform::ToDisplayUtf8(text);
-  for (auto& c : shown) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte < 0x20 && c != '\t') || byte == 0x7F) c = c == '\n' ? ' ' : '?';
-  }
-  return shown;
-}
+bool IsControl(char32_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
 
 }  // namespace
+
+std::string TerminalText(std::string_view text) {
+  const auto shown = platform::ToDisplayUtf8(text);
+  std::string safe;
+  for (std::size_t i = 0; i < shown.size();) {
+    const auto c = platform::DecodeUtf8(shown, i);
+    if (c.value == '\n') {
+      safe += ' ';
+    } else if (IsControl(c.value) && c.value != '\t') {
+      safe += '?';
+    } else {
+      safe.append(shown, i, c.length);
+    }
+    i += c.length;
+  }
+  return safe;
+}
 
 std::string JsonText(std::string_view bytes) { return platform::ToDisplayUtf8(bytes); }
 
@@ -34,13 +44,13 @@ void PrintJson(const Json& document) {
 }
 
 void PrintLine(std::string_view text) {
-  const auto line = Printable(text) + "\n";
+  const auto line = TerminalText(text) + "\n";
   std::fwrite(line.data(), 1, line.size(), stdout);
 }
 
 void Complain(std::string_view text) {
   std::fflush(stdout);  // both may lead to one place
-  const auto line = "marrowlantern-cli: " + Printable(text) + "\n";
+  const auto line = "marrowlantern-cli: " + TerminalText(text) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

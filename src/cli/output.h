@@ -16,9 +16,11 @@ std::string JsonText(std::string_view bytes);
 void PutPath(Json& object, const std::string& key, std::string_view path);
 /// Prints one document, two blanks a level, and a line end.
 void PrintJson(const Json& document);
-/// A line for people on standard output; bytes that would upset a terminal are shown as "?".
+/// A text for a terminal: UTF-8, line ends as blanks, and "?" for other characters that would upset it.
+std::string TerminalText(std::string_view text);
+/// A line for people on standard output.
 void PrintLine(std::string_view text);
-/// One line on standard error: "marrowlantern-cli: " + text, line ends turned into blanks.
+/// One line on standard error: "marrowlantern-cli: " + text.
 void Complain(std::string_view text);
 /// Whether all that was printed has reached standard output; to be asked at the end.
 bool AllPrinted();

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <string>
 
-#include "platform/text.h"
+#include "cli/output.h"
 
 namespace ml::cli {
 
@@ -16,8 +16,7 @@ ProgressLine::~ProgressLine() { Clear(); }
 void ProgressLine::Next(std::string_view name) {
   ++done_;
   if (!terminal_) return;
-  const auto shown = platform::ToDisplayUtf8(name);
-  const auto text = "\r\033[K" + std::to_string(done_) + " of " + std::to_string(count_) + " " + shown;
+  const auto text = "\r\033[K" + std::to_string(done_) + " of " + std::to_string(count_) + " " + TerminalText(name);
   std::fwrite(text.data(), 1, text.size(), stderr);
 }
 

@@ -28,7 +28,7 @@ void AddSortOption(CLI::App& command, SortOption& option) {
 void ApplySort(const SortOption& option, LoadedCatalogue& loaded) {
   if (option.method.empty() && !option.reverse) return;
   const auto method = option.method.empty() ? loaded.list.sortMethod : kMethods.at(option.method);
-  loaded.list.reverseSort = option.reverse;
+  loaded.list.reverseSort = option.reverse && method != SortMethod::Custom;
   loaded.catalogue.SortBy(method);
 }
 

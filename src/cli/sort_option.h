@@ -16,7 +16,8 @@ struct SortOption {
   bool reverse = false;
 };
 void AddSortOption(CLI::App& command, SortOption& option);
-/// --sort sorts forwards unless --reverse is given; --reverse alone reverses the present method.
+/// --sort sorts forwards unless --reverse is given; --reverse alone reverses the present method. A custom order
+/// knows no reverse.
 void ApplySort(const SortOption& option, LoadedCatalogue& loaded);
 
 }  // namespace ml::cli

@@ -107,6 +107,12 @@ TEST_F(Cli, ListTakesFilesAsGivenAndShowsBytesThatAreNotUtf8) {
   EXPECT_TRUE(list["files"][0]["pathHex"].get<std::string>().ends_with("E42E6A7067"));
 }
 
+TEST_F(Cli, NamesCannotUpsetATerminal) {
+  dir.Write("red\033[31m\xC2\x9B.jpg", "x");
+  const auto result = run({"list", dir.Path()});
+  EXPECT_NE(result.output.find("red?[31m?.jpg"), std::string::npos) << result.output;
+}
+
 TEST_F(Cli, TagsAreKeptInTheDirectory) {
   WriteImages({"a.jpg", "b.jpg", "c.crw"});
   EXPECT_EQ(Json({"tags", dir.Path(), "--add", "b.jpg", "C.CRW", "--dry-run"})["taggedCount"], 2);
@@ -129,6 +135,7 @@ TEST_F(Cli, OrderIsKeptInTheDirectory) {
   const auto custom = Json({"order", dir.Path(), "--custom", "c.jpg", "a.jpg"});
   EXPECT_EQ(custom["sortMethod"], "custom");
   EXPECT_EQ(Names(Json({"list", dir.Path()})), (std::vector<std::string>{"c.jpg", "a.jpg", "b.jpg"}));
+  EXPECT_EQ(Json({"list", dir.Path(), "--reverse"})["reverse"], false);
   EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "alphabetical"})),
             (std::vector<std::string>{"a.jpg", "b.jpg", "c.jpg"}));
   EXPECT_EQ(Names(Json({"order", dir.Path(), "--sort", "alphabetical", "--reverse"})),
