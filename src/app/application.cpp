@@ -37,7 +37,7 @@ void PrepareToolkit() {
   // The toolkit took the user's locale; numbers in files and texts are written and read in the "C" locale.
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName(QStringLiteral("Marrowlantern"));
-  QApplication::setApplicationVersion(QStringLiteral("1.0.0-dev"));
+  QApplication::setApplicationVersion(QStringLiteral(ML_VERSION));
   QApplication::setWindowIcon(ApplicationIcon());
   QApplication::setDesktopFileName(QStringLiteral("com.tarnwick.Marrowlantern"));
 }
