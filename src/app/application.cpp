@@ -21,6 +21,7 @@
 #include "app/thumbnail_relay.h"
 #include "app/window_interaction.h"
 #include "platform/errors.h"
+#include "platform/start_recovery.h"
 #include "settings/settings_store.h"
 
 namespace ml::app {
@@ -93,6 +94,7 @@ int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&,
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
   if (!ReadCommandLine(arguments.subspan(arguments.empty() ? 0 : 1), ask, start)) return kWrongUsage;
 
+  for (const auto& sentence : platform::FinishEarlierRuns()) ask.message({.text = sentence});
   settings::SettingsStore store;
   ThumbnailRelay relay;
   Session session(LoadSettings(store), ask, [&relay](int index) { Q_EMIT relay.ready(index); });

@@ -10,7 +10,7 @@
 #include "cli/run_state.h"
 #include "cli/setting_option.h"
 #include "platform/errors.h"
-#include "platform/linked_overwrite.h"
+#include "platform/start_recovery.h"
 #include "settings/settings_store.h"
 
 namespace ml::cli {
@@ -35,16 +35,8 @@ void LoadSettings(RunState& state) {
   }
 }
 
-/// What a crash of an earlier run left half done, before anything else is written.
-void FinishEarlierRuns() {
-  const auto recovery = platform::FinishInterruptedOverwrites();
-  for (const auto& path : recovery.finished) Complain(path + ": a change that was cut off has been finished");
-  for (const auto& path : recovery.recovered) Complain(path + ": holds a change that was cut off");
-  for (const auto& sentence : recovery.failures) Complain(sentence);
-}
-
 ExitCode Run(RunState& state) {
-  FinishEarlierRuns();
+  for (const auto& sentence : platform::FinishEarlierRuns()) Complain(sentence);
   try {
     LoadSettings(state);
     state.action();

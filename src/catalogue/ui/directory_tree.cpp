@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <string_view>
 
@@ -131,6 +132,18 @@ void DirectoryTree::GoOnToTarget() {
 void DirectoryTree::ShowCurrent() {
   const bool inSight = viewport()->rect().contains(visualRect(currentIndex()).center());
   scrollTo(currentIndex(), inSight ? EnsureVisible : PositionAtCenter);
+}
+
+/// A long name somewhere makes all rows wide, and the toolkit would then centre a row's empty end: what counts
+/// is where its name begins.
+void DirectoryTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  auto* bar = horizontalScrollBar();
+  const int before = bar->value();
+  QTreeView::scrollTo(index, hint);
+  bar->setValue(before);
+  const int left = visualRect(index).left();
+  const int third = viewport()->width() / 3;
+  if (left < 0 || left > 2 * third) bar->setValue(before + left - third);
 }
 
 void DirectoryTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

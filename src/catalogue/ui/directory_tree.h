@@ -25,6 +25,7 @@ class DirectoryTree final : public QTreeView {
   void SetShowHidden(bool show);
   /// Looks again at the mounted volumes and at what is open.
   void Refresh();
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  Q_SIGNALS:
   /// By mouse, or by keyboard once the keys rest.
