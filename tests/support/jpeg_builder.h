@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "support/tiff_builder.h"
+
 /// JPEG files put together byte by byte.
 namespace ml::test {
 
@@ -15,7 +17,9 @@ struct ExifFields {
   std::string thumbnail{};  ///< a JPEG stream for the second directory
 };
 
-/// A TIFF block with two directories and an EXIF directory, as a camera writes it.
+/// Two directories and an EXIF directory as a camera writes them, for more tags.
+TiffBuilder ExifDirectories(const ExifFields& fields);
+/// The TIFF block that they make.
 std::string TiffBlock(const ExifFields& fields);
 /// The payload of an APP1 segment: the name and the block.
 std::string ExifPayload(const ExifFields& fields);
