@@ -23,6 +23,28 @@ std::string JpegSegment(int marker, std::string_view payload) {
   return out.append(payload);
 }
 
+std::string ExifSegment(const TiffBuilder& tiff) {
+  return JpegSegment(0xe1, std::string("Exif\0\0", 6) + tiff.Build());
+}
+std::string ResourceSegment(std::string_view resources) {
+  return JpegSegment(0xed, std::string("Photoshop 3.0\0", 14).append(resources));
+}
+std::string XmpSegment(std::string_view packet) {
+  return JpegSegment(0xe1, std::string("http://ns.adobe.com/xap/1.0/\0", 29).append(packet));
+}
+std::string IccSegments(std::string_view profile, std::size_t count) {
+  const auto piece = (profile.size() + count - 1) / count;
+  std::string out;
+  for (std::size_t i = 0; i < count; ++i) {
+    auto payload = std::string("ICC_PROFILE\0", 12);
+    payload += static_cast<char>(i + 1);
+    payload += static_cast<char>(count);
+    out += JpegSegment(0xe2, payload.append(profile.substr(piece * i, piece)));
+  }
+  return out;
+}
+std::string CommentSegment(std::string_view text) { return JpegSegment(0xfe, text); }
+
 std::string InsertSegments(std::string_view jpeg, std::string_view segments) {
   return std::string(jpeg.substr(0, 2)).append(segments).append(jpeg.substr(2));
 }

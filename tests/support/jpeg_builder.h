@@ -26,6 +26,14 @@ std::string ExifPayload(const ExifFields& fields);
 
 /// `marker` is the second byte of the marker.
 std::string JpegSegment(int marker, std::string_view payload);
+std::string ExifSegment(const TiffBuilder& tiff);
+/// APP13 with ready resources, of which there may be none.
+std::string ResourceSegment(std::string_view resources);
+std::string XmpSegment(std::string_view packet);
+/// The profile cut into `count` APP2 segments of about the same size.
+std::string IccSegments(std::string_view profile, std::size_t count = 1);
+std::string CommentSegment(std::string_view text);
+
 /// `jpeg` with ready segments behind its start of image.
 std::string InsertSegments(std::string_view jpeg, std::string_view segments);
 /// The usual case of the above.

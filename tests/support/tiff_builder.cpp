@@ -98,6 +98,10 @@ TiffBuilder& TiffBuilder::FillTo(std::size_t count) {
   for (int tag = kFirstPrivateTag; EntryCount() < count; ++tag) Short(tag, static_cast<std::uint32_t>(tag));
   return *this;
 }
+TiffBuilder& TiffBuilder::Without(int tag) {
+  std::erase_if(entries_, [tag](const auto& entry) { return entry.tag == tag; });
+  return *this;
+}
 TiffBuilder& TiffBuilder::AsAdded() {
   asAdded_ = true;
   return *this;

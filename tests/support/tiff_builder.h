@@ -57,6 +57,8 @@ class TiffBuilder {
 
   /// Adds shorts with private tags from 50000 until the directory holds `count` entries.
   TiffBuilder& FillTo(std::size_t count);
+  /// Removes the entries of a tag.
+  TiffBuilder& Without(int tag);
   /// Entries are written in the order in which they were added.
   TiffBuilder& AsAdded();
   /// Instead of 42.
