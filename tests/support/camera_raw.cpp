@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "support/jpeg_builder.h"
 #include "support/picture_tiff.h"
@@ -34,10 +35,30 @@ TiffBuilder& AddCamera(TiffBuilder& tiff, const CameraRaw& raw, std::string_view
   return tiff;
 }
 
-TiffBuilder SensorDirectory(const CameraRaw& raw) {
+/// Two samples in three bytes, the higher bits first.
+std::string Packed(const std::vector<std::uint16_t>& samples) {
+  ByteString out(Endian::Big);
+  for (std::size_t i = 0; i + 1 < samples.size(); i += 2) out.Number(samples[i] << 12 | samples[i + 1], 3);
+  return out.Take();
+}
+std::string InWords(const std::vector<std::uint16_t>& samples, Endian order) {
+  ByteString out(order);
+  for (const auto sample : samples) out.Short(sample);
+  return out.Take();
+}
+/// `bytes` with every four of them turned round; the format counts its bits in little-endian words.
+std::string Swapped(std::string bytes) {
+  for (std::size_t i = 0; i + 4 <= bytes.size(); i += 4) {
+    std::swap(bytes[i], bytes[i + 3]);
+    std::swap(bytes[i + 1], bytes[i + 2]);
+  }
+  return bytes;
+}
+
+TiffBuilder SensorDirectory(const CameraRaw& raw, std::uint32_t bits, const std::string& data) {
   TiffBuilder tiff(raw.order);
-  tiff.Long(254, 0).Long(256, Number(raw.width)).Long(257, Number(raw.height)).Short(258, 16).Short(259, 1);
-  tiff.Short(262, kPixelFilterPattern).Pieces(273, 279, {SensorData(raw)}).Short(277, 1).Long(278, Number(raw.height));
+  tiff.Long(254, 0).Long(256, Number(raw.width)).Long(257, Number(raw.height)).Short(258, bits).Short(259, 1);
+  tiff.Short(262, kPixelFilterPattern).Pieces(273, 279, {data}).Short(277, 1).Long(278, Number(raw.height));
   tiff.Short(284, 1).Short(33421, {2, 2}).Bytes(33422, std::string("\0\1\1\2", 4));
   return tiff;
 }
@@ -53,37 +74,37 @@ TiffBuilder ThumbnailDirectory(const CameraRaw& raw, int width, int height) {
 
 }  // namespace
 
-std::string SensorData(const CameraRaw& raw) {
+std::vector<std::uint16_t> SensorData(const CameraRaw& raw) {
   std::array<std::uint16_t, 256> linear{};
   for (std::size_t i = 0; i < linear.size(); ++i) {
     linear[i] = static_cast<std::uint16_t>(4095 * std::pow(static_cast<double>(i) / 255, 2.2));
   }
   const auto picture = PaintLandscape(raw.width, raw.height, raw.seed);
-  ByteString out(raw.order);
+  std::vector<std::uint16_t> out;
   for (int y = 0; y < raw.height; ++y) {
     for (int x = 0; x < raw.width; ++x) {
       const auto at = static_cast<std::size_t>(y * raw.width + x) * 3 + static_cast<std::size_t>(x % 2 + y % 2);
-      out.Short(linear[static_cast<unsigned char>(picture.rgb[at])]);
+      out.push_back(linear[static_cast<unsigned char>(picture.rgb[at])]);
     }
   }
-  return out.Take();
+  return out;
 }
 
 TiffBuilder NefDirectories(const CameraRaw& raw) {
   auto tiff = ThumbnailDirectory(raw, 160, 120);
   AddCamera(tiff, raw, "NIKON CORPORATION", "NIKON D100");
-  tiff.SubDirectories({JpegDirectory(Preview(raw)).Long(254, 1), SensorDirectory(raw)});
+  tiff.SubDirectories({JpegDirectory(Preview(raw)).Long(254, 1), SensorDirectory(raw, 12, Packed(SensorData(raw)))});
   return tiff.Directory(34665, ExifDirectory(raw));
 }
 
 TiffBuilder Eos1DDirectories(const CameraRaw& raw) {
   auto tiff = ThumbnailDirectory(raw, 288, 192);
   AddCamera(tiff, raw, "Canon", "EOS-1D");
-  return tiff.Directory(34665, ExifDirectory(raw)).Next(SensorDirectory(raw));
+  return tiff.Directory(34665, ExifDirectory(raw)).Next(SensorDirectory(raw, 16, InWords(SensorData(raw), raw.order)));
 }
 
 TiffBuilder OrfDirectories(const CameraRaw& raw) {
-  auto tiff = SensorDirectory(raw);
+  auto tiff = SensorDirectory(raw, 12, Swapped(Packed(SensorData(raw))));
   AddCamera(tiff, raw, "OLYMPUS OPTICAL CO.,LTD", "C5050Z");
   const auto note = TiffBuilder().Short(0x0201, 3).Pieces(0x0088, 0x0089, {Preview(raw)});
   return tiff.Directory(34665, ExifDirectory(raw).Note(kMakerNote, std::string("OLYMP\0\1\0", 8), note))
@@ -91,7 +112,7 @@ TiffBuilder OrfDirectories(const CameraRaw& raw) {
 }
 
 TiffBuilder PefDirectories(const CameraRaw& raw) {
-  auto tiff = SensorDirectory(raw);
+  auto tiff = SensorDirectory(raw, 12, Packed(SensorData(raw)));
   AddCamera(tiff, raw, "PENTAX Corporation", "PENTAX *ist D");
   return tiff.Directory(34665, ExifDirectory(raw))
       .Next(JpegDirectory(Thumbnail(raw)).Next(JpegDirectory(Preview(raw)).Long(254, 1)));
@@ -106,11 +127,11 @@ TiffBuilder MrwDirectories(const CameraRaw& raw) {
 }
 
 std::string MrwFile(const CameraRaw& raw, const TiffBuilder& tiff) {
-  constexpr int kBitsStored = 16, kBitsUsed = 12, kUnpacked = 0x52, kRedFirst = 1;
+  constexpr int kBitsStored = 12, kBitsUsed = 12, kPacked = 0x59, kRedFirst = 1;
   ByteString blocks(Endian::Big);
   blocks.Text(std::string_view("\0PRD", 4)).Long(24).Text("27730001");
   for (int i = 0; i < 2; ++i) blocks.Short(Number(raw.height)).Short(Number(raw.width));
-  blocks.Byte(kBitsStored).Byte(kBitsUsed).Byte(kUnpacked).Byte(0).Short(0).Short(kRedFirst);
+  blocks.Byte(kBitsStored).Byte(kBitsUsed).Byte(kPacked).Byte(0).Short(0).Short(kRedFirst);
   const auto block = tiff.Build();
   blocks.Text(std::string_view("\0TTW", 4)).Long(block.size()).Text(block);
   // Gains of red, green, green and blue in 256ths.
@@ -118,9 +139,7 @@ std::string MrwFile(const CameraRaw& raw, const TiffBuilder& tiff) {
   for (int i = 0; i < 4; ++i) blocks.Short(256);
   ByteString out(Endian::Big);
   out.Text(std::string_view("\0MRM", 4)).Long(blocks.Size()).Text(blocks.Bytes());
-  auto bigEndian = raw;
-  bigEndian.order = Endian::Big;
-  return out.Take() + SensorData(bigEndian);
+  return out.Take() + Packed(SensorData(raw));
 }
 
 TiffBuilder RafDirectories(const CameraRaw& raw) {
@@ -140,7 +159,7 @@ std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff) {
                          .Short(Number(raw.height))
                          .Short(Number(raw.width))
                          .Take();
-  const auto sensor = SensorData(raw);
+  const auto sensor = InWords(SensorData(raw), raw.order);
   ByteString out(Endian::Big);
   out.Text("FUJIFILMCCD-RAW 0100FF155001");
   ByteString name(Endian::Big);

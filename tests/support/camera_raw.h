@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "support/sample_photo.h"
 #include "support/tiff_builder.h"
@@ -19,8 +21,8 @@ struct CameraRaw {
   Endian order = Endian::Big;
 };
 
-/// Samples of 12 bits in 16, rows of red and green, then green and blue.
-std::string SensorData(const CameraRaw& raw);
+/// Samples of 12 bits from rows of red and green, then green and blue.
+std::vector<std::uint16_t> SensorData(const CameraRaw& raw);
 
 /// A thumbnail in the first directory, sub-directories with a JPEG preview and with the sensor data.
 TiffBuilder NefDirectories(const CameraRaw& raw);
