@@ -14,9 +14,6 @@ constexpr int kMakerNote = 37500, kPixelFilterPattern = 32803;
 
 std::uint32_t Number(int value) { return static_cast<std::uint32_t>(value); }
 
-std::string Preview(const CameraRaw& raw) {
-  return EncodeJpeg(PaintLandscape(raw.previewWidth, raw.previewHeight, raw.seed));
-}
 std::string Thumbnail(const CameraRaw& raw) { return EncodeJpeg(PaintLandscape(160, 120, raw.seed)); }
 
 TiffBuilder ExifDirectory(const CameraRaw& raw) {
@@ -74,6 +71,10 @@ TiffBuilder ThumbnailDirectory(const CameraRaw& raw, int width, int height) {
 
 }  // namespace
 
+std::string RawPreview(const CameraRaw& raw) {
+  return EncodeJpeg(PaintLandscape(raw.previewWidth, raw.previewHeight, raw.seed));
+}
+
 std::vector<std::uint16_t> SensorData(const CameraRaw& raw) {
   std::array<std::uint16_t, 256> linear{};
   for (std::size_t i = 0; i < linear.size(); ++i) {
@@ -93,20 +94,20 @@ std::vector<std::uint16_t> SensorData(const CameraRaw& raw) {
 TiffBuilder NefDirectories(const CameraRaw& raw) {
   auto tiff = ThumbnailDirectory(raw, 160, 120);
   AddCamera(tiff, raw, "NIKON CORPORATION", "NIKON D100");
-  tiff.SubDirectories({JpegDirectory(Preview(raw)).Long(254, 1), SensorDirectory(raw, 12, Packed(SensorData(raw)))});
+  tiff.SubDirectories({JpegDirectory(RawPreview(raw)).Long(254, 1), SensorDirectory(raw, 12, Packed(SensorData(raw)))});
   return tiff.Directory(34665, ExifDirectory(raw));
 }
 
 TiffBuilder Eos1DDirectories(const CameraRaw& raw) {
   auto tiff = ThumbnailDirectory(raw, 288, 192);
-  AddCamera(tiff, raw, "Canon", "EOS-1D");
+  AddCamera(tiff, raw, "Canon", "Canon EOS-1D");
   return tiff.Directory(34665, ExifDirectory(raw)).Next(SensorDirectory(raw, 16, InWords(SensorData(raw), raw.order)));
 }
 
 TiffBuilder OrfDirectories(const CameraRaw& raw) {
   auto tiff = SensorDirectory(raw, 12, Swapped(Packed(SensorData(raw))));
   AddCamera(tiff, raw, "OLYMPUS OPTICAL CO.,LTD", "C5050Z");
-  const auto note = TiffBuilder().Short(0x0201, 3).Pieces(0x0088, 0x0089, {Preview(raw)});
+  const auto note = TiffBuilder().Short(0x0201, 3).Pieces(0x0088, 0x0089, {RawPreview(raw)});
   return tiff.Directory(34665, ExifDirectory(raw).Note(kMakerNote, std::string("OLYMP\0\1\0", 8), note))
       .Magic(raw.order == Endian::Big ? 0x4f52 : 0x5352);
 }
@@ -115,14 +116,14 @@ TiffBuilder PefDirectories(const CameraRaw& raw) {
   auto tiff = SensorDirectory(raw, 12, Packed(SensorData(raw)));
   AddCamera(tiff, raw, "PENTAX Corporation", "PENTAX *ist D");
   return tiff.Directory(34665, ExifDirectory(raw))
-      .Next(JpegDirectory(Thumbnail(raw)).Next(JpegDirectory(Preview(raw)).Long(254, 1)));
+      .Next(JpegDirectory(Thumbnail(raw)).Next(JpegDirectory(RawPreview(raw)).Long(254, 1)));
 }
 
 TiffBuilder MrwDirectories(const CameraRaw& raw) {
   TiffBuilder tiff(raw.order);
   AddCamera(tiff, raw, "Minolta Co., Ltd.", "DiMAGE A1");
   tiff.Long(256, Number(raw.width)).Long(257, Number(raw.height)).Rational(282, 72).Rational(283, 72).Short(296, 2);
-  const auto note = TiffBuilder().Undefined(0, "MLT0").Pieces(0x0088, 0x0089, {Preview(raw)});
+  const auto note = TiffBuilder().Undefined(0, "MLT0").Pieces(0x0088, 0x0089, {RawPreview(raw)});
   return tiff.Directory(34665, ExifDirectory(raw).Note(kMakerNote, "", note));
 }
 
@@ -151,7 +152,7 @@ TiffBuilder RafDirectories(const CameraRaw& raw) {
 
 std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff) {
   constexpr std::size_t kHead = 108, kSizeTag = 0x0100;
-  const auto jpeg = InsertSegments(Preview(raw), ExifSegment(tiff));
+  const auto jpeg = InsertSegments(RawPreview(raw), ExifSegment(tiff));
   const auto sizes = ByteString(Endian::Big)
                          .Long(1)
                          .Short(kSizeTag)

@@ -13,8 +13,8 @@ namespace ml::test {
 
 struct CameraRaw {
   unsigned seed = 1;
-  int width = 960, height = 640;  ///< of the sensor; even
-  int previewWidth = 640, previewHeight = 426;
+  int width = 1024, height = 768;  ///< of the sensor; even
+  int previewWidth = 640, previewHeight = 480;
   int orientation = 1;  ///< tag 274
   std::string dateTime = "2003:05:17 10:11:12";
   std::string make{}, model{};  ///< empty: the format's own
@@ -24,9 +24,12 @@ struct CameraRaw {
 /// Samples of 12 bits from rows of red and green, then green and blue.
 std::vector<std::uint16_t> SensorData(const CameraRaw& raw);
 
+/// A JPEG of the same scene.
+std::string RawPreview(const CameraRaw& raw);
+
 /// A thumbnail in the first directory, sub-directories with a JPEG preview and with the sensor data.
 TiffBuilder NefDirectories(const CameraRaw& raw);
-/// A thumbnail of 288 by 192 in the first directory; more than a megabyte in all at the size of `CameraRaw`.
+/// A thumbnail of 288 by 192 in the first directory; of the size of a raw file with the sensor of `CameraRaw`.
 TiffBuilder Eos1DDirectories(const CameraRaw& raw);
 /// Sensor data in the first directory and the preview in the maker note; the magic is not 42.
 TiffBuilder OrfDirectories(const CameraRaw& raw);
