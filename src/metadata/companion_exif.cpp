@@ -1,5 +1,6 @@
 #include "metadata/companion_exif.h"
 
+#include <array>
 #include <ctime>
 #include <string>
 
@@ -15,19 +16,21 @@
 namespace ml::metadata {
 namespace {
 
+/// A companion's size is not that of the picture it stands for, also where reading it failed.
+struct SizeEraser {
+  ExifData& data;
+  ~SizeEraser() { data.imageWidth = data.imageHeight = 0; }
+};
+
 /// False if there is no companion that can be read.
 bool ReadCompanion(ExifData& data) {
-  platform::DirIndex index{std::string(platform::DirectoryOf(data.path))};
+  const auto directory = platform::DirectoryOf(data.path);
+  platform::DirIndex index{directory.empty() ? "." : std::string(directory)};
   const auto path = platform::FindCompanion(data.path, ".thm", index);
   const auto file = path.empty() ? std::nullopt : platform::OpenIfReadable(path);
   if (!file) return false;
-  try {
-    ReadJpegWithIptc(data, FileSource(*file));
-  } catch (...) {
-    data.imageWidth = data.imageHeight = 0;
-    throw;
-  }
-  data.imageWidth = data.imageHeight = 0;
+  const SizeEraser eraser{data};
+  ReadJpegWithIptc(data, FileSource(*file));
   return true;
 }
 
@@ -36,8 +39,9 @@ std::string CameraDate(std::uint32_t seconds) {
   const auto time = static_cast<std::time_t>(seconds);
   std::tm fields{};
   ::gmtime_r(&time, &fields);
-  char text[32];
-  return {text, std::strftime(text, sizeof text, "%Y:%m:%d %H:%M:%S", &fields)};
+  std::array<char, 32> text{};
+  const auto length = std::strftime(text.data(), text.size(), "%Y:%m:%d %H:%M:%S", &fields);
+  return {text.data(), length};
 }
 
 void ReadHeaps(ExifData& data, const ByteSource& file) {

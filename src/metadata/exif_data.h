@@ -40,9 +40,9 @@ struct ExifData {
 
   // Camera
   std::string make, model, firmware, software, owner, copyright;
-  std::string bodySerial;       ///< camera body number
+  std::string bodySerial;        ///< camera body number
   std::int32_t imageNumber = 0;  ///< the camera's file number
-  std::string customFunctions;  ///< a heading and a line each
+  std::string customFunctions;   ///< a heading and a line each
 
   // Exposure
   std::string exposureMode;
@@ -50,7 +50,7 @@ struct ExifData {
   std::string aperture;      ///< "2.8"
   double maxAperture = 0;    ///< f-number
   std::string iso;
-  std::uint16_t isoShort = 0;        ///< the standard's sensitivity tag as a number
+  std::uint16_t isoShort = 0;       ///< the standard's sensitivity tag as a number
   double exposureCompensation = 0;  ///< stops
   /// The standard's value, which for cameras with a private one beside it includes the bracketing offset.
   double totalExposureCompensation = 0;
@@ -63,10 +63,10 @@ struct ExifData {
   double flashCompensation = 0;  ///< stops
 
   // Lens and focus
-  double focalLength = 0;                      ///< millimetres
-  double lensMinFocal = 0, lensMaxFocal = 0;   ///< millimetres
-  std::int32_t focalLength35 = 0;              ///< millimetres on 35mm film
-  double subjectDistance = 0;                  ///< metres
+  double focalLength = 0;                     ///< millimetres
+  double lensMinFocal = 0, lensMaxFocal = 0;  ///< millimetres
+  std::int32_t focalLength35 = 0;             ///< millimetres on 35mm film
+  double subjectDistance = 0;                 ///< metres
   std::string focusPoint, afMode, macroFocus, digitalZoom;
   bool imageStabilisation = false;
 
@@ -101,14 +101,14 @@ struct ExifData {
   // file; 0 is none.
   bool littleEndian = false;
   std::uint32_t ifd0EntryCount = 0, exifIfdEntryCount = 0;
-  std::vector<std::byte> exifBlock;                               ///< the first EXIF segment from its length field on
-  std::vector<std::byte> photoshopData;                           ///< tag 34377
-  std::uint32_t userCommentPtr = 0, userCommentSize = 0;          ///< in `exifBlock`
-  std::uint32_t userCommentOffset = 0, userCommentCount = 0;      ///< in the file
-  std::uint32_t imageDescriptionPtr = 0;                          ///< in `exifBlock`
-  std::uint32_t imageDescriptionOffset = 0;                       ///< in the file
-  std::uint32_t imageDescriptionCount = 0;                        ///< bytes, for either place
-  std::uint32_t makerNoteOffset = 0, makerNoteCount = 0;          ///< tag 37500, in the file
+  std::vector<std::byte> exifBlock;                           ///< the first EXIF segment from its length field on
+  std::vector<std::byte> photoshopData;                       ///< tag 34377
+  std::uint32_t userCommentPtr = 0, userCommentSize = 0;      ///< in `exifBlock`
+  std::uint32_t userCommentOffset = 0, userCommentCount = 0;  ///< in the file
+  std::uint32_t imageDescriptionPtr = 0;                      ///< in `exifBlock`
+  std::uint32_t imageDescriptionOffset = 0;                   ///< in the file
+  std::uint32_t imageDescriptionCount = 0;                    ///< bytes, for either place
+  std::uint32_t makerNoteOffset = 0, makerNoteCount = 0;      ///< tag 37500, in the file
 };
 
 }  // namespace ml::metadata

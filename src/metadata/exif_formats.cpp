@@ -1,7 +1,6 @@
 #include "metadata/exif_formats.h"
 
 #include <algorithm>
-#include <ctime>
 #include <string>
 
 #include "metadata/bmp_size.h"
@@ -100,25 +99,25 @@ void ReadBmp(ExifData& data, const ByteSource& file) {
 }
 
 constexpr ExifFormat kFormats[] = {
-    {".jpg", ReadJpegWithIptc, true},
-    {".jpe", ReadJpegWithIptc, true},
-    {".jpeg", ReadJpegWithIptc, true},
-    {".thm", ReadJpegWithIptc, true},
-    {".mrw", ReadRaw<kMrwBase>},
-    {".orf", ReadRaw<0, HeaderTest::ByteOrderOnly>},
-    {".raf", ReadRaw<kRafBase>},
-    {".pef", ReadRaw<0>},
-    {".tif", ReadTiff},
-    {".tiff", ReadTiff},
-    {".nef", ReadRaw<0>},
-    {".png", ReadPng},
-    {".psd", ReadPsd},
-    {".jp2", ReadJp2},
-    {".jpf", ReadJp2},
-    {".gif", ReadGif},
-    {".bmp", ReadBmp},
-    {".crw", ReadCrwWithCompanion},
-    {".avi", ReadAviCompanion},
+    {.extension = ".jpg", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
+    {.extension = ".jpe", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
+    {.extension = ".jpeg", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
+    {.extension = ".thm", .read = ReadJpegWithIptc, .isJpeg = true},
+    {.extension = ".mrw", .read = ReadRaw<kMrwBase>},
+    {.extension = ".orf", .read = ReadRaw<0, HeaderTest::ByteOrderOnly>},
+    {.extension = ".raf", .read = ReadRaw<kRafBase>},
+    {.extension = ".pef", .read = ReadRaw<0>},
+    {.extension = ".tif", .read = ReadTiff},
+    {.extension = ".tiff", .read = ReadTiff},
+    {.extension = ".nef", .read = ReadRaw<0>},
+    {.extension = ".png", .read = ReadPng},
+    {.extension = ".psd", .read = ReadPsd},
+    {.extension = ".jp2", .read = ReadJp2},
+    {.extension = ".jpf", .read = ReadJp2},
+    {.extension = ".gif", .read = ReadGif},
+    {.extension = ".bmp", .read = ReadBmp},
+    {.extension = ".crw", .read = ReadCrwWithCompanion, .mayBeCanon = true},
+    {.extension = ".avi", .read = ReadAviCompanion},
 };
 
 }  // namespace

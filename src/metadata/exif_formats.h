@@ -14,6 +14,7 @@ struct ExifFormat {
   /// UserError) says that the file is broken; the record keeps what was read until then.
   void (*read)(ExifData& data, const ByteSource& file) = nullptr;
   bool isJpeg = false;
+  bool mayBeCanon = false;  ///< of those cameras more is known than the standard's tags tell
 };
 
 /// By the extension of `path` in any case; null if nothing is read from such files.

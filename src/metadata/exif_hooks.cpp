@@ -20,7 +20,8 @@ constexpr MakerRow kMakers[] = {{"canon", nullptr}, {"olympus", nullptr}, {"fuji
 
 MakerNoteReader FindMakerNoteReader(std::string_view make) {
   const auto lowered = platform::AsciiLower(make);
-  const auto* row = std::ranges::find_if(kMakers, [&](const auto& maker) { return lowered.find(maker.word) != std::string::npos; });
+  const auto* row =
+      std::ranges::find_if(kMakers, [&](const auto& maker) { return lowered.find(maker.word) != std::string::npos; });
   return row == std::end(kMakers) ? nullptr : row->read;
 }
 

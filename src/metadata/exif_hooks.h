@@ -35,6 +35,7 @@ struct ExifHooks {
   BytesReader iptcResource = nullptr;   ///< the image resource of a PSD file
   FileReader jpegIptc = nullptr;        ///< a whole JPEG file with its APP13
   FileReader ciffProperties = nullptr;  ///< a whole CRW file, for what has no rule of its own
+  std::string_view (*canonWhiteBalance)(std::uint32_t code) = nullptr;
 };
 inline constexpr ExifHooks kExifHooks;
 

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::size_t kSmallestExifBlock = 31;  ///< bytes of a segment with its length field
 constexpr std::size_t kLengthSize = 2;
-constexpr std::size_t kSegmentHead = 8;  ///< length field, "Exif" and two zeros
 
 constexpr std::string_view kXmpMark = "/xap/";
 constexpr std::size_t kXmpVersionSize = 3;  ///< "1.0"; with its zero it stands between the mark and the packet
@@ -37,7 +36,7 @@ void ReadXmpSegment(ExifData& data, const JpegSegments& segments, const JpegSegm
 void ReadExifBlock(ExifData& data, std::span<const std::byte> segment) {
   const ByteView whole(segment, ByteOrder::Big);
   if (segment.size() < kSmallestExifBlock || !whole.StartsWith("Exif", kLengthSize)) return;
-  const auto bytes = segment.subspan(kSegmentHead);
+  const auto bytes = segment.subspan(kExifSegmentHead);
   const MemorySource source(bytes);
   const auto header = ReadTiffHeader(source, 0);
   if (!header || !header->IsTiff()) return;

@@ -13,9 +13,9 @@
 namespace ml::metadata {
 namespace {
 
-constexpr std::int32_t kSmallPicture = 300;               ///< pixels
-constexpr std::uint64_t kLargeFile = 1'048'576;           ///< bytes
-constexpr double kNoZoom = 0.01;                          ///< ratios so near to 0 or 1 say that there was none
+constexpr std::int32_t kSmallPicture = 300;      ///< pixels
+constexpr std::uint64_t kLargeFile = 1'048'576;  ///< bytes
+constexpr double kNoZoom = 0.01;                 ///< ratios so near to 0 or 1 say that there was none
 
 // Texts. A text that is missing or empty leaves what another tag said.
 

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "metadata/exif_block.h"
 #include "metadata/exif_tags.h"
 #include "metadata/exif_values.h"
 
@@ -12,9 +13,10 @@ constexpr std::uint32_t kMaxIfd0Entries = 70, kMaxExifEntries = 50;
 /// A sub-directory with so many entries is passed over: those that describe a picture are small.
 constexpr std::uint32_t kTooManySubIfdEntries = 40;
 
-constexpr std::uint32_t kSegmentHead = 8;         ///< length field, "Exif" and two zeros in front of a block
 constexpr std::uint32_t kSmallestFilePlace = 4;   ///< shorter values stand in the entry
 constexpr std::uint32_t kSmallestBlockPlace = 9;  ///< a comment with an encoding in front
+
+constexpr std::uint64_t kMaxBytes = 64ULL << 20;  ///< of a block of foreign data
 
 constexpr std::uint16_t kImageWidth = 256, kImageLength = 257;
 
@@ -26,8 +28,7 @@ ExifWalkRules BlockRules() {
 }
 
 ExifWalkRules FileRules(std::uint64_t base) {
-  const IfdPolicy policy{
-      .base = base, .maxEntries = kMaxIfd0Entries, .followNext = false, .visitCutDirectory = false};
+  const IfdPolicy policy{.base = base, .maxEntries = kMaxIfd0Entries, .followNext = false, .visitCutDirectory = false};
   auto exif = policy;
   exif.maxEntries = kMaxExifEntries;
   return {.form = MakerNoteForm::File, .base = base, .ifd0 = policy, .exif = exif};
@@ -62,8 +63,7 @@ void ExifWalk::EnterExif(const IfdEntry& pointer) {
 void ExifWalk::EnterSubIfd(const IfdEntry& pointer) {
   // Of two sub-directories the first counts; the entry then leads to their offsets.
   const bool list = pointer.count == 2 && pointer.Is(IfdType::Long);
-  const auto offset =
-      list ? source_.ReadNumber(rules_.base + pointer.value, 4, walker_.Order()) : pointer.value;
+  const auto offset = list ? source_.ReadNumber(rules_.base + pointer.value, 4, walker_.Order()) : pointer.value;
   if (source_.ReadNumber(rules_.base + offset, 2, walker_.Order()) >= kTooManySubIfdEntries) return;
   walker_.Walk(offset, rules_.exif, [this](const IfdEntry& entry) {
     if (entry.tag == kImageWidth) data_.imageWidth = static_cast<std::int32_t>(entry.value);
@@ -97,7 +97,8 @@ std::string ExifWalk::Comment(const IfdEntry& entry) const {
 std::vector<std::byte> ExifWalk::Bytes(const IfdEntry& entry) const {
   const auto size = std::uint64_t{entry.count} * (entry.Is(IfdType::Long) ? 4 : 1);
   const auto position = rules_.base + entry.value;
-  if (size < kSmallestFilePlace || position > source_.Size() || size > source_.Size() - position) return {};
+  if (size < kSmallestFilePlace || size > kMaxBytes || position > source_.Size() || size > source_.Size() - position)
+    return {};
   return source_.Read(position, static_cast<std::size_t>(size));
 }
 
@@ -122,7 +123,7 @@ void ExifWalk::ReadMakerNote(const IfdEntry& entry) {
 std::uint32_t ExifWalk::PlaceOf(const IfdEntry& entry, std::uint64_t base) const {
   auto position = base + entry.value;
   if (position > source_.Size() || entry.count > source_.Size() - position) return 0;
-  if (!InFile()) position += kSegmentHead;
+  if (!InFile()) position += kExifSegmentHead;
   return position > std::numeric_limits<std::uint32_t>::max() ? 0 : static_cast<std::uint32_t>(position);
 }
 
