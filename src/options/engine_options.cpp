@@ -16,6 +16,11 @@ void TakeSortOrder(const settings::Settings& settings, catalogue::ImageList& lis
   list.reverseSort = settings.catalogue.reverseSort != 0;
 }
 
+metadata::ExifOptions ExifOptionsOf(const settings::Settings& settings) {
+  return {.useJpegExifOrientation = settings.catalogue.useJpegExifOrientation != 0,
+          .iptcComments = settings.iptc.comments != 0};
+}
+
 imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings) {
   return {.ignoreEmbeddedThumbnails = settings.catalogue.ignoreEmbeddedThumbnails != 0,
           .useJpegExifOrientation = settings.catalogue.useJpegExifOrientation != 0,

@@ -3,6 +3,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/image_list.h"
 #include "imagefiles/image_file_options.h"
+#include "metadata/exif_data.h"
 #include "settings/settings.h"
 
 /// The engine takes small value structs, not the settings: here they are cut from them, once for both programs.
@@ -11,6 +12,7 @@ namespace ml::options {
 catalogue::CatalogueOptions CatalogueOptionsOf(const settings::Settings& settings);
 /// The order that a directory without an order file is shown in.
 void TakeSortOrder(const settings::Settings& settings, catalogue::ImageList& list);
+metadata::ExifOptions ExifOptionsOf(const settings::Settings& settings);
 imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings);
 
 }  // namespace ml::options
