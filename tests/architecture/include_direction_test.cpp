@@ -117,7 +117,7 @@ TEST(Includes, ThirdPartyHeadersStayInTheirFolder) {
                                  Home{"CLI/", "cli/"},
                                  Home{"nlohmann/", "cli/"},
                                  Home{"magick/", "imaging/"},
-                                 Home{"libraw/", "rawconvert/"},
+                                 Home{"libraw/", "imaging/raw/"},
                                  Home{"glib.h", "platform/"},
                                  Home{"gio/", "platform/"},
                                  Home{"lcms2.h", "imaging/"},
