@@ -120,21 +120,25 @@ TEST(CiffRecordsTest, HeapsAreWalkedInOrderAndToTheirDepth) {
 }
 
 TEST(CiffRecordsTest, HeapsThatHoldThemselvesEnd) {
-  CiffBuilder heap;
-  heap.Data(0x0800, "x");
-  const auto size = static_cast<std::uint32_t>(
-      CiffBuilder(heap).Entry(0x2801, 0, 0).Entry(0x2802, 0, 0).Build(Endian::Little).size());
-  const auto inner = heap.Entry(0x2801, size, 0).Entry(0x2802, size - 2, 0);
+  const auto heap = CiffBuilder().Data(0x0800, "x");
+  const auto size = static_cast<std::uint32_t>(CiffBuilder(heap).Entry(0x2801, 0, 0).Build(Endian::Little).size());
+  const auto inner = CiffBuilder(heap).Entry(0x2801, size, 0);
   const auto file = CiffBuilder().Heap(0x2803, inner).BuildFile(Endian::Little);
-  EXPECT_EQ(ReadCiffRecords(SourceOf(file)).size(), 2U);  // once from each heap that stands at that place
+  EXPECT_EQ(ReadCiffRecords(SourceOf(file)).size(), 1U);
 }
 
 TEST(CrwFiles, EveryPrefixEndsCleanly) {
   const auto file = test::CrwHeap(kCamera).BuildFile(Endian::Little);
   test::ForEachPrefix(file, [&](const std::string& prefix) {
     if (prefix.size() == file.size()) return;
-    EXPECT_NE(Refusal(prefix), "read") << prefix.size();  // the root stands at the end
-    FindCrwPreview(SourceOf(prefix));
+    const auto source = SourceOf(prefix);
+    try {  // the root stands at the end; chance may put an empty one there
+      EXPECT_FALSE(ReadCrwBasics(source).rotation) << prefix.size();
+      ReadCiffRecords(source);
+    } catch (const platform::UserError& error) {
+      EXPECT_STRNE(error.what(), "");
+    }
+    FindCrwPreview(source);
   });
 }
 
