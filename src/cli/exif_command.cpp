@@ -12,7 +12,7 @@ void ShowExif(const std::vector<std::string>& files, const ExifPresenter& presen
   const auto options = options::ExifOptionsOf(state.settings);
   auto result = Json::array();
   for (const auto& given : files) {
-    state.CheckCancelled();
+    if (state.stop.stop_requested()) break;
     Json object;
     if (state.json) PutPath(object, "path", given);
     try {
@@ -30,6 +30,7 @@ void ShowExif(const std::vector<std::string>& files, const ExifPresenter& presen
     }
   }
   if (state.json) PrintJson(result);
+  if (state.stop.stop_requested()) throw platform::Cancelled();
 }
 
 }  // namespace ml::cli
