@@ -18,6 +18,7 @@
 #include "app/picture_view.h"
 #include "app/session.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "imagefiles/ui/histogram_panel.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -163,6 +164,25 @@ TEST_F(Run, BrokenPictureSaysSoAndCanBeLeft) {
     EXPECT_EQ(frame.findChild<PictureView*>()->accessibleDescription(), QString());
   });
   EXPECT_TRUE(boxes.empty());
+}
+
+TEST_F(Run, HistogramFollowsThePictureAndTheSettings) {
+  photos.Write("img_0.jpg", "no picture");
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    const auto& panel = *frame.findChild<imagefiles::ui::HistogramPanel*>();
+    EXPECT_FALSE(panel.isVisible());
+    frame.Runner().Run(CommandId::MainView);
+    EXPECT_TRUE(panel.isVisible());
+    EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
+    session.settings.display.histogramRed = 0;
+    session.settings.display.histogramIntensity = 0;
+    frame.Runner().Run(CommandId::NextImage);
+    EXPECT_EQ(panel.accessibleDescription().toStdString(), "Levels from black to white: green, blue");
+    frame.Runner().Run(CommandId::PreviousImage);
+    EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
+    frame.Runner().Run(CommandId::ShowControls);
+    EXPECT_FALSE(panel.isVisible());
+  });
 }
 
 TEST_F(Run, SignalEndsInOrder) {
