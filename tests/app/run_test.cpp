@@ -17,6 +17,7 @@
 #include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
 #include "app/session.h"
+#include "app/summary_pane.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "imagefiles/ui/histogram_panel.h"
 #include "support/sample_photo.h"
@@ -182,6 +183,31 @@ TEST_F(Run, HistogramFollowsThePictureAndTheSettings) {
     EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
     frame.Runner().Run(CommandId::ShowControls);
     EXPECT_FALSE(panel.isVisible());
+  });
+}
+
+TEST_F(Run, SummaryFollowsTheFocusAndTheFile) {
+  photos.Write("img_2.jpg", test::MakePhoto({.width = 300, .height = 200, .dateTime = "2004:02:03 04:05:06"}));
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    const auto shown = [&] {
+      for (const auto* pane : frame.findChildren<SummaryPane*>()) {
+        if (pane->isVisible()) return pane->toPlainText().toStdString();
+      }
+      return std::string("no pane");
+    };
+    auto& list = Thumbnails(frame);
+    QTest::keyClick(&list, Qt::Key_Home);
+    EXPECT_TRUE(shown().starts_with("2003:05:17 10:11:12\nFile size: ")) << shown();
+    EXPECT_TRUE(shown().ends_with("\nImage size: 300 x 200")) << shown();
+    QTest::keyClick(&list, Qt::Key_Right);
+    EXPECT_TRUE(shown().starts_with("2004:02:03 04:05:06")) << shown();
+    frame.Runner().Run(CommandId::MainView);
+    EXPECT_EQ(session.list.currentPath, photos / "img_2.jpg");
+    EXPECT_TRUE(shown().starts_with("2004:02:03 04:05:06")) << shown();
+
+    photos.Write("img_2.jpg", test::MakePhoto({.width = 310, .height = 200, .dateTime = "2005:02:03 04:05:06"}));
+    frame.Runner().Run(CommandId::TagImage);
+    EXPECT_TRUE(shown().starts_with("2005:02:03 04:05:06")) << "read again without being asked: " << shown();
   });
 }
 
