@@ -24,7 +24,7 @@ using platform::ui::ToQString;
 
 constexpr int kSmallestPane = 120;
 constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
-constexpr int kSummaryHeight = 96;
+constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
 class WaitCursor {
  public:
@@ -64,7 +64,7 @@ void CMarrowlanternView::MakePanes() {
   outer_->setStretchFactor(1, 1);
   left_->setMinimumWidth(kSmallestPane);
   left_->setStretchFactor(0, 1);
-  left_->setSizes({kSummaryHeight * 4, kSummaryHeight});
+  left_->setSizes({kTreeHeight, kSummaryHeight});
   controls_->setMinimumWidth(kSmallestPane);
 
   const auto& from = session_.settings.catalogue;

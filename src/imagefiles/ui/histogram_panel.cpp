@@ -20,10 +20,10 @@ constexpr QColor kGround{212, 208, 200};
 constexpr QColor kBars{90, 90, 90};
 constexpr QColor kRed{255, 0, 0}, kGreen{0, 200, 0}, kBlue{0, 0, 255};
 
-/// Lines stay one pixel wide where the rest is drawn smaller.
+/// A whole number of the screen's pixels wide: else lines of one picture would differ.
 QPen Pen(const QPainter& painter, const QColor& colour) {
-  const double scale = painter.worldTransform().m11();
-  return {colour, 1 / scale, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
+  const double scale = painter.deviceTransform().m11();
+  return {colour, std::max(1.0, std::floor(scale)) / scale, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
 }
 
 double ScaleFor(int width) { return std::min(1.0, static_cast<double>(width) / kFrame.width()); }
