@@ -265,7 +265,7 @@ TEST_F(ExifRecord, EveryPrefixOfAFileEndsCleanly) {
   for (std::size_t size = 0; size <= tiff.size(); ++size) {
     const auto prefix = tiff.substr(0, size);
     ExifData file, block;
-    ReadTiffFile(file, MemorySource(std::as_bytes(std::span(prefix))), 0, HeaderTest::Magic42);
+    ReadTiffFile(file, MemorySource(std::as_bytes(std::span(prefix))), 0, TiffMagic::Required);
     const auto segment = "..Exif\0\0"s + prefix;
     try {
       ReadExifBlock(block, std::as_bytes(std::span(segment)));
