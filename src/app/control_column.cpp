@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "app/summary_pane.h"
+#include "imagefiles/ui/histogram_panel.h"
 #include "platform/paths.h"
 #include "platform/ui/qt_text.h"
 
@@ -35,7 +36,8 @@ ControlColumn::ControlColumn(QWidget* parent)
       tagged_(new QCheckBox(QStringLiteral("&Tagged"), this)),
       previous_(MakeButton(this)),
       next_(MakeButton(this)),
-      summary_(new SummaryPane(this)) {
+      summary_(new SummaryPane(this)),
+      histogram_(new imagefiles::ui::HistogramPanel(this)) {
   names_->setAccessibleName(QStringLiteral("Image name"));
   names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   names_->setMinimumContentsLength(12);
@@ -50,6 +52,7 @@ ControlColumn::ControlColumn(QWidget* parent)
   buttons->addWidget(next_);
   layout->addLayout(buttons);
   layout->addWidget(summary_, 1);
+  layout->addWidget(histogram_);
 
   connect(names_, &QComboBox::activated, this, &ControlColumn::imageChosen);
   connect(tagged_, &QCheckBox::clicked, this, &ControlColumn::tagToggled);
@@ -79,6 +82,10 @@ void ControlColumn::Refresh(const catalogue::ImageList& list, const std::string&
   tagged_->setEnabled(valid);
   tagged_->setChecked(valid && list.marks[static_cast<std::size_t>(list.currentIndex)].tagged);
   summary_->SetText(summary);
+}
+
+void ControlColumn::ShowHistogram(const imagefiles::Histogram& counts, const imagefiles::HistogramChannels& wanted) {
+  histogram_->SetHistogram(counts, wanted);
 }
 
 }  // namespace ml::app

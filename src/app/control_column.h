@@ -4,17 +4,22 @@
 #include <string>
 
 #include "catalogue/image_list.h"
+#include "imagefiles/histogram_curves.h"
 
 class QAction;
 class QCheckBox;
 class QComboBox;
 class QToolButton;
 
+namespace ml::imagefiles::ui {
+class HistogramPanel;
+}
+
 namespace ml::app {
 
 class SummaryPane;
 
-/// The column beside the picture in the main view: names, tag, neighbours, summary.
+/// The column beside the picture in the main view: names, tag, neighbours, summary, histogram.
 class ControlColumn final : public QWidget {
   Q_OBJECT
 
@@ -27,6 +32,7 @@ class ControlColumn final : public QWidget {
   void ListReplaced(const catalogue::ImageList& list);
   /// The current image and its tag.
   void Refresh(const catalogue::ImageList& list, const std::string& summary);
+  void ShowHistogram(const imagefiles::Histogram& counts, const imagefiles::HistogramChannels& wanted);
 
  Q_SIGNALS:
   void imageChosen(int index);
@@ -38,6 +44,7 @@ class ControlColumn final : public QWidget {
   QToolButton* previous_;
   QToolButton* next_;
   SummaryPane* summary_;
+  imagefiles::ui::HistogramPanel* histogram_;
 };
 
 }  // namespace ml::app

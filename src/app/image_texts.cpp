@@ -1,9 +1,7 @@
 #include "app/image_texts.h"
 
-#include <sys/stat.h>
-
 #include "app/messages.h"
-#include "platform/dates.h"
+#include "metadata/exif_text.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -18,20 +16,8 @@ std::string PlaceText(const Session& session, int index) {
   return std::to_string(index + 1) + "/" + std::to_string(session.list.Count());
 }
 
-std::string SizeText(off_t bytes) {
-  constexpr off_t kKilo = 1024;
-  if (bytes < kKilo) return std::to_string(bytes) + " bytes";
-  return std::to_string((bytes + kKilo / 2) / kKilo) + " KB";
-}
-
 void AddCount(std::string& text, int count, std::string_view one, std::string_view several) {
   if (count > 0) text += "\n" + std::to_string(count) + " " + std::string(count == 1 ? one : several);
-}
-
-std::string FileLines(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) return {};
-  return "\n" + SizeText(status.st_size) + "\n" + platform::ExifDateText(status.st_mtime);
 }
 
 }  // namespace
@@ -42,11 +28,9 @@ std::string StatusText(const Session& session) {
   return ShownName(session.list.files[static_cast<std::size_t>(index)]) + "  " + PlaceText(session, index);
 }
 
-std::string SummaryText(const Session& session) {
-  const int index = session.TargetIndex();
-  if (index < 0) return {};
-  const auto& path = session.list.files[static_cast<std::size_t>(index)];
-  return ShownName(path) + "\n" + PlaceText(session, index) + FileLines(path);
+std::string SummaryText(Session& session) {
+  const auto* data = session.TargetData();
+  return data ? platform::ToDisplayUtf8(metadata::GetSummaryText(*data, session.locale)) : std::string();
 }
 
 std::string TitleText(const Session& session) {

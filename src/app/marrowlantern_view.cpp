@@ -23,8 +23,8 @@ namespace {
 using platform::ui::ToQString;
 
 constexpr int kSmallestPane = 120;
-constexpr int kControlsWidth = 240;
-constexpr int kSummaryHeight = 96;
+constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
+constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
 class WaitCursor {
  public:
@@ -64,7 +64,7 @@ void CMarrowlanternView::MakePanes() {
   outer_->setStretchFactor(1, 1);
   left_->setMinimumWidth(kSmallestPane);
   left_->setStretchFactor(0, 1);
-  left_->setSizes({kSummaryHeight * 4, kSummaryHeight});
+  left_->setSizes({kTreeHeight, kSummaryHeight});
   controls_->setMinimumWidth(kSmallestPane);
 
   const auto& from = session_.settings.catalogue;
@@ -235,6 +235,7 @@ void CMarrowlanternView::LoadImage(int index, Reload reload) {
     session_.current = {};
     picture_->SetMessage(ToQString(EmptyText(session_)));
     picture_->Clear();
+    ShowHistogram();
     return;
   }
   if (!list.ValidIndex(index)) return;
@@ -257,6 +258,15 @@ void CMarrowlanternView::ShowPicture(int index) {
   session_.current = {.width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
   picture_->SetMessage(ToQString(picture.failure));
   picture_->SetPicture(std::move(picture.pixels));
+  ShowHistogram();
+}
+
+void CMarrowlanternView::ShowHistogram() {
+  const auto& from = session_.settings.display;
+  controls_->ShowHistogram(session_.current.histogram, {.red = from.histogramRed != 0,
+                                                        .green = from.histogramGreen != 0,
+                                                        .blue = from.histogramBlue != 0,
+                                                        .intensity = from.histogramIntensity != 0});
 }
 
 imagefiles::DisplayLimits CMarrowlanternView::Limits() const {

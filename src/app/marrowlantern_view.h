@@ -23,7 +23,7 @@ class SummaryPane;
 
 enum class Reload { IfOther, Force };
 
-/// All panes of the window: directory tree, thumbnail list, picture, summary. Draws the session and forwards
+/// All panes of the window: directory tree, thumbnail list, picture, summary, histogram. Draws the session and forwards
 /// what the user does in a pane; a view mode only decides which panes show and where.
 class CMarrowlanternView final : public QWidget, private SessionObserver {
   Q_OBJECT
@@ -81,6 +81,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ConnectRest();
   void SetCurrent(int index);
   void ShowPicture(int index);
+  void ShowHistogram();
   void BringFocusToCurrent();
   imagefiles::DisplayLimits Limits() const;
   void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);

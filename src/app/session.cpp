@@ -53,6 +53,12 @@ imagefiles::BitmapQuality Session::Quality() const {
   return {.highQuality = settings.display.highQualityMode != 0, .greyscale = blackAndWhite};
 }
 
+const metadata::ExifData* Session::TargetData() {
+  const int index = TargetIndex();
+  if (index < 0) return nullptr;
+  return &shootingData_.Of(list.files[static_cast<std::size_t>(index)], options::ExifOptionsOf(settings));
+}
+
 CommandState Session::State() const {
   CommandState state;
   state.mode = mode;
@@ -144,6 +150,7 @@ void Session::DirectoryVisited(const std::string& directory) {
 }
 
 void Session::ListReplaced() {
+  shootingData_.Forget();
   if (observer_) observer_->ListReplaced();
 }
 

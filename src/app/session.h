@@ -5,12 +5,14 @@
 #include <string>
 
 #include "app/command_state.h"
+#include "app/shooting_data_memory.h"
 #include "app/view_mode.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/image_list.h"
 #include "catalogue/thumbnail_thread.h"
 #include "imagefiles/histogram.h"
 #include "imagefiles/image_file.h"
+#include "platform/locale_text.h"
 #include "settings/settings.h"
 
 namespace ml::app {
@@ -45,6 +47,7 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
+  const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
   catalogue::CThumbnailThread& Worker() { return worker_; }
   const catalogue::CThumbnailThread& Worker() const { return worker_; }
@@ -59,6 +62,8 @@ class Session final : private catalogue::CatalogueObserver {
   imagefiles::BitmapQuality Quality() const;
   /// The image that commands for one image act on; -1 if there is none.
   int TargetIndex() const { return Target(State()); }
+  /// Of that image; null if there is none. Stays valid until the next call.
+  const metadata::ExifData* TargetData();
   CommandState State() const;
 
   /// 0 small, 1 large, 2 extra large; the thumbnails are made again if the size changed.
@@ -91,6 +96,7 @@ class Session final : private catalogue::CatalogueObserver {
   platform::Interaction& ask_;
   SessionObserver* observer_ = nullptr;
   double thumbnailScale_ = 1;
+  ShootingDataMemory shootingData_;
   catalogue::CThumbnailThread worker_;
   catalogue::Catalogue catalogue_;
 };

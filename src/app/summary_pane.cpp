@@ -8,7 +8,7 @@ namespace ml::app {
 namespace {
 
 constexpr int kMargin = 8;
-constexpr int kLines = 8;
+constexpr int kLines = 14;
 
 }  // namespace
 

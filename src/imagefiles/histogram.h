@@ -18,4 +18,14 @@ struct Histogram {
   }
 };
 
+/// Counts made ready to be drawn, and the largest entry of each table.
+struct NormalisedHistogram {
+  std::array<std::int32_t, 256> red{}, green{}, blue{}, combined{};
+  std::int32_t redPeak = 0, greenPeak = 0, bluePeak = 0, combinedPeak = 0;
+};
+
+/// Brings `combined` to one count a pixel and cuts every entry at a fiftieth of the pixels, so that a spike of pure
+/// black or white does not flatten the rest. All is zero for an image of fewer than 50 pixels.
+NormalisedHistogram Normalise(const Histogram& counts);
+
 }  // namespace ml::imagefiles

@@ -13,6 +13,7 @@ namespace ml::metadata {
 struct ExifOptions {
   bool useJpegExifOrientation = false;  ///< "UseJpegExifOrientation": sides of a JPEG as it is shown
   bool iptcComments = false;            ///< "IPTCcomments": an IPTC caption stands for the comment
+  bool operator==(const ExifOptions&) const = default;
 };
 
 /// Everything known about one image file apart from its pixels. What is shown is kept as ready text; only numbers that

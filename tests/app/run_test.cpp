@@ -17,7 +17,9 @@
 #include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
 #include "app/session.h"
+#include "app/summary_pane.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "imagefiles/ui/histogram_panel.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -163,6 +165,50 @@ TEST_F(Run, BrokenPictureSaysSoAndCanBeLeft) {
     EXPECT_EQ(frame.findChild<PictureView*>()->accessibleDescription(), QString());
   });
   EXPECT_TRUE(boxes.empty());
+}
+
+TEST_F(Run, HistogramFollowsThePictureAndTheSettings) {
+  photos.Write("img_0.jpg", "no picture");
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    const auto& panel = *frame.findChild<imagefiles::ui::HistogramPanel*>();
+    EXPECT_FALSE(panel.isVisible());
+    frame.Runner().Run(CommandId::MainView);
+    EXPECT_TRUE(panel.isVisible());
+    EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
+    session.settings.display.histogramRed = 0;
+    session.settings.display.histogramIntensity = 0;
+    frame.Runner().Run(CommandId::NextImage);
+    EXPECT_EQ(panel.accessibleDescription().toStdString(), "Levels from black to white: green, blue");
+    frame.Runner().Run(CommandId::PreviousImage);
+    EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
+    frame.Runner().Run(CommandId::ShowControls);
+    EXPECT_FALSE(panel.isVisible());
+  });
+}
+
+TEST_F(Run, SummaryFollowsTheFocusAndTheFile) {
+  photos.Write("img_2.jpg", test::MakePhoto({.width = 300, .height = 200, .dateTime = "2004:02:03 04:05:06"}));
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    const auto shown = [&] {
+      for (const auto* pane : frame.findChildren<SummaryPane*>()) {
+        if (pane->isVisible()) return pane->toPlainText().toStdString();
+      }
+      return std::string("no pane");
+    };
+    auto& list = Thumbnails(frame);
+    QTest::keyClick(&list, Qt::Key_Home);
+    EXPECT_TRUE(shown().starts_with("2003:05:17 10:11:12\nFile size: ")) << shown();
+    EXPECT_TRUE(shown().ends_with("\nImage size: 300 x 200")) << shown();
+    QTest::keyClick(&list, Qt::Key_Right);
+    EXPECT_TRUE(shown().starts_with("2004:02:03 04:05:06")) << shown();
+    frame.Runner().Run(CommandId::MainView);
+    EXPECT_EQ(session.list.currentPath, photos / "img_2.jpg");
+    EXPECT_TRUE(shown().starts_with("2004:02:03 04:05:06")) << shown();
+
+    photos.Write("img_2.jpg", test::MakePhoto({.width = 310, .height = 200, .dateTime = "2005:02:03 04:05:06"}));
+    frame.Runner().Run(CommandId::TagImage);
+    EXPECT_TRUE(shown().starts_with("2005:02:03 04:05:06")) << "read again without being asked: " << shown();
+  });
 }
 
 TEST_F(Run, SignalEndsInOrder) {

@@ -6,6 +6,8 @@
 #include <QSplitter>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
 #include "app/icons.h"
 #include "app/picture_view.h"
@@ -13,6 +15,7 @@
 #include "app/theme.h"
 #include "app/thumbnail_list_fixture.h"
 #include "catalogue/ui/directory_tree.h"
+#include "imagefiles/ui/histogram_panel.h"
 #include "support/temp_dir.h"
 
 /// Pictures of the widgets for people to look at, in screens/ of the build folder.
@@ -82,6 +85,36 @@ TEST_P(Screens, Strip) {
   shown.view->clearFocus();
   shown.WaitForAll();
   Save(*shown.view, Named("strip"));
+}
+
+/// The levels of a bright sky over a dark wood, more or less.
+imagefiles::Histogram Landscape() {
+  imagefiles::Histogram counts;
+  for (int i = 0; i < 60'000; ++i) {
+    const double wave = (1 + std::sin(i * 0.37)) * (1 + std::cos(i * 0.0231)) / 4;
+    const double level = i % 3 == 0 ? 170 + 90 * wave : 20 + 110 * wave;
+    const auto cut = [](double value) { return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0)); };
+    counts.Add(cut(level * 0.9), cut(level), cut(level * 1.1 - 8));
+  }
+  return counts;
+}
+
+TEST_P(Screens, Histogram) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  for (const auto& counts : {Landscape(), imagefiles::Histogram{}}) {
+    auto* panel = new imagefiles::ui::HistogramPanel;
+    panel->SetHistogram(counts, {});
+    layout->addWidget(panel);
+  }
+  auto* narrow = new imagefiles::ui::HistogramPanel;
+  narrow->SetHistogram(Landscape(), {.blue = false});
+  narrow->setFixedSize(160, narrow->heightForWidth(160));
+  layout->addWidget(narrow);
+  window.resize(300, 10);
+  window.show();
+  QTest::qWait(50);
+  Save(window, Named("histogram"));
 }
 
 TEST_P(Screens, EmptyList) {

@@ -2,11 +2,12 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
 ml_test(widgets
   SOURCES
     directory_tree_test.cpp
+    histogram_panel_test.cpp
     screens_test.cpp
     thumbnail_list_test.cpp
     toolkit_test.cpp
     widgets_main.cpp
-  LINK ml_app_ui ml_catalogue_ui Qt6::Test)
+  LINK ml_app_ui ml_catalogue_ui ml_imagefiles_ui Qt6::Test)
 # The same pictures as on a screen of twice the density.
 add_test(NAME widgets_scale2 COMMAND ml_test_widgets --gtest_filter=*Screens.*)
 set_tests_properties(widgets_scale2 PROPERTIES TIMEOUT 600 ENVIRONMENT "LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")

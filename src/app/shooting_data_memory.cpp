@@ -1,0 +1,15 @@
+#include "app/shooting_data_memory.h"
+
+namespace ml::app {
+
+const metadata::ExifData& ShootingDataMemory::Of(const std::string& path, const metadata::ExifOptions& options) {
+  const auto identity = platform::IdentityOf(path);
+  if (!data_ || data_->path != path || identity != identity_ || options != options_) {
+    data_.emplace(path, options);
+    identity_ = identity;
+    options_ = options;
+  }
+  return *data_;
+}
+
+}  // namespace ml::app
