@@ -1,6 +1,7 @@
 # One target a reader, <name>_fuzzer.cpp, its finds in tests/data/fuzz/<name>; behind the name what it links.
 set(ML_FUZZERS
   "ciff ml_metadata"
+  "exif ml_metadata"
   "jp2 ml_metadata"
   "jpeg ml_metadata"
   "picture_size ml_metadata"
