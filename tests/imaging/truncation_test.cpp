@@ -7,7 +7,6 @@
 #include "imaging/png/png_decoder.h"
 #include "imaging/psd/psd_decoder.h"
 #include "imaging/raw/raw_preview.h"
-#include "imaging/tiff/uncompressed_tiff.h"
 #include "metadata/riff.h"
 #include "platform/errors.h"
 #include "support/small_files.h"
@@ -52,7 +51,6 @@ const Decoder kDecoders[] = {
     {"Jp2", ".jp2",
      [](const auto& source) { return DecodeJp2(source, {}, {.codeStream = {}, .threads = 1}).pixels.width; }},
     {"Tiff", ".tif", [](const auto& source) { return DecodeMagick(source, MagickFormat::Tiff).pixels.width; }},
-    {"UncompressedTiff", ".tif", [](const auto& source) { return ReadUncompressedTiff(source).width; }},
     {"Gif", ".gif", [](const auto& source) { return DecodeMagick(source, MagickFormat::Gif).pixels.width; }},
     {"Bmp", ".bmp", [](const auto& source) { return DecodeMagick(source, MagickFormat::Bmp).pixels.width; }},
     {"Avi", ".avi", DecodeFirstFrame},

@@ -6,7 +6,7 @@
 #include "metadata/crw_file.h"
 #include "platform/errors.h"
 #include "support/ciff_builder.h"
-#include "support/truncation.h"
+#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {

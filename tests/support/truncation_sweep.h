@@ -29,14 +29,20 @@ void ExpectOnly(Act&& act) {
   }
 }
 
-/// Every length up to 4 KiB, the last 256, every 251st between; longest first. The whole is not among them.
+/// Every length up to 4 KiB, the last 256, every 251st between; the whole first, then shorter and shorter.
 inline std::vector<std::size_t> PrefixLengths(std::size_t size) {
   constexpr std::size_t kHead = 4096, kTail = 256, kStep = 251;
-  std::vector<std::size_t> lengths;
+  std::vector<std::size_t> lengths{size};
   for (std::size_t length = size; length-- > 0;) {
     if (length <= kHead || length + kTail >= size || length % kStep == 0) lengths.push_back(length);
   }
   return lengths;
+}
+
+/// Calls `read` with each of these prefixes of `file` as a string of its own, for tests that know what comes out.
+template <class Read>
+void ForEachPrefix(std::string_view file, Read&& read) {
+  for (const auto length : PrefixLengths(file.size())) read(std::string(file.substr(0, length)));
 }
 
 /// What leaves `act` besides the exceptions promised fails the test, naming the length of the prefix.
@@ -62,7 +68,7 @@ void SweepPrefixes(std::string_view file, Read&& read) {
   }
 }
 
-/// The same for what takes a path: `path`, an existing file, is cut shorter and shorter.
+/// The same for what takes a path: `path`, an existing file, is cut shorter and shorter, down to nothing.
 template <class... Promised, class Read>
 void SweepPrefixFiles(const std::string& path, Read&& read) {
   for (const auto length : PrefixLengths(std::filesystem::file_size(path))) {
