@@ -1,7 +1,5 @@
 #include "catalogue/sort.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <limits>
 
@@ -80,11 +78,6 @@ bool Before(const SortRecord& a, const SortRecord& b) {
 }
 
 }  // namespace
-
-std::int64_t FileTime(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 ? static_cast<std::int64_t>(status.st_mtim.tv_sec) : kNoKey;
-}
 
 void SortList(std::vector<std::string>& list, SortMethod method, bool reverse, const TimeOfPath& timeOf) {
   if (method == SortMethod::Custom) return;

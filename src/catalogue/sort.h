@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "catalogue/image_list.h"
+#include "imagefiles/image_date.h"
 
 namespace ml::catalogue {
 
@@ -13,11 +14,9 @@ namespace ml::catalogue {
 /// its ".thm" companion instead where it has one.
 using TimeOfPath = std::function<std::int64_t(const std::string& path)>;
 
-/// When the content of the file last changed.
-std::int64_t FileTime(const std::string& path);
-
 /// Sorts full paths in place; Custom leaves them as they are. With `reverse` every comparison swaps its sides,
 /// ties and missing keys included: files without a key, which stand last otherwise, then come first.
-void SortList(std::vector<std::string>& list, SortMethod method, bool reverse, const TimeOfPath& timeOf = FileTime);
+void SortList(std::vector<std::string>& list, SortMethod method, bool reverse,
+              const TimeOfPath& timeOf = imagefiles::GetImageDateTime);
 
 }  // namespace ml::catalogue

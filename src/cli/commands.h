@@ -14,6 +14,8 @@ void AddSettingsCommand(CLI::App& program, RunState& state);
 void AddListCommand(CLI::App& program, RunState& state);
 void AddOrderCommand(CLI::App& program, RunState& state);
 void AddTagsCommand(CLI::App& program, RunState& state);
+void AddInfoCommand(CLI::App& program, RunState& state);
+void AddTextCommand(CLI::App& program, RunState& state);
 void AddThumbCommand(CLI::App& program, RunState& state);
 void AddPreviewCommand(CLI::App& program, RunState& state);
 

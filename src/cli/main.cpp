@@ -75,6 +75,8 @@ int Main(int argc, char** argv) {
   AddListCommand(program, state);
   AddOrderCommand(program, state);
   AddTagsCommand(program, state);
+  AddInfoCommand(program, state);
+  AddTextCommand(program, state);
   AddThumbCommand(program, state);
   AddPreviewCommand(program, state);
   try {

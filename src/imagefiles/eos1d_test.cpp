@@ -10,35 +10,47 @@ namespace ml::imagefiles {
 namespace {
 
 constexpr std::uint64_t kSmallestRaw = 1'048'576;
-constexpr std::uint16_t kImageLength = 0x101;
-constexpr std::uint32_t kThumbnailLength = 192;  ///< rows of the picture in the first directory of these cameras
+constexpr std::uint16_t kImageWidth = 0x100, kImageLength = 0x101;
+constexpr std::uint32_t kThumbnailSide = 192;  ///< of the picture in the first directory of these cameras
 
-bool FirstDirectoryFits(const metadata::ByteSource& source) {
+/// Whether `tag` of the first directory is the side of such a picture.
+bool FirstDirectoryFits(const metadata::ByteSource& source, std::uint16_t tag) {
   const auto header = metadata::ReadTiffHeader(source, 0);
   if (!header || !header->IsTiff()) return false;
   bool fits = false;
   metadata::IfdWalker walker(source, header->order, {.followNext = false});
   walker.Walk(header->firstDirectory, [&](const metadata::IfdEntry& entry) {
-    if (entry.tag != kImageLength) return metadata::Visit::Continue;
-    fits = entry.value == kThumbnailLength;
+    if (entry.tag != tag) return metadata::Visit::Continue;
+    fits = entry.value == kThumbnailSide;
     return metadata::Visit::Stop;
   });
   return fits;
 }
 
-}  // namespace
+bool RowsFit(const platform::ReadableFile& file) {
+  return file.Size() >= kSmallestRaw && FirstDirectoryFits(metadata::FileSource(file), kImageLength);
+}
 
-bool catalogueEos1D(const std::string& path) {
+template <class Test>
+bool FileFits(const std::string& path, Test&& test) {
   if (!platform::EndsWithNoCase(path, ".tif")) return false;
   try {
-    const platform::ReadableFile file(path);
-    if (file.Size() < kSmallestRaw) return false;
-    return FirstDirectoryFits(metadata::FileSource(file));
+    return test(platform::ReadableFile(path));
   } catch (const platform::UserError&) {
     return false;
   } catch (metadata::ExifException) {
     return false;
   }
+}
+
+}  // namespace
+
+bool catalogueEos1D(const std::string& path) { return FileFits(path, RowsFit); }
+
+bool IsEos1DRawFile(const std::string& path) {
+  return FileFits(path, [](const platform::ReadableFile& file) {
+    return FirstDirectoryFits(metadata::FileSource(file), kImageWidth) || RowsFit(file);
+  });
 }
 
 }  // namespace ml::imagefiles

@@ -9,4 +9,8 @@ namespace ml::imagefiles {
 /// for whatever cannot be read.
 bool catalogueEos1D(const std::string& path);
 
+/// Whether the handlers take `path` for an EOS-1D raw file: wherever catalogueEos1D says so, and for any file
+/// whose name ends in ".tif" and whose tag 0x100 is 192, whatever its size and camera.
+bool IsEos1DRawFile(const std::string& path);
+
 }  // namespace ml::imagefiles

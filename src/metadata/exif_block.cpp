@@ -6,7 +6,6 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::uint32_t kSmallestExif = 9;  ///< payload bytes: a length field above 10
-constexpr std::uint32_t kTiffStart = 6;     ///< behind "Exif" and two zeros
 constexpr std::uint16_t kOrientation = 274;
 constexpr std::uint16_t kThumbnailOffset = 0x201;
 constexpr int kMaxBlocks = 16;             ///< a file may hold any number of segments; cameras write one
@@ -59,9 +58,9 @@ std::optional<ExifBlock> NextExifBlock(JpegSegments& segments) {
   while (const auto segment = segments.Next()) {
     if (!IsExifSegment(segments, *segment)) continue;
     auto bytes = segments.Payload(*segment);
-    if (bytes.size() < kTiffStart) return std::nullopt;  // the file became shorter
-    bytes.erase(bytes.begin(), bytes.begin() + kTiffStart);
-    return ExifBlock{segment->payload + kTiffStart, std::move(bytes)};
+    if (bytes.size() < kExifPrefix) return std::nullopt;  // the file became shorter
+    bytes.erase(bytes.begin(), bytes.begin() + kExifPrefix);
+    return ExifBlock{segment->payload + kExifPrefix, std::move(bytes)};
   }
   return std::nullopt;
 }

@@ -9,6 +9,11 @@
 
 namespace ml::metadata {
 
+/// Bytes of an EXIF segment's payload in front of its TIFF block: "Exif" and two zeros.
+inline constexpr std::uint32_t kExifPrefix = 6;
+/// The same in a copy of the segment that begins with its length field.
+inline constexpr std::uint32_t kExifSegmentHead = 2 + kExifPrefix;
+
 /// The TIFF block of an EXIF segment. All offsets in it count from its first byte.
 struct ExifBlock {
   std::uint64_t position = 0;  ///< of that byte in the file

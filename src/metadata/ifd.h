@@ -64,6 +64,7 @@ class IfdWalker {
   IfdWalker(const ByteSource& source, ByteOrder order, const IfdPolicy& policy = {})
       : source_(source), order_(order), policy_(policy) {}
 
+  ByteOrder Order() const { return order_; }
   /// Visits every entry of the directory at `offset` and, if the policy says so, of those chained to it; an
   /// offset of 0, one that was walked before and the limit end the chain. Throws ExifException.
   Visit Walk(std::uint32_t offset, const IfdVisitor& visitor);

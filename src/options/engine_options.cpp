@@ -8,6 +8,11 @@ catalogue::CatalogueOptions CatalogueOptionsOf(const settings::Settings& setting
           .suppressOrderFile = settings.catalogue.suppressOrderFile != 0};
 }
 
+metadata::ExifOptions ExifOptionsOf(const settings::Settings& settings) {
+  return {.useJpegExifOrientation = settings.catalogue.useJpegExifOrientation != 0,
+          .iptcComments = settings.iptc.comments != 0};
+}
+
 imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings) {
   return {.ignoreEmbeddedThumbnails = settings.catalogue.ignoreEmbeddedThumbnails != 0,
           .useJpegExifOrientation = settings.catalogue.useJpegExifOrientation != 0,

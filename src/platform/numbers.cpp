@@ -26,6 +26,13 @@ std::string ShortNumber(double value) {
   return {buffer.data(), end};
 }
 
+std::string FixedNumber(double value, int digits) {
+  std::array<char, 352> buffer{};  // the largest double has 309 digits in front of the separator
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, digits).ptr;
+  return {buffer.data(), end};
+}
+
 std::string ExactNumber(double value) {
   std::array<char, 64> buffer{};
   return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};

@@ -9,6 +9,8 @@ namespace ml::platform {
 
 /// At most six significant digits, as printf's "%g" writes them.
 std::string ShortNumber(double value);
+/// `digits` (0..17) places behind the separator, as printf's "%.1f" writes them.
+std::string FixedNumber(double value, int digits);
 /// As many digits as the same double needs when read back ("0.7", "1", "0.1").
 std::string ExactNumber(double value);
 

@@ -40,5 +40,20 @@ TEST(CatalogueEos1D, NameSizeAndImageLengthDecide) {
   EXPECT_FALSE(catalogueEos1D(dir / "missing.tif"));
 }
 
+TEST(IsEos1DRawFileTest, WidthAloneOrTheTestOfTheCatalogue) {
+  constexpr std::string_view wide("MM\0*\0\0\0\x08\0\1\1\0\0\3\0\0\0\1\0\xc0\0\0\0\0\0\0", 26);
+  const test::TempDir dir;
+  const auto test = [&](std::string_view name, std::string_view head, std::size_t size) {
+    return IsEos1DRawFile(dir.Write(name, Tiff(head, size)));
+  };
+  EXPECT_TRUE(test("a.tif", wide, 100));
+  EXPECT_FALSE(test("a.tiff", wide, 100));
+  EXPECT_TRUE(test("b.tif", kBig, kMegabyte));
+  EXPECT_FALSE(test("c.tif", kBig, kMegabyte - 1));
+  EXPECT_FALSE(test("d.tif", kOther, kMegabyte));
+  EXPECT_FALSE(test("e.tif", kFarDirectory, 100));
+  EXPECT_FALSE(IsEos1DRawFile(dir / "missing.tif"));
+}
+
 }  // namespace
 }  // namespace ml::imagefiles

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "support/tiff_builder.h"
+
 /// JPEG files put together byte by byte.
 namespace ml::test {
 
@@ -15,13 +17,23 @@ struct ExifFields {
   std::string thumbnail{};  ///< a JPEG stream for the second directory
 };
 
-/// A TIFF block with two directories and an EXIF directory, as a camera writes it.
+/// Two directories and an EXIF directory as a camera writes them, for more tags.
+TiffBuilder ExifDirectories(const ExifFields& fields);
+/// The TIFF block that they make.
 std::string TiffBlock(const ExifFields& fields);
 /// The payload of an APP1 segment: the name and the block.
 std::string ExifPayload(const ExifFields& fields);
 
 /// `marker` is the second byte of the marker.
 std::string JpegSegment(int marker, std::string_view payload);
+std::string ExifSegment(const TiffBuilder& tiff);
+/// APP13 with ready resources, of which there may be none.
+std::string ResourceSegment(std::string_view resources);
+std::string XmpSegment(std::string_view packet);
+/// The profile cut into `count` APP2 segments of about the same size.
+std::string IccSegments(std::string_view profile, std::size_t count = 1);
+std::string CommentSegment(std::string_view text);
+
 /// `jpeg` with ready segments behind its start of image.
 std::string InsertSegments(std::string_view jpeg, std::string_view segments);
 /// The usual case of the above.

@@ -4,17 +4,13 @@
 #include <array>
 
 #include "imaging/jpeg/jpeg_reader.h"
-#include "platform/errors.h"
 
 namespace ml::imaging {
 namespace {
 
 constexpr int kEighths = 8;
-constexpr std::byte kUndecoded{0x80};
 
 int Scaled(int side, int eighths) { return (side * eighths + kEighths - 1) / kEighths; }
-
-[[noreturn]] void Refuse(const char* reason) { throw platform::LibraryError(reason, ""); }
 
 /// Cyan, magenta, yellow and black, stored inverted if an Adobe program wrote them, to red, green and blue.
 void ConvertCmykRow(const std::uint8_t* in, PixelBuffer& pixels, int y, bool inverted) {
@@ -23,9 +19,9 @@ void ConvertCmykRow(const std::uint8_t* in, PixelBuffer& pixels, int y, bool inv
   const auto light = [&](int sample) { return inverted ? sample : 255 - sample; };
   for (int x = 0; x < pixels.width; ++x, in += 4, out += 3) {
     const int black = light(in[3]);
-    out[red] = static_cast<std::uint8_t>((light(in[0]) * black + 127) / 255);
-    out[1] = static_cast<std::uint8_t>((light(in[1]) * black + 127) / 255);
-    out[2 - red] = static_cast<std::uint8_t>((light(in[2]) * black + 127) / 255);
+    out[red] = static_cast<std::uint8_t>(Multiply255(light(in[0]), black));
+    out[1] = static_cast<std::uint8_t>(Multiply255(light(in[1]), black));
+    out[2 - red] = static_cast<std::uint8_t>(Multiply255(light(in[2]), black));
   }
 }
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "imaging/pixel_buffer.h"
+#include "imaging/decoded_picture.h"
 #include "metadata/byte_source.h"
 
 namespace ml::imaging {
@@ -17,12 +17,7 @@ int LeastCoveringEighths(int width, int height, int targetWidth, int targetHeigh
 /// side of the box.
 int HalvedEighths(int width, int height, int boxWidth, int boxHeight);
 
-struct DecodedJpeg {
-  PixelBuffer pixels;  ///< 8-bit, no padding; grey and CMYK pictures are turned into colours
-  int fullWidth = 0;   ///< as the header says
-  int fullHeight = 0;
-  bool damaged = false;  ///< part of the compressed data is missing or broken; what could be decoded is there
-};
+using DecodedJpeg = DecodedPicture;
 
 /// Decodes the JPEG stream at `offset`, reading it piece by piece. Throws LibraryError with the reason if there
 /// is no picture, or it is over the limits of pixel_buffer.h or of the work that a progressive one may ask for.

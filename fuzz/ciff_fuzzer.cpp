@@ -1,0 +1,14 @@
+#include "metadata/ciff.h"
+#include "metadata/crw_file.h"
+
+#include "fuzz_source.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace ml::metadata;
+  const auto source = FuzzSource(data, size);
+  Refusable([&] { ReadCrwBasics(source); });
+  Refusable([&] { ReadCrwSettings(source); });
+  Refusable([&] { ReadCiffRecords(source); });
+  FindCrwPreview(source);
+  return 0;
+}

@@ -1,0 +1,14 @@
+#include "imaging/decoded_picture.h"
+
+#include "platform/errors.h"
+
+namespace ml::imaging {
+
+void Refuse(const char* reason) { throw platform::LibraryError(reason, ""); }
+
+void CheckPixelCount(long long width, long long height, long long limit) {
+  if (width <= 0 || height <= 0) Refuse("The picture has no pixels");
+  if (width > limit || height > limit / width) Refuse("The picture is too large");
+}
+
+}  // namespace ml::imaging

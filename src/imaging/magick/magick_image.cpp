@@ -1,0 +1,156 @@
+#include "imaging/magick/magick_image.h"
+
+#include <magick/api.h>
+
+#include <cstdint>
+#include <cstring>
+#include <mutex>
+
+#include "imaging/decoded_picture.h"
+#include "imaging/openmp_bound.h"
+#include "platform/errors.h"
+
+namespace ml::imaging {
+namespace {
+
+static_assert(QuantumDepth == 16, "samples are taken apart below");
+
+/// Of all pictures together.
+constexpr magick_int64_t kMaxMemory = magick_int64_t{2} * 1024 * 1024 * 1024;
+constexpr magick_int64_t kMaxSide = 300'000;
+
+struct Exception : ExceptionInfo {
+  Exception() { GetExceptionInfo(this); }
+  ~Exception() { DestroyExceptionInfo(this); }
+  Exception(const Exception&) = delete;
+  Exception& operator=(const Exception&) = delete;
+
+  [[noreturn]] void Throw() const {
+    throw platform::LibraryError(reason != nullptr ? reason : "The picture cannot be decoded",
+                                 description != nullptr ? description : "");
+  }
+};
+
+struct Release {
+  void operator()(Image* image) const { DestroyImageList(image); }
+  void operator()(ImageInfo* info) const { DestroyImageInfo(info); }
+};
+using ImageHandle = std::unique_ptr<Image, Release>;
+using InfoHandle = std::unique_ptr<ImageInfo, Release>;
+
+void Initialise() {
+  Exception exception;
+  if (InitializeMagickEx(nullptr, MAGICK_OPT_NO_SIGNAL_HANDER, &exception) == MagickFail) exception.Throw();
+  SetErrorHandler(nullptr);  // the usual ones print
+  SetWarningHandler(nullptr);
+  const std::pair<ResourceType, magick_int64_t> limits[] = {
+      {PixelsResource, kMaxPixelsWhole}, {WidthResource, kMaxSide}, {HeightResource, kMaxSide},
+      {MemoryResource, kMaxMemory},      {MapResource, 0},          {DiskResource, 0}};
+  for (const auto& [type, limit] : limits) SetMagickResourceLimit(type, limit);
+}
+
+void StartLibrary() {
+  static std::once_flag started;
+  std::call_once(started, Initialise);
+}
+
+/// The name forces the format, so that nothing is guessed from the content and no other program is started.
+InfoHandle MakeInfo(MagickFormat format) {
+  const char* name = format == MagickFormat::Tiff ? "TIFF" : format == MagickFormat::Gif ? "GIF" : "BMP";
+  InfoHandle info(CloneImageInfo(nullptr));
+  std::strcpy(info->magick, name);
+  std::strcat(std::strcpy(info->filename, name), ":");
+  info->subimage = 0;
+  info->subrange = 1;
+  return info;
+}
+
+void CheckSize(const Image& image) {
+  CheckPixelCount(static_cast<long long>(image.columns), static_cast<long long>(image.rows), kMaxPixelsWhole);
+}
+
+constexpr int HighByte(Quantum sample) { return sample >> 8; }
+
+/// Ink of four colours: black stands where other pictures have their transparency.
+void ConvertInks(const PixelPacket* in, std::uint8_t* out, int width) {
+  for (int x = 0; x < width; ++x, ++in, out += 3) {
+    const int light = 255 - HighByte(in->opacity);
+    out[0] = static_cast<std::uint8_t>(Multiply255(255 - HighByte(in->red), light));
+    out[1] = static_cast<std::uint8_t>(Multiply255(255 - HighByte(in->green), light));
+    out[2] = static_cast<std::uint8_t>(Multiply255(255 - HighByte(in->blue), light));
+  }
+}
+
+void ConvertColours(const PixelPacket* in, std::uint8_t* out, int width, bool transparent) {
+  for (int x = 0; x < width; ++x, ++in, out += 3) {
+    const int opacity = transparent ? 255 - HighByte(in->opacity) : 255;
+    out[0] = static_cast<std::uint8_t>(OverWhite(HighByte(in->red), opacity));
+    out[1] = static_cast<std::uint8_t>(OverWhite(HighByte(in->green), opacity));
+    out[2] = static_cast<std::uint8_t>(OverWhite(HighByte(in->blue), opacity));
+  }
+}
+
+}  // namespace
+
+struct MagickImage::State {
+  ImageHandle image;
+  bool damaged = false;
+};
+
+MagickImage::MagickImage(std::unique_ptr<State> state) : state_(std::move(state)) {}
+MagickImage::MagickImage(MagickImage&&) noexcept = default;
+MagickImage& MagickImage::operator=(MagickImage&&) noexcept = default;
+MagickImage::~MagickImage() = default;
+
+MagickImage MagickImage::Read(std::span<const std::byte> file, MagickFormat format) {
+  StartLibrary();
+  const OpenMpBound bound;
+  const auto info = MakeInfo(format);
+  {
+    Exception exception;
+    const ImageHandle header(PingBlob(info.get(), file.data(), file.size(), &exception));
+    if (header == nullptr) exception.Throw();
+    CheckSize(*header);
+  }
+  Exception exception;
+  ImageHandle image(BlobToImage(info.get(), file.data(), file.size(), &exception));
+  if (image == nullptr) exception.Throw();
+  CheckSize(*image);
+  // The fourth byte of a BMP pixel is not used, whatever it holds.
+  if (format == MagickFormat::Bmp) image->matte = MagickFalse;
+  const bool ready = image->colorspace == RGBColorspace || image->colorspace == CMYKColorspace ||
+                     image->colorspace == TransparentColorspace || IsGrayColorspace(image->colorspace);
+  if (!ready && TransformColorspace(image.get(), RGBColorspace) == MagickFail) {
+    Exception reason;
+    GetImageException(image.get(), &reason);
+    reason.Throw();
+  }
+  auto state = std::make_unique<State>();
+  state->damaged = exception.severity >= ErrorException || image->exception.severity >= ErrorException;
+  state->image = std::move(image);
+  return MagickImage(std::move(state));
+}
+
+int MagickImage::Width() const { return static_cast<int>(state_->image->columns); }
+int MagickImage::Height() const { return static_cast<int>(state_->image->rows); }
+bool MagickImage::Damaged() const { return state_->damaged; }
+
+PixelBuffer MagickImage::ToRgb() const {
+  const OpenMpBound bound;
+  const auto& image = *state_->image;
+  auto pixels = MakePixelBuffer(Width(), Height());
+  Exception exception;
+  for (int y = 0; y < pixels.height; ++y) {
+    const auto* row = AcquireImagePixels(&image, 0, y, image.columns, 1, &exception);
+    if (row == nullptr) exception.Throw();
+    auto* out = reinterpret_cast<std::uint8_t*>(pixels.Row(y));
+    if (image.colorspace == CMYKColorspace) {
+      ConvertInks(row, out, pixels.width);
+    } else {
+      ConvertColours(row, out, pixels.width, image.matte != MagickFalse);
+    }
+  }
+  return pixels;
+}
+
+}  // namespace ml::imaging

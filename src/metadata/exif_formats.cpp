@@ -1,0 +1,131 @@
+#include "metadata/exif_formats.h"
+
+#include <algorithm>
+#include <string>
+
+#include "metadata/bmp_size.h"
+#include "metadata/companion_exif.h"
+#include "metadata/exif_hooks.h"
+#include "metadata/exif_reader.h"
+#include "metadata/gif_size.h"
+#include "metadata/jp2_boxes.h"
+#include "metadata/png_chunks.h"
+#include "metadata/psd_resources.h"
+#include "metadata/xmp_scan.h"
+#include "platform/dates.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace ml::metadata {
+namespace {
+
+constexpr std::uint64_t kMrwBase = 48, kRafBase = 120;  ///< where these files have their TIFF header
+
+constexpr std::uint64_t kSmallestEos1DRaw = 1'638'401;  ///< bytes
+constexpr std::int32_t kLargestEos1DThumbnail = 289;    ///< pixels
+
+template <class Size>
+void TakeSize(ExifData& data, const Size& size) {
+  data.imageWidth = size.width;
+  data.imageHeight = size.height;
+}
+
+template <std::uint64_t Base, HeaderTest Test = HeaderTest::Magic42>
+void ReadRaw(ExifData& data, const ByteSource& file) {
+  ReadTiffFile(data, file, Base, Test);
+}
+
+void ReadTiff(ExifData& data, const ByteSource& file) {
+  ReadTiffFile(data, file, 0, HeaderTest::Magic42);
+  const auto model = platform::AsciiLower(data.model);
+  const auto holds = [&](std::string_view word) { return model.find(word) != std::string::npos; };
+  data.isEos1DRaw = holds("canon") && holds("eos") && holds("1d") && data.fileSize >= kSmallestEos1DRaw &&
+                    data.imageWidth <= kLargestEos1DThumbnail && data.imageHeight <= kLargestEos1DThumbnail;
+}
+
+/// The texts that our own writer of PNG files puts in.
+void TakePngTexts(ExifData& data, const PngInfo& png) {
+  const auto take = [&](std::string_view key, std::string& field) {
+    if (const auto* text = png.FindText(key)) field = platform::TrimRight(*text);
+  };
+  take("Description", data.comment);
+  take("Software", data.firmware);
+  take("Source", data.model);
+  std::string date;
+  take("Creation Time", date);
+  date = platform::ReplaceAll(date, "-", ":");
+  // Other programs write the date in words, which nobody who reads the field would understand.
+  if (platform::ParseDateTime(date, platform::DateForm::DotsAllowed)) data.dateTime = date;
+}
+
+void ReadPng(ExifData& data, const ByteSource& file) {
+  const auto png = ReadPngInfo(file);
+  if (!png) return;
+  TakeSize(data, *png);
+  data.hasIccProfile = png->hasIccProfile;
+  TakePngTexts(data, *png);
+}
+
+void ReadPsd(ExifData& data, const ByteSource& file) {
+  const auto psd = ReadPsdFile(file);
+  if (!psd) throw ExifException::BadHeader;
+  TakeSize(data, *psd);
+  data.hasIccProfile = FindPsdResource(psd->resources, psd_resource::kIccProfile) != nullptr;
+  const auto* iptc = FindPsdResource(psd->resources, psd_resource::kIptc);
+  if (iptc == nullptr || kExifHooks.iptcResource == nullptr) return;
+  const auto bytes = file.ReadUpTo(iptc->data.position, iptc->data.size);
+  kExifHooks.iptcResource(data, ByteView(bytes, ByteOrder::Big));
+}
+
+void ReadJp2(ExifData& data, const ByteSource& file) {
+  if (const auto jp2 = ReadJp2File(file)) {
+    TakeSize(data, *jp2);
+    data.hasIccProfile = jp2->iccProfile.size > 0;
+    const auto iptc = kExifHooks.iptcBlock == nullptr ? std::nullopt : jp2->FindUuid(file, kIptcUuid);
+    if (iptc) {
+      const auto bytes = file.ReadUpTo(iptc->position, iptc->size);
+      kExifHooks.iptcBlock(data, ByteView(bytes, ByteOrder::Big));
+    }
+  }
+  if (kExifHooks.xmp == nullptr) return;
+  if (const auto packet = FindXmpPacket(file); !packet.empty()) kExifHooks.xmp(data, ByteView(packet, ByteOrder::Big));
+}
+
+void ReadGif(ExifData& data, const ByteSource& file) {
+  if (const auto size = ReadGifSize(file)) TakeSize(data, *size);
+}
+void ReadBmp(ExifData& data, const ByteSource& file) {
+  if (const auto size = ReadBmpSize(file)) TakeSize(data, *size);
+}
+
+constexpr ExifFormat kFormats[] = {
+    {.extension = ".jpg", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
+    {.extension = ".jpe", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
+    {.extension = ".jpeg", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
+    {.extension = ".thm", .read = ReadJpegWithIptc, .isJpeg = true},
+    {.extension = ".mrw", .read = ReadRaw<kMrwBase>},
+    {.extension = ".orf", .read = ReadRaw<0, HeaderTest::ByteOrderOnly>},
+    {.extension = ".raf", .read = ReadRaw<kRafBase>},
+    {.extension = ".pef", .read = ReadRaw<0>},
+    {.extension = ".tif", .read = ReadTiff},
+    {.extension = ".tiff", .read = ReadTiff},
+    {.extension = ".nef", .read = ReadRaw<0>},
+    {.extension = ".png", .read = ReadPng},
+    {.extension = ".psd", .read = ReadPsd},
+    {.extension = ".jp2", .read = ReadJp2},
+    {.extension = ".jpf", .read = ReadJp2},
+    {.extension = ".gif", .read = ReadGif},
+    {.extension = ".bmp", .read = ReadBmp},
+    {.extension = ".crw", .read = ReadCrwWithCompanion, .mayBeCanon = true},
+    {.extension = ".avi", .read = ReadAviCompanion},
+};
+
+}  // namespace
+
+const ExifFormat* FindExifFormat(std::string_view path) {
+  const auto extension = platform::AsciiLower(platform::SplitPath(path).extension);
+  const auto* format = std::ranges::find(kFormats, extension, &ExifFormat::extension);
+  return format == std::end(kFormats) ? nullptr : format;
+}
+
+}  // namespace ml::metadata

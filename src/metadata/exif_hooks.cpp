@@ -1,0 +1,28 @@
+#include "metadata/exif_hooks.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "platform/paths.h"
+
+namespace ml::metadata {
+namespace {
+
+struct MakerRow {
+  std::string_view word;
+  MakerNoteReader read;
+};
+/// The order decides where a make holds two of the words.
+constexpr MakerRow kMakers[] = {{"canon", nullptr}, {"olympus", nullptr}, {"fuji", nullptr},
+                                {"nikon", nullptr}, {"casio", nullptr},   {"pentax", nullptr}};
+
+}  // namespace
+
+MakerNoteReader FindMakerNoteReader(std::string_view make) {
+  const auto lowered = platform::AsciiLower(make);
+  const auto* row =
+      std::ranges::find_if(kMakers, [&](const auto& maker) { return lowered.find(maker.word) != std::string::npos; });
+  return row == std::end(kMakers) ? nullptr : row->read;
+}
+
+}  // namespace ml::metadata

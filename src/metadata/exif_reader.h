@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "metadata/byte_source.h"
+#include "metadata/exif_data.h"
+
+/// The two readers of TIFF-structured shooting data, and the walk over a JPEG that finds it. They fill what they find
+/// and leave the rest of the record alone.
+namespace ml::metadata {
+
+/// The EXIF block of a JPEG: `segment` begins with the two bytes of its length. Does nothing where there is no TIFF
+/// header. Throws ExifException where the block ends too early; the record keeps what was read until then.
+void ReadExifBlock(ExifData& data, std::span<const std::byte> segment);
+
+/// What a TIFF header has to show.
+enum class HeaderTest { Magic42, ByteOrderOnly };
+/// A TIFF file, or a raw file with its TIFF header at `baseOffset`. Reads directories and the values it keeps, never
+/// pictures. A broken structure ends the reading without a sign; the record keeps what was read until then.
+void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, HeaderTest test);
+
+/// Finds the EXIF block, which is kept in the record, an XMP packet, and the mark of an ICC profile. Throws
+/// ExifException if the EXIF block is broken; what follows it in the file is then not read.
+void ReadJpegSegments(ExifData& data, const ByteSource& file);
+
+}  // namespace ml::metadata

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "metadata/exif_data.h"
+#include "metadata/exif_hooks.h"
+#include "metadata/ifd.h"
+
+namespace ml::metadata {
+
+/// How the directories of one kind of data are walked: the limits, and which values count from where.
+struct ExifWalkRules {
+  MakerNoteForm form = MakerNoteForm::Block;
+  std::uint64_t base = 0;  ///< where the TIFF header stands
+  IfdPolicy ifd0, exif;
+};
+
+/// A block in memory that holds nothing but TIFF data: no limit but its end.
+ExifWalkRules BlockRules();
+/// A file with its TIFF header at `base`.
+ExifWalkRules FileRules(std::uint64_t base);
+
+/// One walk over the first and the EXIF directory, filling a record. The tag table calls back for values and for what
+/// leads to other places. Throws ExifException where a directory is broken; the record keeps what was read until then.
+class ExifWalk {
+ public:
+  /// Does not own the source. A block is also needed as a view; a file has none.
+  ExifWalk(ExifData& data, const ByteSource& source, ByteView block, const ExifWalkRules& rules);
+
+  void WalkIfd0(std::uint32_t offset);
+
+  ExifData& Data() { return data_; }
+  std::string Text(const IfdEntry& entry) const;
+  std::optional<double> Rational(const IfdEntry& entry) const;
+  std::string Comment(const IfdEntry& entry) const;
+  /// The bytes of an entry counted in bytes or longs; empty if they are not all there.
+  std::vector<std::byte> Bytes(const IfdEntry& entry) const;
+
+  void EnterExif(const IfdEntry& pointer);
+  /// Takes the size of the picture from a sub-directory.
+  void EnterSubIfd(const IfdEntry& pointer);
+  void ReadMakerNote(const IfdEntry& entry);
+  /// Remember where the text can be overwritten in place.
+  void KeepDescriptionPlace(const IfdEntry& entry);
+  void KeepCommentPlace(const IfdEntry& entry);
+
+ private:
+  enum class Directory { Ifd0, Exif };
+
+  void Apply(const IfdEntry& entry);
+  bool InFile() const { return rules_.form == MakerNoteForm::File; }
+  std::uint64_t NumberBase() const;
+  std::uint32_t PlaceOf(const IfdEntry& entry, std::uint64_t base) const;
+
+  ExifData& data_;
+  const ByteSource& source_;
+  ByteView block_;
+  ExifWalkRules rules_;
+  IfdWalker walker_;
+  Directory directory_ = Directory::Ifd0;
+};
+
+}  // namespace ml::metadata

@@ -1,0 +1,90 @@
+#include "metadata/psd_resources.h"
+
+#include <limits>
+
+namespace ml::metadata {
+namespace {
+
+constexpr std::size_t kHeaderSize = 26;
+constexpr std::uint16_t kVersion = 1;
+constexpr std::size_t kMaxResources = 4096;
+constexpr std::string_view kSignature = "8BIM";
+
+std::uint64_t Even(std::uint64_t size) { return size + (size & 1); }
+
+/// Throws OutOfBounds at the end of the source.
+std::optional<PsdResource> ReadResource(const ByteSource& source, std::uint64_t position, std::uint64_t end) {
+  const auto head = source.Read(position, 7);  // signature, id, length of the name
+  const ByteView view(head, ByteOrder::Big);
+  if (!view.StartsWith(kSignature)) return std::nullopt;
+  const auto sizeField = position + 6 + Even(1U + view.readByte(6));
+  const std::uint64_t size = source.ReadNumber(sizeField, 4, ByteOrder::Big);
+  const PsdResource resource{view.readShort(4), position, {sizeField + 4, size}};
+  return resource.data.End() > end ? std::nullopt : std::optional(resource);
+}
+
+/// A section is a length and as many bytes. Throws OutOfBounds if it is not wholly there.
+FileRange ReadSection(const ByteSource& source, std::uint64_t position) {
+  const FileRange section{position + 4, source.ReadNumber(position, 4, ByteOrder::Big)};
+  if (section.End() > source.Size()) throw ExifException::OutOfBounds;
+  return section;
+}
+
+std::optional<PsdFile> ReadHeader(const ByteSource& source) {
+  const auto bytes = source.ReadUpTo(0, kHeaderSize);
+  const ByteView header(bytes, ByteOrder::Big);
+  if (bytes.size() < kHeaderSize || !header.StartsWith("8BPS") || header.readShort(4) != kVersion) return std::nullopt;
+  constexpr std::uint32_t most = std::numeric_limits<int>::max();
+  const auto height = header.readLong(14), width = header.readLong(18);
+  if (height > most || width > most) return std::nullopt;
+  PsdFile file;
+  file.channels = header.readShort(12);
+  file.height = static_cast<int>(height);
+  file.width = static_cast<int>(width);
+  file.depth = header.readShort(22);
+  file.mode = static_cast<PsdMode>(header.readShort(24));
+  return file;
+}
+
+}  // namespace
+
+std::vector<PsdResource> ReadPsdResources(const ByteSource& source, const FileRange& area) {
+  std::vector<PsdResource> resources;
+  auto position = area.position;
+  try {
+    while (position < area.End() && resources.size() < kMaxResources) {
+      const auto resource = ReadResource(source, position, area.End());
+      if (!resource) break;
+      resources.push_back(*resource);
+      position = resource->data.position + Even(resource->data.size);
+    }
+  } catch (ExifException) {
+    return resources;
+  }
+  return resources;
+}
+
+const PsdResource* FindPsdResource(const std::vector<PsdResource>& resources, std::uint16_t id) {
+  const auto found = std::ranges::find(resources, id, &PsdResource::id);
+  return found == resources.end() ? nullptr : &*found;
+}
+
+std::optional<PsdFile> ReadPsdFile(const ByteSource& source) {
+  auto file = ReadHeader(source);
+  if (!file) return std::nullopt;
+  try {
+    file->colourTable = ReadSection(source, kHeaderSize);
+    // Resources in front of a cut are of use, so the area may end behind the file.
+    const auto lengthField = file->colourTable.End();
+    const FileRange area{lengthField + 4, source.ReadNumber(lengthField, 4, ByteOrder::Big)};
+    file->resourceArea = CutToSource(area, source);
+    file->resources = ReadPsdResources(source, file->resourceArea);
+    const auto layers = ReadSection(source, area.End());
+    if (layers.End() < source.Size()) file->mergedImage = layers.End();
+  } catch (ExifException) {
+    return file;
+  }
+  return file;
+}
+
+}  // namespace ml::metadata

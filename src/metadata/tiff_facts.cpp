@@ -1,0 +1,107 @@
+#include "metadata/tiff_facts.h"
+
+#include "metadata/ifd.h"
+
+namespace ml::metadata {
+namespace {
+
+namespace tag {
+constexpr std::uint16_t kWidth = 256, kHeight = 257, kBitsPerSample = 258, kCompression = 259, kPhotometric = 262,
+                        kStripOffsets = 273, kSamplesPerPixel = 277, kRowsPerStrip = 278, kStripByteCounts = 279,
+                        kPlanes = 284, kTileWidth = 322, kIccProfile = 34675;
+}
+constexpr std::uint32_t kMaxList = 1'000'000;  ///< a strip for every row of the highest picture shown
+constexpr std::uint32_t kMaxProfile = std::uint32_t{8} << 20;
+
+/// Shorts or longs. Empty if they are of another type, too many or not in the file.
+std::vector<std::uint32_t> ReadList(const ByteSource& source, ByteOrder order, const IfdEntry& entry) {
+  const std::size_t width = entry.Is(IfdType::Short) ? 2 : entry.Is(IfdType::Long) ? 4 : 0;
+  if (width == 0 || entry.count == 0 || entry.count > kMaxList) return {};
+  if (entry.count == 1) return {entry.value};
+  if (width == 2 && entry.count == 2) {  // both stand in the value field, the first one first
+    const auto first = order == ByteOrder::Big ? entry.rawValue >> 16 : entry.rawValue & 0xffff;
+    return {first, order == ByteOrder::Big ? entry.rawValue & 0xffff : entry.rawValue >> 16};
+  }
+  try {
+    const auto bytes = source.Read(entry.value, entry.count * width);
+    const ByteView view(bytes, order);
+    std::vector<std::uint32_t> values;
+    values.reserve(entry.count);
+    for (std::size_t i = 0; i < entry.count; ++i) {
+      values.push_back(width == 2 ? view.readShort(i * 2) : view.readLong(i * 4));
+    }
+    return values;
+  } catch (ExifException) {
+    return {};
+  }
+}
+
+struct Lists {
+  std::optional<IfdEntry> bitsPerSample, stripOffsets, stripByteCounts;
+};
+
+void Take(const IfdEntry& entry, TiffFacts& facts, Lists& lists) {
+  struct Single {
+    std::uint16_t tag;
+    std::uint32_t TiffFacts::*field;
+  };
+  static constexpr Single singles[] = {
+      {tag::kWidth, &TiffFacts::width},
+      {tag::kHeight, &TiffFacts::height},
+      {tag::kCompression, &TiffFacts::compression},
+      {tag::kPhotometric, &TiffFacts::photometric},
+      {tag::kSamplesPerPixel, &TiffFacts::samplesPerPixel},
+      {tag::kRowsPerStrip, &TiffFacts::rowsPerStrip},
+      {tag::kPlanes, &TiffFacts::planes},
+  };
+  for (const auto& single : singles) {
+    if (single.tag == entry.tag) facts.*single.field = entry.value;
+  }
+  if (entry.tag == tag::kBitsPerSample) lists.bitsPerSample = entry;
+  if (entry.tag == tag::kStripOffsets) lists.stripOffsets = entry;
+  if (entry.tag == tag::kStripByteCounts) lists.stripByteCounts = entry;
+  if (entry.tag == tag::kTileWidth) facts.tiled = true;
+}
+
+}  // namespace
+
+std::optional<TiffFacts> ReadTiffFacts(const ByteSource& source) {
+  const auto header = ReadTiffHeader(source, 0);
+  if (!header || !header->IsTiff()) return std::nullopt;
+  TiffFacts facts{.order = header->order, .bitsPerSample = {}, .stripOffsets = {}, .stripByteCounts = {}};
+  Lists lists;
+  try {
+    IfdWalker walker(source, header->order, {.followNext = false, .visitCutDirectory = false});
+    walker.Walk(header->firstDirectory, [&](const IfdEntry& entry) {
+      Take(entry, facts, lists);
+      return Visit::Continue;
+    });
+  } catch (ExifException) {
+    return std::nullopt;
+  }
+  facts.bitsPerSample.assign(1, 1);
+  if (lists.bitsPerSample) facts.bitsPerSample = ReadList(source, header->order, *lists.bitsPerSample);
+  if (lists.stripOffsets) facts.stripOffsets = ReadList(source, header->order, *lists.stripOffsets);
+  if (lists.stripByteCounts) facts.stripByteCounts = ReadList(source, header->order, *lists.stripByteCounts);
+  return facts;
+}
+
+std::optional<std::vector<std::byte>> ReadTiffIccProfile(const ByteSource& source) {
+  const auto header = ReadTiffHeader(source, 0);
+  if (!header || !header->IsTiff()) return std::nullopt;
+  try {
+    std::optional<IfdEntry> profile;
+    IfdWalker walker(source, header->order, {.followNext = false});
+    walker.Walk(header->firstDirectory, [&](const IfdEntry& entry) {
+      if (entry.tag != tag::kIccProfile) return Visit::Continue;
+      profile = entry;
+      return Visit::Stop;
+    });
+    if (!profile || profile->count <= 4 || profile->count > kMaxProfile) return std::nullopt;
+    return source.Read(profile->value, profile->count);
+  } catch (ExifException) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace ml::metadata

@@ -1,0 +1,103 @@
+#include "metadata/tiff_jpegs.h"
+
+#include <utility>
+
+namespace ml::metadata {
+namespace {
+
+constexpr std::uint16_t kCompression = 259, kStripOffsets = 273, kStripByteCounts = 279, kSubDirectories = 330,
+                        kJpegOffset = 513, kJpegLength = 514, kExif = 34665;
+constexpr std::uint32_t kOldJpeg = 6, kJpeg = 7;  ///< values of the compression tag
+constexpr std::uint32_t kMaxSubDirectories = 16;
+
+template <class Step>
+void Tolerate(Step&& step) {
+  try {
+    step();
+  } catch (ExifException) {
+    return;
+  }
+}
+
+}  // namespace
+
+void TiffJpegs::TakeDirectory(std::uint32_t offset) {
+  Directory found;
+  Tolerate([&] {
+    walker_.Walk(offset, [&](const IfdEntry& entry) {
+      Note(entry, found);
+      return Visit::Continue;
+    });
+  });
+  if (found.jpegOffset != 0) Offer(base_ + found.jpegOffset, found.jpegLength);
+  const bool jpeg = found.compression == kOldJpeg || found.compression == kJpeg;
+  if (jpeg && found.stripOffset != 0) Offer(base_ + found.stripOffset, found.stripLength);
+  if (found.subDirectories.count != 0) subDirectories_.push_back(found.subDirectories);
+  if (found.exif != 0) exif_ = found.exif;
+}
+
+void TiffJpegs::TakeChain(std::uint32_t offset) {
+  for (std::size_t i = 0; i < IfdWalker::kMaxDirectories && offset != 0; ++i) {
+    TakeDirectory(offset);
+    offset = Successor(offset);
+  }
+}
+
+void TiffJpegs::TakeSubDirectories() {
+  for (const auto& entry : std::exchange(subDirectories_, {})) {
+    for (std::uint32_t i = 0; i < std::min(entry.count, kMaxSubDirectories); ++i) {
+      Tolerate([&] {
+        const bool single = entry.count == 1;
+        TakeDirectory(single ? entry.value : source_.ReadNumber(base_ + entry.value + 4ULL * i, 4, order_));
+      });
+    }
+  }
+}
+
+void TiffJpegs::Offer(std::uint64_t position, std::uint64_t length) {
+  const auto range = CutToSource({position, length}, source_);
+  if (longest_ && range.size <= longest_->size) return;
+  const auto start = source_.ReadUpTo(range.position, 3);
+  if (range.size > 3 && ByteView(start, ByteOrder::Big).StartsWith("\xff\xd8\xff")) longest_ = range;
+}
+
+void TiffJpegs::Note(const IfdEntry& entry, Directory& found) {
+  const bool single = entry.count == 1;  // several strips would be several streams
+  switch (entry.tag) {
+    case kCompression:
+      found.compression = entry.value;
+      return;
+    case kJpegOffset:
+      found.jpegOffset = entry.value;
+      return;
+    case kJpegLength:
+      found.jpegLength = entry.value;
+      return;
+    case kStripOffsets:
+      found.stripOffset = single ? entry.value : 0;
+      return;
+    case kStripByteCounts:
+      found.stripLength = single ? entry.value : 0;
+      return;
+    case kSubDirectories:
+      found.subDirectories = entry;
+      return;
+    case kExif:
+      found.exif = entry.value;
+      return;
+    default:
+      return;
+  }
+}
+
+/// The link behind the last entry; 0 where it is missing.
+std::uint32_t TiffJpegs::Successor(std::uint32_t offset) const {
+  std::uint32_t next = 0;
+  Tolerate([&] {
+    const std::uint64_t count = source_.ReadNumber(base_ + offset, 2, order_);
+    next = source_.ReadNumber(base_ + offset + 2 + count * kIfdEntrySize, 4, order_);
+  });
+  return next;
+}
+
+}  // namespace ml::metadata

@@ -1,0 +1,141 @@
+#include "metadata/tiff_raw.h"
+
+#include <string_view>
+
+#include "metadata/ifd.h"
+#include "metadata/tiff_jpegs.h"
+
+namespace ml::metadata {
+namespace {
+
+constexpr std::uint16_t kOrientation = 274, kMakerNote = 37500;
+constexpr std::uint32_t kShortestNote = 5;  ///< anything shorter stands in the entry
+
+/// Of the maker notes of Minolta and of those that are built alike; listed by the documentation of ExifTool, page
+/// "Olympus Tags": start and length of the preview in the note itself, or in its directory of camera settings.
+constexpr std::uint16_t kNotePreviewStart = 0x88, kNotePreviewLength = 0x89, kCameraSettings = 0x2020,
+                        kSettingsPreviewStart = 0x101, kSettingsPreviewLength = 0x102;
+
+/// How a maker note begins, where its directory follows, and whether its offsets count from its own start
+/// rather than from the TIFF header.
+struct NoteForm {
+  std::string_view start;
+  std::uint32_t directory;
+  bool ownBase;
+};
+constexpr NoteForm kNoteForms[] = {{"OLYMPUS", 12, true}, {"OLYMP", 8, false}, {"", 0, false}};
+
+struct TiffPlace {
+  std::uint64_t base = 0;
+  ByteOrder order = ByteOrder::Little;
+};
+
+/// Offers the stream which two entries of a directory name; gives the offset of the camera settings, 0 without them.
+std::uint32_t OfferFromNote(IfdWalker& walker, std::uint32_t directory, std::uint16_t startTag, std::uint16_t lengthTag,
+                            std::uint64_t base, TiffJpegs& jpegs) {
+  std::uint32_t start = 0, length = 0, settings = 0;
+  walker.Walk(directory, [&](const IfdEntry& entry) {
+    if (entry.tag == startTag) start = entry.value;
+    if (entry.tag == lengthTag) length = entry.value;
+    if (entry.tag == kCameraSettings) settings = entry.value;
+    return Visit::Continue;
+  });
+  if (start != 0) jpegs.Offer(base + start, length);
+  return settings;
+}
+
+void TakeNote(const ByteSource& source, const TiffPlace& tiff, std::uint32_t offset, TiffJpegs& jpegs) {
+  const auto position = tiff.base + offset;
+  const auto start = source.ReadUpTo(position, 12);
+  const ByteView head(start, ByteOrder::Big);
+  const auto* form = kNoteForms;
+  while (!head.StartsWith(form->start)) ++form;  // the last one fits everything
+  const auto ownOrder = head.StartsWith("MM", 8) ? ByteOrder::Big : ByteOrder::Little;
+  const auto base = form->ownBase ? position : tiff.base;
+  const auto directory = (form->ownBase ? 0 : offset) + form->directory;
+  IfdWalker walker(source, form->ownBase ? ownOrder : tiff.order, {.base = base, .followNext = false});
+  const auto settings = OfferFromNote(walker, directory, kNotePreviewStart, kNotePreviewLength, base, jpegs);
+  OfferFromNote(walker, settings, kSettingsPreviewStart, kSettingsPreviewLength, base, jpegs);
+}
+
+/// A broken note or EXIF directory offers nothing.
+void TakeMakerNote(const ByteSource& source, const TiffPlace& tiff, TiffJpegs& jpegs) {
+  try {
+    std::uint32_t note = 0;
+    IfdWalker walker(source, tiff.order, {.base = tiff.base, .followNext = false});
+    walker.Walk(jpegs.ExifDirectory(), [&](const IfdEntry& entry) {
+      if (entry.tag == kMakerNote && entry.count >= kShortestNote) note = entry.value;
+      return Visit::Continue;
+    });
+    if (note != 0) TakeNote(source, tiff, note, jpegs);
+  } catch (ExifException) {
+    return;
+  }
+}
+
+enum class Look { Chain, ChainAndNote };
+
+std::optional<FileRange> LongestJpeg(const ByteSource& source, std::uint64_t base, TiffMagic magic, Look look) {
+  const auto header = ReadTiffHeader(source, base);
+  if (!header || (magic == TiffMagic::Required && !header->IsTiff())) return std::nullopt;
+  TiffJpegs jpegs(source, base, header->order);
+  jpegs.TakeChain(header->firstDirectory);
+  jpegs.TakeSubDirectories();
+  if (look == Look::ChainAndNote) TakeMakerNote(source, {base, header->order}, jpegs);
+  return jpegs.Longest();
+}
+
+}  // namespace
+
+std::optional<FileRange> FindNefPreview(const ByteSource& source) {
+  const auto header = ReadTiffHeader(source, 0);
+  if (!header || !header->IsTiff()) return std::nullopt;
+  TiffJpegs jpegs(source, 0, header->order);
+  jpegs.TakeDirectory(header->firstDirectory);
+  jpegs.ForgetStreams();
+  jpegs.TakeSubDirectories();
+  return jpegs.Longest();
+}
+
+std::optional<FileRange> FindOrfPreview(const ByteSource& source) {
+  return LongestJpeg(source, 0, TiffMagic::Any, Look::ChainAndNote);
+}
+
+std::optional<FileRange> FindPefPreview(const ByteSource& source) {
+  return LongestJpeg(source, 0, TiffMagic::Required, Look::Chain);
+}
+
+std::optional<FileRange> FindMrwPreview(const ByteSource& source) {
+  return LongestJpeg(source, kMrwTiffBase, TiffMagic::Required, Look::ChainAndNote);
+}
+
+std::optional<FileRange> FindRafPreview(const ByteSource& source) {
+  // The header as libopenraw's page on the format describes it; all numbers are big-endian.
+  constexpr std::string_view signature = "FUJIFILMCCD-RAW ";
+  constexpr std::size_t jpegOffset = 84, jpegLength = 88, size = 92;
+  const auto bytes = source.ReadUpTo(0, size);
+  const ByteView header(bytes, ByteOrder::Big);
+  if (bytes.size() < size || !header.StartsWith(signature)) return std::nullopt;
+  TiffJpegs jpegs(source, 0, ByteOrder::Big);
+  jpegs.Offer(header.readLong(jpegOffset), header.readLong(jpegLength));
+  return jpegs.Longest();
+}
+
+std::optional<std::uint32_t> ReadTiffOrientation(const ByteSource& source, std::uint64_t base, TiffMagic magic) {
+  const auto header = ReadTiffHeader(source, base);
+  if (!header || (magic == TiffMagic::Required && !header->IsTiff())) return std::nullopt;
+  std::optional<std::uint32_t> orientation;
+  try {
+    IfdWalker walker(source, header->order, {.base = base, .followNext = false});
+    walker.Walk(header->firstDirectory, [&](const IfdEntry& entry) {
+      if (entry.tag != kOrientation) return Visit::Continue;
+      orientation = entry.value;
+      return Visit::Stop;
+    });
+  } catch (ExifException) {
+    return orientation;
+  }
+  return orientation;
+}
+
+}  // namespace ml::metadata
