@@ -20,3 +20,14 @@ void Refusable(Read&& read) {
     return;
   }
 }
+
+/// For decoders, which refuse with the reason of a library. Gives what a target returns.
+template <class Decode>
+int EndsCleanly(Decode&& decode) {
+  try {
+    decode();
+  } catch (const ml::platform::LibraryError&) {
+    return 0;
+  }
+  return 0;
+}

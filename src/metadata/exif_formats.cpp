@@ -19,8 +19,6 @@
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint64_t kMrwBase = 48, kRafBase = 120;  ///< where these files have their TIFF header
-
 constexpr std::uint64_t kSmallestEos1DRaw = 1'638'401;  ///< bytes
 constexpr std::int32_t kLargestEos1DThumbnail = 289;    ///< pixels
 
@@ -30,13 +28,13 @@ void TakeSize(ExifData& data, const Size& size) {
   data.imageHeight = size.height;
 }
 
-template <std::uint64_t Base, HeaderTest Test = HeaderTest::Magic42>
+template <std::uint64_t Base, TiffMagic Magic = TiffMagic::Required>
 void ReadRaw(ExifData& data, const ByteSource& file) {
-  ReadTiffFile(data, file, Base, Test);
+  ReadTiffFile(data, file, Base, Magic);
 }
 
 void ReadTiff(ExifData& data, const ByteSource& file) {
-  ReadTiffFile(data, file, 0, HeaderTest::Magic42);
+  ReadTiffFile(data, file, 0, TiffMagic::Required);
   const auto model = platform::AsciiLower(data.model);
   const auto holds = [&](std::string_view word) { return model.find(word) != std::string::npos; };
   data.isEos1DRaw = holds("canon") && holds("eos") && holds("1d") && data.fileSize >= kSmallestEos1DRaw &&
@@ -103,9 +101,9 @@ constexpr ExifFormat kFormats[] = {
     {.extension = ".jpe", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
     {.extension = ".jpeg", .read = ReadJpegWithIptc, .isJpeg = true, .mayBeCanon = true},
     {.extension = ".thm", .read = ReadJpegWithIptc, .isJpeg = true},
-    {.extension = ".mrw", .read = ReadRaw<kMrwBase>},
-    {.extension = ".orf", .read = ReadRaw<0, HeaderTest::ByteOrderOnly>},
-    {.extension = ".raf", .read = ReadRaw<kRafBase>},
+    {.extension = ".mrw", .read = ReadRaw<kMrwTiffBase>},
+    {.extension = ".orf", .read = ReadRaw<0, TiffMagic::Any>},
+    {.extension = ".raf", .read = ReadRaw<kRafTiffBase>},
     {.extension = ".pef", .read = ReadRaw<0>},
     {.extension = ".tif", .read = ReadTiff},
     {.extension = ".tiff", .read = ReadTiff},

@@ -44,9 +44,9 @@ void ReadExifBlock(ExifData& data, std::span<const std::byte> segment) {
   ExifWalk(data, source, ByteView(bytes, header->order), BlockRules()).WalkIfd0(header->firstDirectory);
 }
 
-void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, HeaderTest test) {
+void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, TiffMagic magic) {
   const auto header = ReadTiffHeader(file, baseOffset);
-  if (!header || (test == HeaderTest::Magic42 && !header->IsTiff())) return;
+  if (!header || (magic == TiffMagic::Required && !header->IsTiff())) return;
   data.littleEndian = header->order == ByteOrder::Little;
   try {
     ExifWalk(data, file, ByteView(), FileRules(baseOffset)).WalkIfd0(header->firstDirectory);

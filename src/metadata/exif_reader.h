@@ -6,6 +6,7 @@
 
 #include "metadata/byte_source.h"
 #include "metadata/exif_data.h"
+#include "metadata/tiff_raw.h"
 
 /// The two readers of TIFF-structured shooting data, and the walk over a JPEG that finds it. They fill what they find
 /// and leave the rest of the record alone.
@@ -15,11 +16,9 @@ namespace ml::metadata {
 /// header. Throws ExifException where the block ends too early; the record keeps what was read until then.
 void ReadExifBlock(ExifData& data, std::span<const std::byte> segment);
 
-/// What a TIFF header has to show.
-enum class HeaderTest { Magic42, ByteOrderOnly };
 /// A TIFF file, or a raw file with its TIFF header at `baseOffset`. Reads directories and the values it keeps, never
 /// pictures. A broken structure ends the reading without a sign; the record keeps what was read until then.
-void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, HeaderTest test);
+void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, TiffMagic magic);
 
 /// Finds the EXIF block, which is kept in the record, an XMP packet, and the mark of an ICC profile. Throws
 /// ExifException if the EXIF block is broken; what follows it in the file is then not read.

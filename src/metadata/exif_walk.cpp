@@ -61,15 +61,28 @@ void ExifWalk::EnterExif(const IfdEntry& pointer) {
 }
 
 void ExifWalk::EnterSubIfd(const IfdEntry& pointer) {
-  // Of two sub-directories the first counts; the entry then leads to their offsets.
-  const bool list = pointer.count == 2 && pointer.Is(IfdType::Long);
-  const auto offset = list ? source_.ReadNumber(rules_.base + pointer.value, 4, walker_.Order()) : pointer.value;
-  if (source_.ReadNumber(rules_.base + offset, 2, walker_.Order()) >= kTooManySubIfdEntries) return;
-  walker_.Walk(offset, rules_.exif, [this](const IfdEntry& entry) {
+  const auto longAt = [&](std::uint64_t offset) {
+    return source_.ReadNumber(rules_.base + pointer.value + offset, 4, walker_.Order());
+  };
+  const bool isPair = pointer.count == 2 && pointer.Is(IfdType::Long);
+  if (!isPair) {
+    TakeSizeOfSubIfd(pointer.value);
+  } else if (!TakeSizeOfSubIfd(longAt(0))) {
+    TakeSizeOfSubIfd(longAt(4));  // the first of some cameras describes a preview without naming its size
+  }
+}
+
+/// False if there is no size.
+bool ExifWalk::TakeSizeOfSubIfd(std::uint32_t offset) {
+  if (source_.ReadNumber(rules_.base + offset, 2, walker_.Order()) >= kTooManySubIfdEntries) return false;
+  bool found = false;
+  walker_.Walk(offset, rules_.exif, [&](const IfdEntry& entry) {
     if (entry.tag == kImageWidth) data_.imageWidth = static_cast<std::int32_t>(entry.value);
     if (entry.tag == kImageLength) data_.imageHeight = static_cast<std::int32_t>(entry.value);
+    found |= entry.tag == kImageWidth || entry.tag == kImageLength;
     return Visit::Continue;
   });
+  return found;
 }
 
 void ExifWalk::Apply(const IfdEntry& entry) {

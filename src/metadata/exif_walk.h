@@ -51,6 +51,7 @@ class ExifWalk {
   enum class Directory { Ifd0, Exif };
 
   void Apply(const IfdEntry& entry);
+  bool TakeSizeOfSubIfd(std::uint32_t offset);
   bool InFile() const { return rules_.form == MakerNoteForm::File; }
   std::uint64_t NumberBase() const;
   std::uint32_t PlaceOf(const IfdEntry& entry, std::uint64_t base) const;

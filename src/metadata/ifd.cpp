@@ -39,17 +39,17 @@ Visit IfdWalker::WalkOne(std::uint64_t position, const IfdPolicy& policy, const 
                          std::uint32_t& next) {
   const auto count = source_.ReadNumber(position, 2, order_);
   if (count > policy.maxEntries) throw ExifException::LimitExceeded;
-  std::vector<std::byte> bytes(count * kIfdEntrySize);
-  const auto present = source_.ReadSome(position + 2, bytes);
-  if (present < bytes.size() && !policy.visitCutDirectory) throw ExifException::OutOfBounds;
-  const ByteView directory(std::span<const std::byte>(bytes).first(present), order_);
+  const std::size_t size = count * kIfdEntrySize;
+  const auto bytes = source_.ReadUpTo(position + 2, size);
+  if (bytes.size() < size && !policy.visitCutDirectory) throw ExifException::OutOfBounds;
+  const ByteView directory(bytes, order_);
   for (std::size_t i = 0; i < count; ++i) {
     if (visitor(ReadIfdEntry(directory, i)) == Visit::Stop) return Visit::Stop;
   }
   if (policy.followNext) {
     std::array<std::byte, 4> link{};
     // Some writers leave the link out behind the last directory of the file.
-    const auto end = position + 2 + bytes.size();
+    const auto end = position + 2 + size;
     if (source_.ReadSome(end, link) == link.size()) next = ByteView(link, order_).readLong(0);
   }
   return Visit::Continue;

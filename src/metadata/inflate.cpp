@@ -46,7 +46,7 @@ std::optional<std::vector<std::byte>> Inflate(std::span<const std::byte> stream,
   Stream zlib(stream);
   if (!zlib.Ready()) return std::nullopt;
   std::vector<std::byte> content;
-  std::array<std::byte, 16384> block;
+  std::array<std::byte, 16384> block{};
   while (true) {
     std::size_t count = 0;
     const int result = zlib.Next(block, count);

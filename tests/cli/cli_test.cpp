@@ -134,6 +134,47 @@ TEST_F(Cli, ThumbAndPreviewWritePictures) {
   EXPECT_FALSE(std::filesystem::exists(dir / "dry"));
 }
 
+TEST_F(Cli, InfoTellsTheFieldsWithContent) {
+  const auto photo = dir.Write("a.jpg", MakePhoto({.width = 64, .height = 48, .orientation = 6, .make = "M\xE4ker"}));
+  const auto info = Json({"info", photo, dir / "gone.jpg"}, 1);
+  ASSERT_EQ(info.size(), 2U);
+  EXPECT_EQ(info[0]["path"], photo);
+  EXPECT_EQ(info[0]["make"], "M\u00E4ker");
+  EXPECT_EQ(info[0]["dateTime"], "2003:05:17 10:11:12");
+  EXPECT_EQ(info[0]["shootingTime"], 1'053'159'072);
+  EXPECT_EQ(info[0]["imageWidth"], 64);
+  EXPECT_EQ(info[0]["exifInvalid"], false);
+  EXPECT_EQ(info[0]["iptc"], json::array());
+  for (const char* absent : {"comment", "isoShort", "focalLength", "hasIccProfile", "exifBlock", "userCommentPtr"}) {
+    EXPECT_FALSE(info[0].contains(absent)) << absent;
+  }
+  EXPECT_EQ(info[1]["path"], dir / "gone.jpg");
+  EXPECT_EQ(info[1]["exifInvalid"], false);
+  EXPECT_TRUE(info[1].contains("message"));
+  EXPECT_EQ(Json({"info", photo, "--setting", "UseJpegExifOrientation=1"})[0]["imageWidth"], 48);
+  EXPECT_NE(run({"info", photo}).output.find("  imageWidth: 64\n"), std::string::npos);
+}
+
+TEST_F(Cli, TextHasThreeForms) {
+  const auto photo = dir.Write("a.jpg", MakePhoto({.width = 64, .height = 48}));
+  const auto text = [&](const std::string& form) {
+    return Json({"text", photo, "--as", form})[0]["text"].get<std::string>();
+  };
+  EXPECT_TRUE(text("properties").starts_with("File: " + photo + "\nFile size: "));
+  EXPECT_TRUE(text("summary").starts_with("2003:05:17 10:11:12\nFile size: "));
+  EXPECT_EQ(text("short"), text("summary"));
+  EXPECT_EQ(run({"text", photo}).output, text("properties") + "\n");
+  EXPECT_EQ(run({"text", photo, "--as", "long"}).exitCode, 2);
+}
+
+TEST_F(Cli, ListSortsByTheTimeOfTheShot) {
+  dir.Write("a.jpg", MakePhoto({.width = 16, .height = 16, .dateTime = "2003:05:17 10:11:13"}));
+  dir.Write("b.jpg", MakePhoto({.width = 16, .height = 16, .dateTime = "2003:05:17 10:11:12"}));
+  dir.Write("c.jpg", "no date but the file's");
+  EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "timestamp"})),
+            (std::vector<std::string>{"b.jpg", "a.jpg", "c.jpg"}));
+}
+
 TEST_F(Cli, SettingsAreShownOverriddenAndKept) {
   const auto all = Json({"settings"});
   EXPECT_EQ(all.size(), 338U);

@@ -7,7 +7,7 @@
 #include "platform/errors.h"
 #include "support/picture_tiff.h"
 #include "support/temp_dir.h"
-#include "support/truncation.h"
+#include "support/truncation_sweep.h"
 
 namespace ml::imaging {
 namespace {

@@ -6,7 +6,7 @@
 #include "metadata/crw_file.h"
 #include "platform/errors.h"
 #include "support/ciff_builder.h"
-#include "support/truncation.h"
+#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {
@@ -14,7 +14,7 @@ namespace {
 using test::CiffBuilder;
 using test::Endian;
 
-constexpr int kProperties = 0x300a, kSettings = 0x300b;
+constexpr int kProperties = 0x300a;
 const test::CameraRaw kCamera{.width = 64, .height = 48, .previewWidth = 32, .previewHeight = 24, .orientation = 6};
 
 std::string FileWith(const CiffBuilder& properties) {

@@ -4,7 +4,7 @@
 
 #include "memory.h"
 #include "support/byte_string.h"
-#include "support/truncation.h"
+#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {

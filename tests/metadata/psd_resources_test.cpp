@@ -5,7 +5,7 @@
 #include "memory.h"
 #include "support/metadata_blocks.h"
 #include "support/psd_builder.h"
-#include "support/truncation.h"
+#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {

@@ -5,7 +5,7 @@
 #include "memory.h"
 #include "support/camera_raw.h"
 #include "support/jpeg_builder.h"
-#include "support/truncation.h"
+#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {

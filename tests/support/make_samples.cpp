@@ -6,10 +6,12 @@
 #include <string>
 
 #include "platform/dates.h"
+#include "support/demo_files.h"
 #include "support/sample_photo.h"
 
 /// Fills a directory with made-up photographs, for trying the program where there are no real ones:
 ///   marrowlantern-samples DIRECTORY [COUNT [WIDTH HEIGHT]]
+/// Without a COUNT a few files of every other kind stand among the JPEG files.
 namespace ml::test {
 namespace {
 
@@ -19,8 +21,13 @@ void Write(const std::filesystem::path& path, const std::string& content) {
   if (!out.flush()) throw std::runtime_error("cannot write " + path.string());
 }
 
-/// A day's pictures, one every seven minutes. Every fifth is a portrait that its tag alone turns, every sixth
-/// has no embedded thumbnail.
+/// A day's pictures, one every seven minutes.
+std::string DateOf(int number) {
+  const auto morning = platform::ParseDateTime("2003:10:04 08:00:00");
+  return platform::ExifDateText(*platform::ToTime(*morning) + number * 7L * 60L);
+}
+
+/// Every fifth is a portrait that its tag alone turns, every sixth has no embedded thumbnail.
 SamplePhoto PhotoOfTheDay(int number, int width, int height) {
   SamplePhoto photo;
   photo.width = width;
@@ -28,12 +35,13 @@ SamplePhoto PhotoOfTheDay(int number, int width, int height) {
   photo.seed = static_cast<unsigned>(number);
   photo.orientation = number % 5 == 0 ? 6 : 1;
   photo.thumbnail = number % 6 != 0;
-  const auto morning = platform::ParseDateTime("2003:10:04 08:00:00");
-  photo.dateTime = platform::ExifDateText(*platform::ToTime(*morning) + number * 7L * 60L);
+  photo.dateTime = DateOf(number);
   return photo;
 }
 
-void MakeDirectory(const std::filesystem::path& directory, int count, int width, int height) {
+enum class Kinds { JpegOnly, All };
+
+void MakeDirectory(const std::filesystem::path& directory, int count, int width, int height, Kinds kinds) {
   // Made beside its place and renamed, so that a directory that is there is a whole one.
   const auto unfinished = directory.string() + ".part";
   std::filesystem::remove_all(unfinished);
@@ -43,6 +51,11 @@ void MakeDirectory(const std::filesystem::path& directory, int count, int width,
     name = "IMG_" + std::string(4 - std::min<std::size_t>(4, name.size()), '0') + name;
     Write(std::filesystem::path(unfinished) / (name + ".JPG"), MakePhoto(PhotoOfTheDay(number, width, height)));
     if (number % 9 == 0) Write(std::filesystem::path(unfinished) / (name + ".wav"), "RIFF");
+  }
+  if (kinds == Kinds::All) {
+    for (const auto& [name, content] : OtherKinds(count + 1, DateOf)) {
+      Write(std::filesystem::path(unfinished) / name, content);
+    }
   }
   std::filesystem::rename(unfinished, directory);
 }
@@ -59,7 +72,7 @@ int main(int argc, char** argv) {
     const int count = argc > 2 ? std::stoi(argv[2]) : 24;
     const int width = argc > 3 ? std::stoi(argv[3]) : 1536;
     const int height = argc > 3 ? std::stoi(argv[4]) : 1024;
-    ml::test::MakeDirectory(argv[1], count, width, height);
+    ml::test::MakeDirectory(argv[1], count, width, height, argc > 2 ? ml::test::Kinds::JpegOnly : ml::test::Kinds::All);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "marrowlantern-samples: %s\n", error.what());
     return 1;

@@ -2,22 +2,13 @@
 
 #include <algorithm>
 
+#include "imaging/jp2/code_stream.h"
 #include "imaging/jp2/jp2_colours.h"
 #include "imaging/jp2/jp2_reader.h"
+#include "metadata/jp2_boxes.h"
 
 namespace ml::imaging {
 namespace {
-
-constexpr std::uint32_t kCodeStreamStart = 0xff4fff51;
-
-Jp2Reader::Content ContentOf(const metadata::ByteSource& source) {
-  try {
-    const bool bare = source.ReadNumber(0, 4, metadata::ByteOrder::Big) == kCodeStreamStart;
-    return bare ? Jp2Reader::Content::CodeStream : Jp2Reader::Content::BoxedFile;
-  } catch (metadata::ExifException) {
-    Refuse("The file ends too early");
-  }
-}
 
 int Halved(int side, int halvings) { return static_cast<int>((side + (1LL << halvings) - 1) >> halvings); }
 
@@ -34,11 +25,22 @@ int ChooseHalvings(PictureSize full, PictureSize wanted, int most) {
 }  // namespace
 
 DecodedPicture DecodeJp2(const metadata::ByteSource& source, const WantedSize& wanted, const Jp2Options& options) {
-  const auto content = options.codeStream ? Jp2Reader::Content::CodeStream : ContentOf(source);
-  Jp2Reader reader(source, options.codeStream.value_or(0), content, options.threads);
+  const auto file = metadata::ReadJp2File(source);
+  if (!file && !options.codeStream) Refuse("Not a JPEG 2000 file");
+  const auto codeStream =
+      options.codeStream ? metadata::FileRange{*options.codeStream, source.Size()} : file->codeStream;
+  if (codeStream.size == 0) Refuse("The file has no code stream");
+  // A file that is a bare code stream has no boxes before it.
+  const bool bare = options.codeStream || codeStream.position == 0;
+  const auto gap = FindGap(source, codeStream);
+  const MendedSource mended(source, gap.value_or(CodeStreamGap{}));
+
+  Jp2Reader reader(gap ? mended : source, bare ? codeStream.position : 0,
+                   bare ? Jp2Reader::Content::CodeStream : Jp2Reader::Content::BoxedFile, options.threads);
   const auto full = reader.FullSize();
   reader.Decode(wanted ? ChooseHalvings(full, wanted(full.width, full.height), reader.MaxHalvings()) : 0);
-  return {CombineComponents(reader.Components(), reader.Colours()), full.width, full.height, reader.Damaged()};
+  return {CombineComponents(reader.Components(), reader.Colours()), full.width, full.height,
+          gap.has_value() || reader.Damaged()};
 }
 
 }  // namespace ml::imaging

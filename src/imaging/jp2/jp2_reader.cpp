@@ -13,6 +13,7 @@ namespace ml::imaging {
 namespace {
 
 constexpr OPJ_UINT32 kMaxBits = 31;
+constexpr int kMaxThreads = 16;
 
 // The library's codec and stream are of one type.
 struct CodecRelease {
@@ -104,9 +105,7 @@ struct Jp2Reader::State {
     opj_dparameters_t parameters;
     opj_set_default_decoder_parameters(&parameters);
     if (opj_setup_decoder(codec.get(), &parameters) == OPJ_FALSE) Fail();
-    // What there is of a file that was cut off is shown.
-    opj_decoder_set_strict_mode(codec.get(), OPJ_FALSE);
-    opj_codec_set_threads(codec.get(), std::clamp(threads, 1, 16));
+    if (threads > 1) opj_codec_set_threads(codec.get(), std::min(threads, kMaxThreads));
   }
 
   /// The library asserts part of this while it decodes.

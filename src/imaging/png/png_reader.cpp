@@ -13,6 +13,8 @@ namespace {
 constexpr png_uint_32 kMaxSide = 30'000;
 constexpr png_alloc_size_t kMaxChunkMemory = png_alloc_size_t{8} * 1024 * 1024;
 constexpr png_uint_32 kMaxCachedChunks = 256;
+/// How much of the compressed data is fetched at once. Of a truncated file no more than this is lost.
+constexpr std::size_t kDataPiece = 256;
 
 }  // namespace
 
@@ -69,6 +71,7 @@ bool CallReadInfo(State& state) {
   png_set_user_limits(state.png, kMaxSide, kMaxSide);
   png_set_chunk_malloc_max(state.png, kMaxChunkMemory);
   png_set_chunk_cache_max(state.png, kMaxCachedChunks);
+  png_set_compression_buffer_size(state.png, kDataPiece);
   // Texts, profiles and gamma are nothing to the pixels: transparency is then blended as the samples stand.
   png_set_keep_unknown_chunks(state.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
   png_read_info(state.png, state.info);

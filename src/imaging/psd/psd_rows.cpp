@@ -39,8 +39,7 @@ PsdRows::PsdRows(const metadata::ByteSource& source, const PsdLayout& layout)
   const auto rows = static_cast<std::size_t>(layout.channels) * static_cast<std::size_t>(layout.height);
   lengths_ = source.Read(position_, rows * entrySize_);
   position_ += lengths_.size();
-  // PackBits adds one byte to 128 at the worst.
-  buffer_.resize(layout.RowBytes() + layout.RowBytes() / 128 + 2);
+  buffer_.resize(layout.RowBytes() * 2);  // no sane packing takes more
 }
 
 std::size_t PsdRows::PackedLength() {

@@ -1,0 +1,7 @@
+#include "imaging/raw/raw_preview.h"
+
+#include "fuzz_source.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  return EndsCleanly([&] { ml::imaging::DecodeRawPreview(FuzzSource(data, size)); });
+}

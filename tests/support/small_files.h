@@ -1,0 +1,22 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace ml::test {
+
+struct SmallFile {
+  std::string name;     ///< of the case, such as "NefBigEndian"
+  std::string file;     ///< with the extension of its kind
+  std::string content;  ///< a whole file of a few kilobytes
+
+  friend std::ostream& operator<<(std::ostream& out, const SmallFile& file) { return out << file.name; }
+};
+
+/// Files of every kind, with all the metadata that the kind carries, small enough to be read thousands of times.
+const std::vector<SmallFile>& SmallFiles();
+/// The first whose extension this is. Ends the program if there is none.
+const SmallFile& SmallFileWith(const std::string& extension);
+
+}  // namespace ml::test
