@@ -1,10 +1,11 @@
 #include "imaging/magick/magick_image.h"
 
+#include <dlfcn.h>
 #include <magick/api.h>
 
 #include <cstdint>
 #include <cstring>
-#include <mutex>
+#include <utility>
 
 #include "imaging/decoded_picture.h"
 #include "imaging/openmp_bound.h"
@@ -15,13 +16,59 @@ namespace {
 
 static_assert(QuantumDepth == 16, "samples are taken apart below");
 
+/// The binary interface of the headers above.
+constexpr char kLibraryFile[] = "libGraphicsMagick-Q16.so.3";
 /// Of all pictures together.
 constexpr magick_int64_t kMaxMemory = magick_int64_t{2} * 1024 * 1024 * 1024;
 constexpr magick_int64_t kMaxSide = 300'000;
 
+// Of these the library's headers make the names that it exports.
+#define ML_MAGICK_FUNCTIONS(USE) \
+  USE(AcquireImagePixels)        \
+  USE(BlobToImage)               \
+  USE(CloneImageInfo)            \
+  USE(DestroyExceptionInfo)      \
+  USE(DestroyImageInfo)          \
+  USE(DestroyImageList)          \
+  USE(GetExceptionInfo)          \
+  USE(GetImageException)         \
+  USE(InitializeMagickEx)        \
+  USE(PingBlob)                  \
+  USE(SetErrorHandler)           \
+  USE(SetMagickResourceLimit)    \
+  USE(SetWarningHandler)         \
+  USE(TransformColorspace)
+#define ML_QUOTE(name) #name
+#define ML_DECLARE(name) decltype(&::name) name = nullptr;
+#define ML_FIND(name) Find(name, ML_QUOTE(name));
+
+/// The library, loaded and started when the first picture needs it: with all that hangs on it, loading takes five
+/// times as long as the rest of a program's start.
+struct Library {
+  ML_MAGICK_FUNCTIONS(ML_DECLARE)
+
+  /// Throws LibraryError.
+  Library();
+
+ private:
+  template <class Function>
+  void Find(Function*& function, const char* name) {
+    function = reinterpret_cast<Function*>(dlsym(handle_, name));
+    if (function == nullptr) throw platform::LibraryError("The imaging library lacks a function", name);
+  }
+  void* handle_;
+};
+
+#undef ML_DECLARE
+
+const Library& Magick() {
+  static const Library library;
+  return library;
+}
+
 struct Exception : ExceptionInfo {
-  Exception() { GetExceptionInfo(this); }
-  ~Exception() { DestroyExceptionInfo(this); }
+  explicit Exception(const Library& library = Magick()) : library_(library) { library_.GetExceptionInfo(this); }
+  ~Exception() { library_.DestroyExceptionInfo(this); }
   Exception(const Exception&) = delete;
   Exception& operator=(const Exception&) = delete;
 
@@ -29,17 +76,22 @@ struct Exception : ExceptionInfo {
     throw platform::LibraryError(reason != nullptr ? reason : "The picture cannot be decoded",
                                  description != nullptr ? description : "");
   }
+
+ private:
+  const Library& library_;
 };
 
 struct Release {
-  void operator()(Image* image) const { DestroyImageList(image); }
-  void operator()(ImageInfo* info) const { DestroyImageInfo(info); }
+  void operator()(Image* image) const { Magick().DestroyImageList(image); }
+  void operator()(ImageInfo* info) const { Magick().DestroyImageInfo(info); }
 };
 using ImageHandle = std::unique_ptr<Image, Release>;
 using InfoHandle = std::unique_ptr<ImageInfo, Release>;
 
-void Initialise() {
-  Exception exception;
+Library::Library() : handle_(dlopen(kLibraryFile, RTLD_NOW | RTLD_LOCAL)) {
+  if (handle_ == nullptr) throw platform::LibraryError("The imaging library cannot be loaded", dlerror());
+  ML_MAGICK_FUNCTIONS(ML_FIND)
+  Exception exception(*this);
   if (InitializeMagickEx(nullptr, MAGICK_OPT_NO_SIGNAL_HANDER, &exception) == MagickFail) exception.Throw();
   SetErrorHandler(nullptr);  // the usual ones print
   SetWarningHandler(nullptr);
@@ -49,15 +101,14 @@ void Initialise() {
   for (const auto& [type, limit] : limits) SetMagickResourceLimit(type, limit);
 }
 
-void StartLibrary() {
-  static std::once_flag started;
-  std::call_once(started, Initialise);
-}
+#undef ML_FIND
+#undef ML_QUOTE
+#undef ML_MAGICK_FUNCTIONS
 
 /// The name forces the format, so that nothing is guessed from the content and no other program is started.
 InfoHandle MakeInfo(MagickFormat format) {
   const char* name = format == MagickFormat::Tiff ? "TIFF" : format == MagickFormat::Gif ? "GIF" : "BMP";
-  InfoHandle info(CloneImageInfo(nullptr));
+  InfoHandle info(Magick().CloneImageInfo(nullptr));
   std::strcpy(info->magick, name);
   std::strcat(std::strcpy(info->filename, name), ":");
   info->subimage = 0;
@@ -103,26 +154,26 @@ MagickImage& MagickImage::operator=(MagickImage&&) noexcept = default;
 MagickImage::~MagickImage() = default;
 
 MagickImage MagickImage::Read(std::span<const std::byte> file, MagickFormat format) {
-  StartLibrary();
+  const auto& library = Magick();
   const OpenMpBound bound;
   const auto info = MakeInfo(format);
   {
     Exception exception;
-    const ImageHandle header(PingBlob(info.get(), file.data(), file.size(), &exception));
+    const ImageHandle header(library.PingBlob(info.get(), file.data(), file.size(), &exception));
     if (header == nullptr) exception.Throw();
     CheckSize(*header);
   }
   Exception exception;
-  ImageHandle image(BlobToImage(info.get(), file.data(), file.size(), &exception));
+  ImageHandle image(library.BlobToImage(info.get(), file.data(), file.size(), &exception));
   if (image == nullptr) exception.Throw();
   CheckSize(*image);
   // The fourth byte of a BMP pixel is not used, whatever it holds.
   if (format == MagickFormat::Bmp) image->matte = MagickFalse;
   const bool ready = image->colorspace == RGBColorspace || image->colorspace == CMYKColorspace ||
                      image->colorspace == TransparentColorspace || IsGrayColorspace(image->colorspace);
-  if (!ready && TransformColorspace(image.get(), RGBColorspace) == MagickFail) {
+  if (!ready && library.TransformColorspace(image.get(), RGBColorspace) == MagickFail) {
     Exception reason;
-    GetImageException(image.get(), &reason);
+    library.GetImageException(image.get(), &reason);
     reason.Throw();
   }
   auto state = std::make_unique<State>();
@@ -141,7 +192,7 @@ PixelBuffer MagickImage::ToRgb() const {
   auto pixels = MakePixelBuffer(Width(), Height());
   Exception exception;
   for (int y = 0; y < pixels.height; ++y) {
-    const auto* row = AcquireImagePixels(&image, 0, y, image.columns, 1, &exception);
+    const auto* row = Magick().AcquireImagePixels(&image, 0, y, image.columns, 1, &exception);
     if (row == nullptr) exception.Throw();
     auto* out = reinterpret_cast<std::uint8_t*>(pixels.Row(y));
     if (image.colorspace == CMYKColorspace) {
