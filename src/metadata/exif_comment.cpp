@@ -23,13 +23,13 @@ std::string GetExifComment(const ExifData& data) {
 }
 
 std::string GetComment(const ExifData& data, const ExifOptions& options) {
-  const auto comment = GetExifComment(data);
+  auto comment = GetExifComment(data);
   const bool inCaption =
       std::ranges::any_of(kCaptionFormats, [&](auto ending) { return platform::EndsWithNoCase(data.path, ending); });
   if (!options.iptcComments && !inCaption) return comment;
   const auto caption = std::ranges::find(data.iptc, kCaption, &IptcItem::dataset);
   if (caption == data.iptc.end()) return comment;
-  const auto text = Trimmed(caption->value);
+  auto text = Trimmed(caption->value);
   return text.empty() ? comment : text;
 }
 
