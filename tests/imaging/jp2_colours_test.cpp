@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
+#include <string>
+
 #include "imaging/jp2/jp2_cost.h"
 
 namespace ml::imaging {
@@ -60,6 +63,32 @@ TEST(CombineComponents, ShowsTransparencyOverWhite) {
   const Plane grey{.samples = {100, 100}}, fade{.samples = {0, 128}, .opacity = true};
   EXPECT_EQ(Combine({grey, fade}), (Ints{255, 255, 255, 177, 177, 177}));
   EXPECT_EQ(Combine({fade}), (Ints{0, 0, 0, 128, 128, 128})) << "nothing else to show";
+}
+
+TEST(ReadJp2Tile, TakesTheCodingOfEachComponent) {
+  using namespace std::string_literals;
+  const auto stream =
+      "\xff\x4f"
+      "\xff\x51\0\x2c\0\0\0\0\1\x2c\0\0\0\xc8\0\0\0\x64\0\0\0\0\0\0\1\0\0\0\1\0\0\0\0\0\0\0\0\0\0\2"
+      "\7\1\1\7\2\2"
+      "\xff\x52\0\x0c\0\0\0\5\1\1\4\3\0\1"
+      "\xff\x53\0\x0b\1\1\1\2\2\0\1\x87\x98"
+      "\xff\x90"s;
+  const auto tile = ReadJp2Tile(metadata::MemorySource(std::as_bytes(std::span(stream))), 0);
+  EXPECT_EQ(tile.width, 200) << "of 300 the first 100 are left out";
+  EXPECT_EQ(tile.height, 200);
+  EXPECT_EQ(tile.layers, 5);
+  ASSERT_EQ(tile.components.size(), 2U);
+  const auto &first = tile.components[0], &second = tile.components[1];
+  EXPECT_EQ(first.stepX, 1);
+  EXPECT_EQ(first.blockWidth, 6);
+  EXPECT_EQ(first.blockHeight, 5);
+  ASSERT_EQ(first.precincts.size(), 2U);
+  EXPECT_EQ(first.precincts[1].width, 15);
+  EXPECT_EQ(second.stepY, 2);
+  EXPECT_EQ(second.blockWidth, 4);
+  EXPECT_EQ(second.precincts[0].width, 7);
+  EXPECT_EQ(second.precincts[1].height, 9);
 }
 
 TEST(IsBearable, BoundsPiecesAndPackets) {

@@ -115,14 +115,20 @@ TEST(DecodeJp2, RefusesWithAReason) {
   EXPECT_EQ(test::Refusal(DecodeFull, std::string(100, 'x')), "Not a JPEG 2000 file");
   auto stream = test::EncodeCodeStream(test::PaintLandscape(50, 40, 3), {});
   // Width and height of picture and tile, in the segment at 2.
-  const auto claim = [&](const std::string& side) {
-    auto bytes = stream;
+  const auto claim = [&](const std::string& side, std::size_t padding = 0) {
+    auto bytes = stream + std::string(padding, '\0');
     for (const std::size_t at : {8, 12, 24, 28}) bytes.replace(at, 4, side);
     return test::Refusal(DecodeFull, bytes);
   };
   EXPECT_EQ(claim("\0\0\x61\xa8"s), "The picture is too large") << "25,000 each way";
-  EXPECT_EQ(claim("\0\0\x27\x10"s), "The picture is too large") << "10,000 each way, decoded whole";
-  EXPECT_NE(claim("\0\0\0\x80"s), "The picture is too large");
+  EXPECT_EQ(claim("\0\0\x27\x10"s, 100'000), "The picture is too large") << "10,000 each way, decoded whole";
+  EXPECT_EQ(claim("\0\0\x27\x10"s), "The file ends before its picture");
+  auto pieces = stream;
+  const auto coding = pieces.find("\xff\x52\0\x0c"s);
+  ASSERT_NE(coding, std::string::npos);
+  for (const std::size_t at : {8, 12, 24, 28}) pieces.replace(at, 4, "\0\0\x1f\x40"s);
+  pieces.replace(coding + 10, 2, "\0\0"s);  // blocks of four pixels
+  EXPECT_EQ(test::Refusal(DecodeFull, pieces), "The picture is cut into too many pieces");
 }
 
 }  // namespace

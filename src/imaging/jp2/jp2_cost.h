@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
+
+#include "metadata/byte_source.h"
 
 /// Bounds on what a code stream may ask of the decoder before any of its data is looked at.
 namespace ml::imaging {
@@ -27,6 +30,9 @@ struct Jp2Tile {
   long long layers = 1;
   std::vector<Jp2Coding> components;
 };
+
+/// What the main header of the code stream at `start` says of its tiles. Throws ExifException.
+Jp2Tile ReadJp2Tile(const metadata::ByteSource& source, std::uint64_t start);
 
 /// Whether the blocks, precincts and packets of a tile, of which the library makes lists, are few enough.
 bool IsBearable(const Jp2Tile& tile);

@@ -146,27 +146,6 @@ PictureSize Jp2Reader::FullSize() const {
 
 namespace {
 
-/// What the main header says of the tiles.
-Jp2Tile DescribeTile(const opj_codestream_info_v2_t& info, const opj_image_t& image) {
-  Jp2Tile tile;
-  tile.width = std::min<long long>(info.tdx, image.x1 - image.x0);
-  tile.height = std::min<long long>(info.tdy, image.y1 - image.y0);
-  tile.layers = info.m_default_tile_info.numlayers;
-  for (OPJ_UINT32 i = 0; i < image.numcomps; ++i) {
-    const auto& coding = info.m_default_tile_info.tccp_info[i];
-    Jp2Coding component;
-    component.stepX = image.comps[i].dx;
-    component.stepY = image.comps[i].dy;
-    component.blockWidth = static_cast<int>(coding.cblkw);
-    component.blockHeight = static_cast<int>(coding.cblkh);
-    for (OPJ_UINT32 level = 0; level < std::min<OPJ_UINT32>(coding.numresolutions, OPJ_J2K_MAXRLVLS); ++level) {
-      component.precincts.push_back({static_cast<int>(coding.prcw[level]), static_cast<int>(coding.prch[level])});
-    }
-    tile.components.push_back(std::move(component));
-  }
-  return tile;
-}
-
 std::unique_ptr<opj_codestream_info_v2_t, InfoRelease> CodeStreamInfo(opj_codec_t* codec) {
   std::unique_ptr<opj_codestream_info_v2_t, InfoRelease> info(opj_get_cstr_info(codec));
   if (info == nullptr || info->m_default_tile_info.tccp_info == nullptr) Refuse("The code stream has no header");
@@ -184,21 +163,18 @@ int Jp2Reader::MaxHalvings() const {
   return static_cast<int>(std::max<OPJ_UINT32>(least, 1)) - 1;
 }
 
-void Jp2Reader::CheckCost(int halvings) const {
-  const auto info = CodeStreamInfo(state_->codec.get());
+void Jp2Reader::CheckSize(int halvings) const {
   const auto& image = *state_->image;
-  const auto tile = DescribeTile(*info, image);
   long long samples = 0;
   for (const auto& component : std::span(image.comps, image.numcomps)) {
     samples += (static_cast<long long>(component.w) >> halvings) * (static_cast<long long>(component.h) >> halvings);
     if (samples > kMaxJp2Samples) Refuse("The picture is too large");
   }
-  if (!IsBearable(tile)) Refuse("The picture is cut into too many pieces");
 }
 
 void Jp2Reader::Decode(int halvings) {
   auto& state = *state_;
-  CheckCost(halvings);
+  CheckSize(halvings);
   auto* codec = state.codec.get();
   if (opj_set_decoded_resolution_factor(codec, static_cast<OPJ_UINT32>(halvings)) == OPJ_FALSE) state.Fail();
   if (opj_decode(codec, state.stream.get(), state.image.get()) == OPJ_FALSE) state.Fail();

@@ -45,7 +45,7 @@ class Jp2Reader {
 
  private:
   struct State;
-  void CheckCost(int halvings) const;
+  void CheckSize(int halvings) const;
   std::unique_ptr<State> state_;
 };
 
