@@ -9,7 +9,7 @@ namespace ml::test {
 struct SmallFile {
   std::string name;     ///< of the case, such as "NefBigEndian"
   std::string file;     ///< with the extension of its kind
-  std::string content;  ///< a whole file of a few kilobytes
+  std::string content;  ///< a whole file, of a few kilobytes but for the thumbnail of "Eos1D"
 
   friend std::ostream& operator<<(std::ostream& out, const SmallFile& file) { return out << file.name; }
 };
