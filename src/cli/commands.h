@@ -18,5 +18,6 @@ void AddInfoCommand(CLI::App& program, RunState& state);
 void AddTextCommand(CLI::App& program, RunState& state);
 void AddThumbCommand(CLI::App& program, RunState& state);
 void AddPreviewCommand(CLI::App& program, RunState& state);
+void AddHistogramCommand(CLI::App& program, RunState& state);
 
 }  // namespace ml::cli

@@ -1,11 +1,12 @@
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <functional>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "cli/box_option.h"
 #include "cli/commands.h"
 #include "cli/output.h"
 #include "cli/output_file.h"
@@ -97,19 +98,6 @@ void MakeAll(const ImageArguments& arguments, const PictureMaker& maker, RunStat
   if (result.size() < arguments.files.size()) throw platform::Cancelled();
 }
 
-/// "640x480" to limits; throws the parser's error for anything else.
-imagefiles::DisplayLimits ParseBox(const std::string& text) {
-  imagefiles::DisplayLimits limits;
-  const char* end = text.data() + text.size();
-  const auto width = std::from_chars(text.data(), end, limits.maxWidth);
-  const bool cross = width.ec == std::errc() && width.ptr != end && *width.ptr == 'x';
-  const auto height = cross ? std::from_chars(width.ptr + 1, end, limits.maxHeight) : width;
-  if (!cross || height.ec != std::errc() || height.ptr != end || limits.maxWidth < 1 || limits.maxHeight < 1) {
-    throw CLI::ValidationError("--box", "takes WIDTHxHEIGHT in pixels, for example 1024x768");
-  }
-  return limits;
-}
-
 }  // namespace
 
 void AddThumbCommand(CLI::App& program, RunState& state) {
@@ -125,7 +113,7 @@ void AddThumbCommand(CLI::App& program, RunState& state) {
       const auto options = options::ImageFileOptionsOf(state.settings);
       const auto make = [&](const std::string& path) {
         auto thumbnail = imagefiles::MakeThumbnail(path, arguments->size, options);
-        return Picture{std::move(thumbnail.pixels), imagefiles::ThumbnailSourceName(thumbnail.source)};
+        return Picture{std::move(thumbnail.pixels), imagefiles::PictureSourceName(thumbnail.source)};
       };
       MakeAll(*arguments, {make, imaging::PngColour::Rgb}, state);
     };
@@ -140,7 +128,7 @@ void AddPreviewCommand(CLI::App& program, RunState& state) {
   auto* command = program.add_subcommand("preview", "Write images, fitted into a box, as PNG files");
   auto arguments = std::make_shared<Arguments>();
   AddImageArguments(*command, *arguments);
-  command->add_option("--box", arguments->box, "WIDTHxHEIGHT in pixels")->required();
+  AddBoxOption(*command, arguments->box);
   command->add_flag("--grey", arguments->grey, "In black and white");
   command->callback([arguments, &state] {
     const auto limits = ParseBox(arguments->box);
@@ -151,7 +139,8 @@ void AddPreviewCommand(CLI::App& program, RunState& state) {
       const auto make = [&](const std::string& path) {
         const auto image = imagefiles::CreateImageFile(path, options);
         if (!image) throw platform::UserError(path + ": does not exist, or is no image that can be shown");
-        return Picture{image->GetBitmap(limits, quality), "full"};
+        auto pixels = image->GetBitmap(limits, quality);
+        return Picture{std::move(pixels), imagefiles::PictureSourceName(image->Source())};
       };
       MakeAll(*arguments, {make, arguments->grey ? imaging::PngColour::Grey : imaging::PngColour::Rgb}, state);
     };

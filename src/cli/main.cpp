@@ -70,6 +70,7 @@ int Main(int argc, char** argv) {
   AddTextCommand(program, state);
   AddThumbCommand(program, state);
   AddPreviewCommand(program, state);
+  AddHistogramCommand(program, state);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

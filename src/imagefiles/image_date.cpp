@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "imagefiles/format_table.h"
+#include "imagefiles/thm_file.h"
 #include "metadata/exif_data.h"
 #include "metadata/exif_dates.h"
-#include "platform/companion_set.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
@@ -45,17 +45,12 @@ std::optional<std::time_t> DateIn(const std::string& path, DateReader read) {
   }
 }
 
-std::string CompanionOf(const std::string& path) {
-  platform::DirIndex index(platform::normaliseDirectory(platform::DirectoryOf(platform::AbsolutePath(path))));
-  return platform::FindCompanion(path, ".thm", index);
-}
-
 }  // namespace
 
 std::int64_t GetImageDateTime(const std::string& path) {
   const auto* format = FindFormat(path);
   if (format != nullptr && format->hasThm) {
-    if (const auto companion = CompanionOf(path); !companion.empty()) return GetImageDateTime(companion);
+    if (const auto companion = FindThm(path); !companion.empty()) return GetImageDateTime(companion);
     const bool exists = FileTime(path) >= 0;
     if (exists && platform::EndsWithNoCase(path, ".crw")) return metadata::ExifData(path).shootingTime;
   }

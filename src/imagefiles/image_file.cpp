@@ -2,21 +2,26 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
+#include <utility>
 
-#include "imagefiles/jpeg_image_file.h"
+#include "imagefiles/messages.h"
+#include "imagefiles/picture_reader.h"
 #include "imaging/scale.h"
+#include "metadata/exif_comment.h"
+#include "platform/errors.h"
+#include "platform/readable_file.h"
 
 namespace ml::imagefiles {
 namespace {
 
-/// side * numerator / denominator without overflow; a picture has at least one pixel.
-int Proportional(int side, int numerator, int denominator) {
-  return std::max(1, static_cast<int>(static_cast<long long>(side) * numerator / denominator));
+using imaging::PictureSize;
+
+bool Exceeds(PictureSize size, const imaging::PixelBuffer& pixels) {
+  return size.width > pixels.width || size.height > pixels.height;
 }
 
 /// The display picture of `source` at the size of the step tables: one pass that counts, greys and swaps.
-imaging::PixelBuffer Present(const imaging::PixelBuffer& source, FittedSize size, bool greyscale,
+imaging::PixelBuffer Present(const imaging::PixelBuffer& source, PictureSize size, bool greyscale,
                              Histogram& histogram) {
   imaging::PixelBuffer result{size.width, size.height, imaging::PaddedWidth(size.width), imaging::PixelOrder::Bgr,
                               1,          {}};
@@ -38,30 +43,31 @@ imaging::PixelBuffer Present(const imaging::PixelBuffer& source, FittedSize size
   return result;
 }
 
+platform::ModificationTimePolicy TimePolicy(const ImageFileOptions& options) {
+  return options.preserveModificationTime ? platform::ModificationTimePolicy::Restore
+                                          : platform::ModificationTimePolicy::LetStand;
+}
+
 }  // namespace
 
-FittedSize FitToLimits(int sourceWidth, int sourceHeight, const DisplayLimits& limits) {
-  FittedSize size{sourceWidth, sourceHeight};
-  if (size.width > limits.maxWidth) {
-    size = {std::max(1, limits.maxWidth), Proportional(sourceHeight, limits.maxWidth, sourceWidth)};
-  }
-  if (size.height > limits.maxHeight) {
-    size = {Proportional(sourceWidth, limits.maxHeight, sourceHeight), std::max(1, limits.maxHeight)};
-    if (size.width < limits.altWidth) {
-      size = {limits.altWidth, Proportional(sourceHeight, limits.altWidth, sourceWidth)};
-      if (size.height > limits.altHeight) {
-        size = {Proportional(sourceWidth, limits.altHeight, sourceHeight), std::max(1, limits.altHeight)};
-      }
-    }
-  }
-  if (size.width > sourceWidth || size.height > sourceHeight) return {sourceWidth, sourceHeight};
-  return size;
+ImageFile::ImageFile(const FormatRow& row, std::string path, const ImageFileOptions& options)
+    : row_(row), path_(std::move(path)), options_(options), status_(path_, TimePolicy(options)) {}
+
+imaging::DecodedPicture ImageFile::Decode(const imaging::WantedSize& wanted) try {
+  const platform::ReadableFile file(path_);
+  const metadata::FileSource source(file);
+  auto picture = ReadPicture(row_, {.path = path_, .file = source, .options = options_, .wanted = wanted});
+  source_ = picture.source;
+  return std::move(picture.decoded);
+} catch (const platform::LibraryError& error) {
+  throw platform::UserError(messages::UnableToRead(path_, error.what()));
 }
 
 imaging::PixelBuffer ImageFile::GetBitmap(const DisplayLimits& limits, BitmapQuality quality) {
   const auto fit = [&](int width, int height) { return FitToLimits(width, height, limits); };
   auto picture = Decode(fit);
-  const auto size = fit(picture.fullWidth, picture.fullHeight);
+  auto size = fit(picture.fullWidth, picture.fullHeight);
+  if (Exceeds(size, picture.pixels)) size = fit(picture.pixels.width, picture.pixels.height);
   const bool smaller = size.width < picture.pixels.width || size.height < picture.pixels.height;
   if (quality.highQuality && smaller) picture.pixels = imaging::ScaleAverage(picture.pixels, size.width, size.height);
   histogram_ = {};
@@ -69,15 +75,29 @@ imaging::PixelBuffer ImageFile::GetBitmap(const DisplayLimits& limits, BitmapQua
 }
 
 imaging::PixelBuffer ImageFile::GetPixels() {
-  return Decode([](int width, int height) { return FittedSize{width, height}; }).pixels;
+  return Decode([](int width, int height) { return PictureSize{width, height}; }).pixels;
+}
+
+const metadata::ExifData& ImageFile::Exif() {
+  if (!exif_) exif_.emplace(path_, options_.ForExif());
+  return *exif_;
+}
+
+std::string ImageFile::GetComment() {
+  return row_.commentHome == CommentHome::None ? "" : metadata::GetComment(Exif(), options_.ForExif());
+}
+
+std::string ImageFile::GetExifComment() {
+  return row_.commentHome == CommentHome::None ? "" : metadata::GetExifComment(Exif());
 }
 
 std::unique_ptr<ImageFile> CreateImageFile(const std::string& path, const ImageFileOptions& options) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0) return nullptr;
   const auto* row = FindFormat(path);
-  if (row == nullptr || !IsJpegName(path)) return nullptr;
-  return std::make_unique<JpegImageFile>(*row, path, options);
+  if (row == nullptr) return nullptr;
+  const bool raw = row->format == Format::Tiff && metadata::ExifData(path, options.ForExif()).isEos1DRaw;
+  return std::make_unique<ImageFile>(raw ? RowOf(Format::Eos1DRaw) : *row, path, options);
 }
 
 }  // namespace ml::imagefiles

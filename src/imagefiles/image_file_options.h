@@ -1,5 +1,7 @@
 #pragma once
 
+#include "metadata/exif_data.h"
+
 namespace ml::imagefiles {
 
 /// What the handlers need to know of the settings; a copy is handed to each.
@@ -7,6 +9,12 @@ struct ImageFileOptions {
   bool ignoreEmbeddedThumbnails = false;  ///< "IgnoreEmbeddedThumbnails"
   bool useJpegExifOrientation = false;    ///< "UseJpegExifOrientation"
   bool bindJpegToEos1DRaw = true;         ///< "BindJpegToEos1DRaw"
+  bool iptcComments = false;              ///< "IPTCcomments"
+  bool preserveModificationTime = false;  ///< "PreserveImageModificationTime"
+
+  metadata::ExifOptions ForExif() const {
+    return {.useJpegExifOrientation = useJpegExifOrientation, .iptcComments = iptcComments};
+  }
 };
 
 }  // namespace ml::imagefiles

@@ -1,15 +1,33 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 /// The sentences of this module. A path stands on a line of its own, then the reason.
 namespace ml::imagefiles::messages {
 
+inline constexpr std::string_view kAviRotate = "AVI movie rotation not supported in this version";
+inline constexpr std::string_view kPsdRotate = "Photoshop image rotation not supported in this version";
+inline constexpr std::string_view kGifRotate = "GIF image rotation not supported in this version";
+inline constexpr std::string_view kMrwRotate = "Minolta MRW image rotation not supported in this version";
+inline constexpr std::string_view kPefRotate = "Pentax raw image rotation not supported in this version";
+inline constexpr std::string_view kPngRotate = "PNG image rotation not supported in this version";
+inline constexpr std::string_view kJp2Rotate = "JPEG 2000 rotation not supported in this version";
+
+inline constexpr std::string_view kGifComment = "GIF image comments are not supported in this version";
+inline constexpr std::string_view kBmpComment = "BMP image comments are not supported in this version";
+inline constexpr std::string_view kMrwComment = "Minolta MRW image comments are not supported in this version";
+inline constexpr std::string_view kRafComment = "Fuji RAF image comments are not supported in this version";
+inline constexpr std::string_view kPefComment = "Pentax raw image comments are not supported in this version";
+
+inline constexpr std::string_view kEos1DExifCopy =
+    "Copying EXIF data to Canon EOS 1D/1Ds raw files\nis not supported in this version";
+
+inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
+inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
+
 inline std::string UnableToRead(const std::string& path, const std::string& reason) {
   return "Unable to read image:\n" + path + "\n" + reason;
-}
-inline std::string NoThumbnail(const std::string& path) {
-  return "Unable to make a thumbnail of:\n" + path + "\nPictures of this format cannot be read yet";
 }
 inline std::string NoImage(const std::string& path) {
   return "Unable to make a thumbnail of:\n" + path + "\nIts name is not that of an image";

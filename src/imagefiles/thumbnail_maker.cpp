@@ -1,122 +1,103 @@
 #include "imagefiles/thumbnail_maker.h"
 
 #include <algorithm>
+#include <optional>
 
-#include "imagefiles/format_table.h"
-#include "imagefiles/image_file.h"
-#include "imagefiles/jpeg_image_file.h"
+#include "imagefiles/eos1d_test.h"
 #include "imagefiles/messages.h"
-#include "imaging/jpeg/jpeg_decoder.h"
+#include "imagefiles/picture_reader.h"
+#include "imagefiles/size_fitting.h"
+#include "imagefiles/turned_jpeg.h"
 #include "imaging/scale.h"
 #include "metadata/exif_block.h"
-#include "platform/companion_set.h"
 #include "platform/errors.h"
-#include "platform/paths.h"
-#include "platform/read_directory.h"
 #include "platform/readable_file.h"
 
 namespace ml::imagefiles {
 namespace {
 
-FittedSize FitToBox(int width, int height, int size) { return FitToLimits(width, height, {size, size}); }
+using platform::LibraryError;
 
-/// Reduces to `size`, turns, and lays the rows out for the display.
-imaging::PixelBuffer Finish(imaging::PixelBuffer pixels, FittedSize size, imaging::Turn turn) {
-  if (size.width < pixels.width || size.height < pixels.height) {
-    pixels = imaging::ScaleAverage(pixels, size.width, size.height);
-  }
-  if (turn != imaging::Turn::None) pixels = imaging::Turned(pixels, turn);
-  return imaging::ToDisplayLayout(pixels);
-}
+/// Their companions are too small, while the raw files hold a usable picture.
+constexpr std::string_view kModelWithSmallThm = "Canon EOS D60";
 
-/// A small JPEG stream of a camera, fitted. The box is square, so that a turn makes no difference to the fit.
-imaging::DecodedJpeg DecodeSmall(const metadata::ByteSource& source, std::uint64_t position, int size) {
-  const auto scale = [&](int width, int height) { return imaging::HalvedEighths(width, height, size, size); };
-  return imaging::DecodeJpeg(source, position, scale, imaging::PixelOrder::Bgr);
-}
-
-imaging::PixelBuffer FinishSmall(imaging::DecodedJpeg decoded, int size, imaging::Turn turn) {
-  const auto fitted = FitToBox(decoded.pixels.width, decoded.pixels.height, size);
-  return Finish(std::move(decoded.pixels), fitted, turn);
-}
-
-/// The first embedded thumbnail that is whole; empty if there is none.
-imaging::PixelBuffer EmbeddedThumbnail(const metadata::ByteSource& source, int size, imaging::Turn turn) {
-  for (const auto position : metadata::FindExifThumbnails(source)) {
+/// The first thumbnail of a JPEG's EXIF blocks that is whole.
+std::optional<Picture> ReadExifThumbnail(const PictureRequest& request) {
+  const auto turn = JpegTurn(request.file, request.options);
+  for (const auto position : metadata::FindExifThumbnails(request.file)) {
     try {
-      auto decoded = DecodeSmall(source, position, size);
-      if (!decoded.damaged) return FinishSmall(std::move(decoded), size, turn);
-    } catch (const platform::LibraryError&) {
+      auto decoded = DecodeTurnedJpeg(request.file, {position, turn}, request.smallJpegScale);
+      if (!decoded.damaged) return Picture{std::move(decoded), PictureSource::Exif};
+    } catch (const LibraryError&) {
       continue;  // the picture itself will do
     }
   }
-  return {};
+  return std::nullopt;
 }
 
-/// The ".thm" beside `path`; empty if there is none. Cameras write one of two spellings, which need no look
-/// through the directory.
-std::string FindThm(const std::string& path) {
-  for (const auto* extension : {".thm", ".THM"}) {
-    auto candidate = platform::WithExtension(path, extension);
-    if (platform::IsRegularFile(candidate)) return candidate;
+bool IgnoresThm(const PictureRequest& request) {
+  return request.options.ignoreEmbeddedThumbnails &&
+         metadata::ExifData(request.path, request.options.ForExif()).model == kModelWithSmallThm;
+}
+
+std::optional<Picture> ReadThmThumbnail(const FormatRow& row, const PictureRequest& request) {
+  if (row.format == Format::Crw && IgnoresThm(request)) return std::nullopt;
+  auto picture = ReadThmPicture(row, request);
+  return picture && picture->decoded.damaged ? std::nullopt : std::move(picture);
+}
+
+/// A small picture that saves reading the large one.
+std::optional<Picture> ReadReadyThumbnail(const FormatRow& row, const PictureRequest& request) {
+  if (row.hasThm) return ReadThmThumbnail(row, request);
+  const bool hasExif = row.preview == EmbeddedPreview::ExifThumbnail && !request.options.ignoreEmbeddedThumbnails;
+  return hasExif ? ReadExifThumbnail(request) : std::nullopt;
+}
+
+/// Reduces to the box and lays the rows out for the display.
+imaging::PixelBuffer Finish(imaging::DecodedPicture picture, int side, bool small) {
+  auto& pixels = picture.pixels;
+  auto size = FitToSquare(picture.fullWidth, picture.fullHeight, side);
+  // Cameras' JPEGs were halved for the box; what came out of that is fitted.
+  if (small || size.width > pixels.width || size.height > pixels.height) {
+    size = FitToSquare(pixels.width, pixels.height, side);
   }
-  const auto directory = platform::DirectoryOf(path);
-  platform::DirIndex index(directory.empty() ? "." : std::string(directory));
-  return platform::FindCompanion(path, ".thm", index);
-}
-
-Thumbnail ThmThumbnail(const std::string& path, int size) {
-  const platform::ReadableFile file(path);
-  auto decoded = DecodeSmall(metadata::FileSource(file), 0, size);
-  return {FinishSmall(std::move(decoded), size, imaging::Turn::None), ThumbnailSource::Thm};
-}
-
-Thumbnail JpegThumbnail(const metadata::ByteSource& source, int size, const ImageFileOptions& options) {
-  const auto turn = JpegTurn(source, options);
-  if (!options.ignoreEmbeddedThumbnails && size <= kMaxEmbeddedThumbnail) {
-    auto pixels = EmbeddedThumbnail(source, size, turn);
-    if (!pixels.Empty()) return {std::move(pixels), ThumbnailSource::Exif};
+  if (size.width < pixels.width || size.height < pixels.height) {
+    pixels = imaging::ScaleAverage(pixels, size.width, size.height);
   }
-  const auto scale = [&](int width, int height) {
-    const auto fitted = FitToBox(width, height, size);
-    return imaging::LeastCoveringEighths(width, height, fitted.width, fitted.height);
-  };
-  auto decoded = imaging::DecodeJpeg(source, 0, scale, imaging::PixelOrder::Bgr);
-  const auto fitted = FitToBox(decoded.fullWidth, decoded.fullHeight, size);
-  return {Finish(std::move(decoded.pixels), fitted, turn), ThumbnailSource::Full};
+  return imaging::ToDisplayLayout(pixels);
+}
+
+/// Kept: not the test by which a file is opened; thumbnails follow the catalogue.
+const FormatRow* ThumbnailFormat(const std::string& path) {
+  const auto* row = FindFormat(path);
+  const bool raw = row != nullptr && row->format == Format::Tiff && catalogueEos1D(path);
+  return raw ? &RowOf(Format::Eos1DRaw) : row;
 }
 
 }  // namespace
 
-const char* ThumbnailSourceName(ThumbnailSource source) {
-  switch (source) {
-    case ThumbnailSource::Exif:
-      return "exif";
-    case ThumbnailSource::Thm:
-      return "thm";
-    case ThumbnailSource::Viewing:
-      return "viewing";
-    case ThumbnailSource::Embedded:
-      return "embedded";
-    case ThumbnailSource::Full:
-      break;
-  }
-  return "full";
-}
-
 Thumbnail MakeThumbnail(const std::string& path, int size, const ImageFileOptions& options) {
-  const auto* format = FindFormat(path);
-  if (format == nullptr) throw platform::UserError(messages::NoImage(path));
+  const auto* row = ThumbnailFormat(path);
+  if (row == nullptr) throw platform::UserError(messages::NoImage(path));
   const platform::ReadableFile file(path);
-  size = std::max(1, size);
+  const metadata::FileSource source(file);
+  const int side = std::max(1, size);
+  const PictureRequest request{
+      .path = path,
+      .file = source,
+      .options = options,
+      .wanted = [side](int width, int height) { return FitToSquare(width, height, side); },
+      .smallJpegScale = [side](int w, int h) { return imaging::HalvedEighths(w, h, side, side); },
+      .smallestPreview = std::min(side, kSmallestPicture),
+      .threads = 1};  // the other processors work on other thumbnails
   try {
-    if (IsJpegName(path)) return JpegThumbnail(metadata::FileSource(file), size, options);
-    const auto thm = format->hasThm && size <= kMaxEmbeddedThumbnail ? FindThm(path) : std::string();
-    if (!thm.empty()) return ThmThumbnail(thm, size);
-  } catch (const platform::LibraryError& error) {
+    auto picture = side <= kMaxEmbeddedThumbnail ? ReadReadyThumbnail(*row, request) : std::nullopt;
+    if (!picture) picture = ReadPicture(*row, request);
+    const auto from = picture->source;
+    return {Finish(std::move(picture->decoded), side, from != PictureSource::Full), from};
+  } catch (const LibraryError& error) {
     throw platform::UserError(messages::UnableToRead(path, error.what()));
   }
-  throw platform::UserError(messages::NoThumbnail(path));
 }
 
 }  // namespace ml::imagefiles

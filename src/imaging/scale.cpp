@@ -146,4 +146,16 @@ PixelBuffer ToDisplayLayout(const PixelBuffer& source) {
   return result;
 }
 
+PixelBuffer HighBytes(PixelBuffer source) {
+  if (source.bytesPerSample == 1) return source;
+  PixelBuffer result{source.width, source.height, source.stride, source.order, 1, {}};
+  result.data.resize(source.data.size() / 2);
+  for (std::size_t i = 0; i < result.data.size(); ++i) {
+    std::uint16_t sample = 0;
+    std::memcpy(&sample, source.data.data() + 2 * i, sizeof sample);
+    result.data[i] = static_cast<std::byte>(sample >> 8);
+  }
+  return result;
+}
+
 }  // namespace ml::imaging

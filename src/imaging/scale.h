@@ -4,7 +4,7 @@
 
 #include "imaging/pixel_buffer.h"
 
-/// Changes of size, direction and layout that need no library. All take and give 8-bit pictures.
+/// Changes of size, direction and layout that need no library. All take and give 8-bit pictures, unless told otherwise.
 namespace ml::imaging {
 
 /// Which of `source` places each of `target` (at most `source`) places takes: one is taken, then the source
@@ -23,6 +23,9 @@ PixelBuffer Turned(const PixelBuffer& source, Turn turn);
 
 /// Blue-green-red with rows padded to a multiple of four pixels, as a display takes it.
 PixelBuffer ToDisplayLayout(const PixelBuffer& source);
+
+/// A picture of two-byte samples reduced to the high byte of each; one of single bytes as it is.
+PixelBuffer HighBytes(PixelBuffer source);
 
 constexpr int PaddedWidth(int width) { return (width + 3) / 4 * 4; }
 

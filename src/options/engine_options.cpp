@@ -24,7 +24,9 @@ metadata::ExifOptions ExifOptionsOf(const settings::Settings& settings) {
 imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settings) {
   return {.ignoreEmbeddedThumbnails = settings.catalogue.ignoreEmbeddedThumbnails != 0,
           .useJpegExifOrientation = settings.catalogue.useJpegExifOrientation != 0,
-          .bindJpegToEos1DRaw = settings.catalogue.bindJpegToEos1DRaw != 0};
+          .bindJpegToEos1DRaw = settings.catalogue.bindJpegToEos1DRaw != 0,
+          .iptcComments = settings.iptc.comments != 0,
+          .preserveModificationTime = settings.catalogue.preserveImageModificationTime != 0};
 }
 
 }  // namespace ml::options

@@ -24,7 +24,7 @@ struct Case {
   const char* name;
   int size;
   ImageFileOptions options;
-  ThumbnailSource source;
+  PictureSource source;
   int width, height;
 };
 class JpegThumbnail : public testing::TestWithParam<Case> {};
@@ -39,20 +39,20 @@ TEST_P(JpegThumbnail, ComesFromTheCheapestSource) {
   EXPECT_EQ(made.pixels.stride, (c.width + 3) / 4 * 4);
   EXPECT_EQ(made.pixels.order, imaging::PixelOrder::Bgr);
   const int blue = std::to_integer<int>(made.pixels.Row(0)[0]), red = std::to_integer<int>(made.pixels.Row(0)[2]);
-  EXPECT_EQ(blue > 200 && red < 50, c.source == ThumbnailSource::Exif);
-  EXPECT_EQ(red > 200 && blue < 50, c.source == ThumbnailSource::Full);
+  EXPECT_EQ(blue > 200 && red < 50, c.source == PictureSource::Exif);
+  EXPECT_EQ(red > 200 && blue < 50, c.source == PictureSource::Full);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Sources, JpegThumbnail,
-    testing::Values(Case{"Small", 80, {}, ThumbnailSource::Exif, 80, 60},
-                    Case{"Largest", 160, {}, ThumbnailSource::Exif, 160, 120},
-                    Case{"OverTheLimit", 161, {}, ThumbnailSource::Full, 161, 107},
-                    Case{"Odd", 33, {}, ThumbnailSource::Exif, 33, 24},
-                    Case{"Ignored", 80, {.ignoreEmbeddedThumbnails = true}, ThumbnailSource::Full, 80, 53},
-                    Case{"Turned", 80, {.useJpegExifOrientation = true}, ThumbnailSource::Exif, 60, 80},
-                    Case{"TurnedWhole", 240, {.useJpegExifOrientation = true}, ThumbnailSource::Full, 160, 240},
-                    Case{"NeverEnlarged", 5000, {}, ThumbnailSource::Full, 600, 400}),
+    testing::Values(Case{"Small", 80, {}, PictureSource::Exif, 80, 60},
+                    Case{"Largest", 160, {}, PictureSource::Exif, 160, 120},
+                    Case{"OverTheLimit", 161, {}, PictureSource::Full, 161, 107},
+                    Case{"Odd", 33, {}, PictureSource::Exif, 33, 24},
+                    Case{"Ignored", 80, {.ignoreEmbeddedThumbnails = true}, PictureSource::Full, 80, 53},
+                    Case{"Turned", 80, {.useJpegExifOrientation = true}, PictureSource::Exif, 60, 80},
+                    Case{"TurnedWhole", 240, {.useJpegExifOrientation = true}, PictureSource::Full, 160, 240},
+                    Case{"NeverEnlarged", 5000, {}, PictureSource::Full, 600, 400}),
     [](const auto& c) { return std::string(c.param.name); });
 
 TEST(Thumbnail, OfAPictureWhoseEmbeddedOneIsBrokenIsMadeFromThePicture) {
@@ -60,7 +60,7 @@ TEST(Thumbnail, OfAPictureWhoseEmbeddedOneIsBrokenIsMadeFromThePicture) {
   auto photo = Photo();
   const auto embedded = photo.find("\xff\xd8", 2);
   photo[embedded] = 'x';
-  EXPECT_EQ(MakeThumbnail(dir.Write("a.jpg", photo), 80, {}).source, ThumbnailSource::Full);
+  EXPECT_EQ(MakeThumbnail(dir.Write("a.jpg", photo), 80, {}).source, PictureSource::Full);
 }
 
 TEST(Thumbnail, OfRawFilesAndMoviesIsTheirCompanion) {
@@ -70,10 +70,10 @@ TEST(Thumbnail, OfRawFilesAndMoviesIsTheirCompanion) {
   dir.Write("mvi_2.Thm", thm);
   for (const auto* name : {"IMG_1.CRW", "mvi_2.avi"}) {
     const auto made = MakeThumbnail(dir.Write(name, "x"), 80, {.ignoreEmbeddedThumbnails = true});
-    EXPECT_EQ(made.source, ThumbnailSource::Thm);
+    EXPECT_EQ(made.source, PictureSource::Thm);
     EXPECT_EQ(made.pixels.width, 80);
   }
-  EXPECT_STREQ(ThumbnailSourceName(ThumbnailSource::Thm), "thm");
+  EXPECT_STREQ(PictureSourceName(PictureSource::Thm), "thm");
 }
 
 TEST(Thumbnail, RefusalsNameTheFile) {
