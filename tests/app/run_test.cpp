@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -8,6 +9,8 @@
 #include <QTimer>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 
@@ -18,6 +21,10 @@
 #include "app/picture_view.h"
 #include "app/session.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "platform/data_folders.h"
+#include "platform/overwrite_note.h"
+#include "platform/paths.h"
+#include "platform/temporary_name.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -138,6 +145,8 @@ TEST_F(Run, ShowsExactlyTheNamedFiles) {
         [&](CMainFrame&, Session& session) {
           EXPECT_EQ(FilesOf(session), (Names{"img_2.jpg", "img_10.jpg"}));
           EXPECT_EQ(session.list.currentIndex, 0);
+          EXPECT_EQ(session.list.focusIndex, 0);
+          EXPECT_EQ(session.list.SelectedCount(), 1);
         });
 }
 
@@ -180,15 +189,53 @@ TEST_F(Run, SignalEndsInOrder) {
 
 BoxReader* earlyReader = nullptr;
 
-TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {
-  // The box comes before there is a window that could tell of itself.
-  qAddPreRoutine([] {
-    if (earlyReader) earlyReader->Start();
-  });
+/// Reads boxes that come before there is a window that could tell of itself.
+class EarlyBoxes {
+ public:
+  explicit EarlyBoxes(BoxReader& reader) {
+    static const bool known = [] {
+      qAddPreRoutine([] {
+        if (earlyReader) earlyReader->Start();
+      });
+      return true;
+    }();
+    static_cast<void>(known);
+    earlyReader = &reader;
+  }
+  ~EarlyBoxes() { earlyReader = nullptr; }
+};
+
+/// Leaves `target` as a run does that was killed when the new content was about to be copied over it.
+void InterruptOverwrite(const std::string& target, const std::string& oldContent, const std::string& newContent) {
+  auto& files = platform::RealFileSystem();
+  const auto temporary = platform::NewTemporaryName();
+  platform::OverwriteNote note{
+      .target = target,
+      .copy = platform::JoinPath(platform::DirectoryOf(target), platform::CopyNameOf(temporary)),
+      .newSize = newContent.size()};
+  std::ofstream(target) << oldContent;
+  std::ofstream(note.copy) << newContent;
+  platform::DescribeOldContent(platform::OpenRegular(files, target, O_RDONLY), note);
+  const auto directory = platform::OverwriteNoteDirectory(platform::userStateDir());
+  std::filesystem::create_directories(directory);
+  platform::WriteOverwriteNote(files, note, platform::JoinPath(directory, temporary));
+}
+
+TEST_F(Run, FinishesAndTellsWhatACrashCutOff) {
+  InterruptOverwrite(photos / "tagged_files.txt", "img_1.jpg\r\n", "img_2.jpg\r\n");
   BoxReader reader;
-  earlyReader = &reader;
+  const EarlyBoxes early(reader);
+  Launch({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    EXPECT_EQ(session.list.TaggedPaths(), Names{photos / "img_2.jpg"});
+    frame.Runner().Run(CommandId::Quit);
+  });
+  EXPECT_EQ(reader.texts, Names{"A change that was cut off has been finished:\n" + (photos / "tagged_files.txt")});
+}
+
+TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {
+  BoxReader reader;
+  const EarlyBoxes early(reader);
   const int code = Launch({"-x", photos.Path()}, [](CMainFrame&, Session&) { FAIL() << "the program went on"; });
-  earlyReader = nullptr;
   EXPECT_NE(code, 0);
   ASSERT_EQ(reader.texts.size(), 1U);
   EXPECT_TRUE(reader.texts[0].starts_with("Usage: marrowlantern [-a<#cpu>]")) << reader.texts[0];
