@@ -12,6 +12,7 @@
 #include "app/recent_directories.h"
 #include "app/startup/start_files.h"
 #include "catalogue/image_item_maker.h"
+#include "options/engine_options.h"
 #include "platform/paths.h"
 
 namespace ml::app {
@@ -32,18 +33,12 @@ bool TaggedBehindUntagged(const catalogue::ImageList& list) {
   return std::any_of(untagged, list.marks.end(), [](const auto& marks) { return marks.tagged; });
 }
 
-imagefiles::ImageFileOptions OptionsOf(const settings::CatalogueSettings& from) {
-  return {.ignoreEmbeddedThumbnails = from.ignoreEmbeddedThumbnails != 0,
-          .useJpegExifOrientation = from.useJpegExifOrientation != 0,
-          .bindJpegToEos1DRaw = from.bindJpegToEos1DRaw != 0};
-}
-
 }  // namespace
 
 Session::Session(settings::Settings remembered, platform::Interaction& ask, std::function<void(int)> thumbnailReady)
     : settings(std::move(remembered)),
       ask_(ask),
-      worker_(list, catalogue::ImageItemMaker(OptionsOf(settings.catalogue)), std::move(thumbnailReady),
+      worker_(list, catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings)), std::move(thumbnailReady),
               WorkerThreads()),
       catalogue_(list, worker_, ask, *this) {
   const auto& from = settings.catalogue;
@@ -51,12 +46,10 @@ Session::Session(settings::Settings remembered, platform::Interaction& ask, std:
   list.sortMethod = static_cast<catalogue::SortMethod>(std::clamp(from.sortMethod, 0, 4));
   list.reverseSort = from.reverseSort != 0;
   ApplyThumbnailSize();
-  catalogue_.SetOptions({.showHidden = from.showHiddenDirectories != 0,
-                         .bindJpegToEos1DRaw = from.bindJpegToEos1DRaw != 0,
-                         .suppressOrderFile = from.suppressOrderFile != 0});
+  catalogue_.SetOptions(options::CatalogueOptionsOf(settings));
 }
 
-imagefiles::ImageFileOptions Session::ImageOptions() const { return OptionsOf(settings.catalogue); }
+imagefiles::ImageFileOptions Session::ImageOptions() const { return options::ImageFileOptionsOf(settings); }
 
 imagefiles::BitmapQuality Session::Quality() const {
   return {.highQuality = settings.display.highQualityMode != 0, .greyscale = blackAndWhite};
@@ -116,7 +109,10 @@ bool Session::Open(std::span<const std::string> paths) {
     return true;
   }
   if (start.files.empty()) return false;
-  if (catalogue_.LoadFileList(start.files) > 0) ShowImage(0);
+  if (catalogue_.LoadFileList(start.files) == 0) return true;
+  list.SelectOnly(0);
+  list.focusIndex = 0;
+  ShowImage(0);
   return true;
 }
 
