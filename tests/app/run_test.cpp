@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <csignal>
@@ -122,7 +123,7 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
     EXPECT_FALSE(frame.Actions().At(CommandId::NextImage)->isEnabled());
     frame.Actions().At(CommandId::ReverseSortOrder)->trigger();
-    frame.resize(901, 702);
+    frame.resize(701, 602);
   });
   EXPECT_EQ(test::ReadAll(photos / "tagged_files.txt"), "img_2.jpg\r\n");
   const auto order = test::ReadAll(photos / "marrowlantern.dat").value_or("");
@@ -135,7 +136,7 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
     EXPECT_EQ(session.list.TaggedPaths(), Names{photos / "img_2.jpg"});
     EXPECT_EQ(session.settings.recentDirectories, Names{photos.Path()});
-    EXPECT_EQ(frame.size(), QSize(901, 702));
+    EXPECT_EQ(frame.size(), QSize(701, 602));
   });
 }
 
@@ -148,6 +149,34 @@ TEST_F(Run, ShowsExactlyTheNamedFiles) {
           EXPECT_EQ(session.list.focusIndex, 0);
           EXPECT_EQ(session.list.SelectedCount(), 1);
         });
+}
+
+TEST_F(Run, WindowComesBackWhollyOnTheScreen) {
+  struct Case {
+    const char* name;
+    int left, top, right, bottom;
+  };
+  const Case cases[] = {{"of a larger screen", 300, 200, 4300, 2700},
+                        {"of a screen that is gone", -3000, 50, -2100, 700},
+                        {"inside out", 500, 400, 100, 100}};
+  Start({photos.Path()}, [&](CMainFrame& frame, Session&) {
+    const QRect room = frame.screen()->availableGeometry();
+    settings::WindowSettings place;
+    const auto restored = [&](const Case& c) {
+      place.left = c.left, place.top = c.top, place.right = c.right, place.bottom = c.bottom;
+      frame.RestorePlace(place);
+      return QRect(frame.pos(), frame.size());
+    };
+    for (const auto& c : cases) {
+      const QRect window = restored(c);
+      EXPECT_TRUE(room.contains(window)) << c.name;
+      EXPECT_GE(window.width(), room.width() / 2) << c.name;
+    }
+    EXPECT_EQ(restored({"as it was", 10, 20, 610, 520}), QRect(10, 20, 600, 500));
+    place = {};
+    frame.RestorePlace(place);
+    EXPECT_TRUE(room.contains(QRect(room.topLeft(), frame.size())));
+  });
 }
 
 TEST_F(Run, TellsOfDirectoriesThatAreNone) {
