@@ -16,7 +16,7 @@ ProgressLine::~ProgressLine() { Clear(); }
 void ProgressLine::Next(std::string_view name) {
   ++done_;
   if (!terminal_) return;
-  const auto shown = platform::ToDisplayLine(name);
+  const auto shown = platform::ToDisplayUtf8(name);
   const auto text = "\r\033[K" + std::to_string(done_) + " of " + std::to_string(count_) + " " + shown;
   std::fwrite(text.data(), 1, text.size(), stderr);
 }
