@@ -16,7 +16,6 @@
 #include "app/startup/affinity.h"
 #include "app/startup/messages.h"
 #include "app/startup/start_options.h"
-#include "app/system_scheme.h"
 #include "app/theme.h"
 #include "app/thumbnail_relay.h"
 #include "app/window_interaction.h"
@@ -55,6 +54,15 @@ bool ReadCommandLine(std::span<const char* const> arguments, platform::Interacti
   return true;
 }
 
+/// What a crash of an earlier run left half done, before anything else is written.
+void FinishEarlierRuns(platform::Interaction& ask) {
+  std::string text;
+  for (const auto& sentence : platform::FinishEarlierRuns()) text += (text.empty() ? "" : "
+
+") + sentence;
+  if (!text.empty()) ask.message({.text = text});
+}
+
 settings::Settings LoadSettings(settings::SettingsStore& store) {
   std::string warning;
   auto settings = store.Load(&warning);
@@ -85,16 +93,13 @@ void SaveForSessionEnd(CMainFrame& frame, Session& session, settings::SettingsSt
 int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&, Session&)>& loaded) {
   QApplication application(argc, argv);
   PrepareToolkit();
-  const SystemScheme scheme(&application);
-  ApplyTheme(application, scheme.Current());
-  QObject::connect(&scheme, &SystemScheme::changed, &application,
-                   [&application](Scheme wanted) { ApplyTheme(application, wanted); });
+  ApplyTheme(application);
   WindowInteraction ask;
   StartArguments start;
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
   if (!ReadCommandLine(arguments.subspan(arguments.empty() ? 0 : 1), ask, start)) return kWrongUsage;
+  FinishEarlierRuns(ask);
 
-  for (const auto& sentence : platform::FinishEarlierRuns()) ask.message({.text = sentence});
   settings::SettingsStore store;
   ThumbnailRelay relay;
   Session session(LoadSettings(store), ask, [&relay](int index) { Q_EMIT relay.ready(index); });

@@ -115,6 +115,7 @@ void CommandActions::FillMenuBar(QMenuBar& bar) {
     auto*& menu = menus_[static_cast<std::size_t>(row.menu)];
     if (!menu) {
       const auto title = ToQString(MenuTitle(row.menu));
+      if (row.menu == Menu::Sort) MenuOf(Menu::View)->addSeparator();
       menu = row.menu == Menu::Sort ? MenuOf(Menu::View)->addMenu(title) : bar.addMenu(title);
     } else if (last && (last->menu != row.menu || last->group != row.group)) {
       menu->addSeparator();

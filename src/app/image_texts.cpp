@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kProgram = "Marrowlantern";
 
-std::string ShownName(const std::string& path) { return platform::ToDisplayUtf8(platform::FileName(path)); }
+std::string ShownName(const std::string& path) { return platform::ToDisplayLine(platform::FileName(path)); }
 
 std::string PlaceText(const Session& session, int index) {
   return std::to_string(index + 1) + "/" + std::to_string(session.list.Count());
@@ -38,7 +38,7 @@ std::string TitleText(const Session& session) {
   if (session.mode != ViewMode::Thumbnails && session.list.ValidIndex(session.list.currentIndex)) {
     what = ShownName(session.list.currentPath);
   } else {
-    what = platform::ToDisplayUtf8(session.Images().Directory());
+    what = platform::ToDisplayLine(session.Images().Directory());
   }
   return what.empty() ? std::string(kProgram) : what + " - " + std::string(kProgram);
 }

@@ -8,6 +8,7 @@
 #include <QShowEvent>
 #include <QStatusBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "app/command_actions.h"
 #include "app/image_texts.h"
@@ -21,6 +22,8 @@ namespace {
 using platform::ui::ToQString;
 
 constexpr QSize kDefaultSize{1100, 760};
+/// Title and edges are known only once the window shows.
+constexpr QSize kRoomForFrame{8, 32};
 constexpr int kPaneMargin = 4;
 constexpr int kMadeTextMilliseconds = 150;
 /// Part of the state of bars; raised when bars come or go, so that an older state is not taken.
@@ -39,11 +42,31 @@ QLabel* AddPane(QStatusBar& bar, const QString& name, int stretch) {
   return pane;
 }
 
-bool IsOnSomeScreen(const QRect& rectangle) {
+/// Of the screens that a window at `rectangle` lies on; the first screen's if it lies on none.
+QRect RoomFor(const QRect& rectangle) {
+  QRect room;
   for (const auto* screen : QGuiApplication::screens()) {
-    if (screen->availableGeometry().intersects(rectangle)) return true;
+    if (screen->availableGeometry().intersects(rectangle)) room |= screen->availableGeometry();
   }
-  return false;
+  return room.isNull() ? QGuiApplication::primaryScreen()->availableGeometry() : room;
+}
+
+struct Span {
+  int begin, length;
+};
+
+/// `wanted`, cut down and moved where it does not fit into `room` with its frame.
+Span FittedInto(Span room, Span wanted, int frame) {
+  const int length = std::min(wanted.length, room.length - frame);
+  const int last = room.begin + room.length - length - frame;
+  return {std::clamp(wanted.begin, room.begin, std::max(room.begin, last)), length};
+}
+
+/// The screen may be another one than last time.
+QRect FittedInto(const QRect& room, const QRect& wanted) {
+  const auto across = FittedInto({room.left(), room.width()}, {wanted.left(), wanted.width()}, kRoomForFrame.width());
+  const auto down = FittedInto({room.top(), room.height()}, {wanted.top(), wanted.height()}, kRoomForFrame.height());
+  return {across.begin, down.begin, across.length, down.length};
 }
 
 }  // namespace
@@ -93,14 +116,15 @@ void CMainFrame::Connect() {
 }
 
 void CMainFrame::RestorePlace(const settings::WindowSettings& place) {
-  resize(kDefaultSize);
-  QRect rectangle = geometry();
+  QRect rectangle(pos(), kDefaultSize);
   if (place.left) rectangle.moveLeft(*place.left);
   if (place.top) rectangle.moveTop(*place.top);
   if (place.right && place.left) rectangle.setWidth(*place.right - *place.left);
   if (place.bottom && place.top) rectangle.setHeight(*place.bottom - *place.top);
-  if (rectangle.isValid()) resize(rectangle.size());
-  if (place.left && place.top && IsOnSomeScreen(rectangle)) move(rectangle.topLeft());
+  if (!rectangle.isValid()) rectangle.setSize(kDefaultSize);
+  rectangle = FittedInto(RoomFor(rectangle), rectangle);
+  resize(rectangle.size());
+  if (place.left && place.top) move(rectangle.topLeft());
   if (!place.state.empty()) {
     restoreState(QByteArray(place.state.data(), static_cast<qsizetype>(place.state.size())), kStateVersion);
   }

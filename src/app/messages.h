@@ -11,8 +11,12 @@ inline std::string UnableToSaveOrder(const std::string& directory) {
   return "Unable to save the thumbnail order in:\n" + directory;
 }
 
+inline constexpr std::string_view kSaveOrderTitle = "Save current thumbnail order to file";
+inline constexpr std::string_view kLoadOrderTitle = "Load thumbnail order from file";
 inline constexpr std::string_view kOrderFileFilter =
     "Custom Sort Order files (*.xml)|*.xml|Dat files (*.dat)|*.dat|All files (*.*)|*.*||";
+inline constexpr std::string_view kSaveTagsTitle = "Save list of tags to file";
+inline constexpr std::string_view kLoadTagsTitle = "Select a tag file to load";
 inline constexpr std::string_view kTagFileFilter =
     "Tag files (*.tag)|*.tag|Text files (*.txt)|*.txt|All files (*.*)|*.*||";
 inline constexpr std::string_view kIgnoreExtensions = "Ignore file extensions when applying tags";

@@ -1,6 +1,7 @@
 #include "app/picture_view.h"
 
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
@@ -8,12 +9,15 @@
 
 #include "app/theme.h"
 #include "imaging/ui/pixel_image.h"
+#include "platform/ui/accent.h"
 #include "platform/ui/path_drop_target.h"
 
 namespace ml::app {
 namespace {
 
 constexpr int kMessageMargin = 16;
+/// Within the room that pictures leave free at the edges of the pane.
+constexpr int kFocusRing = 2;
 constexpr int kWheelNotch = 120;
 /// While a splitter moves, nothing is decoded anew.
 constexpr int kSizeRests = 120;
@@ -71,6 +75,15 @@ void PictureView::paintEvent(QPaintEvent*) {
   WatchPixelSize();
   QPainter painter(this);
   painter.fillRect(rect(), PictureGround());
+  DrawContent(painter);
+  if (!ringed_) return;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(
+      QPen(platform::ui::AccentFor(PictureGround()), kFocusRing, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+  painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void PictureView::DrawContent(QPainter& painter) {
   if (picture_.Empty()) {
     painter.setPen(PictureGroundText());
     const QRect area = rect().marginsRemoved({kMessageMargin, kMessageMargin, kMessageMargin, kMessageMargin});
@@ -116,6 +129,17 @@ void PictureView::TellColourAt(const QPointF& position) {
   const int y = static_cast<int>(std::floor(inside.y() * picture_.height / place.height()));
   const bool onPicture = QRect(0, 0, picture_.width, picture_.height).contains(x, y);
   Q_EMIT colourUnderMouse(onPicture ? RgbText(imaging::ui::WrapPixels(picture_).pixel(x, y)) : QString());
+}
+
+/// The ring is for those who go from pane to pane by key; nobody else needs to be told.
+void PictureView::focusInEvent(QFocusEvent* event) {
+  ringed_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  update();
+}
+
+void PictureView::focusOutEvent(QFocusEvent*) {
+  ringed_ = false;
+  update();
 }
 
 void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {

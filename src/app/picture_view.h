@@ -47,6 +47,8 @@ class PictureView final : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
 
@@ -54,11 +56,13 @@ class PictureView final : public QWidget {
   QRectF PlaceOfPicture() const;
   void TellColourAt(const QPointF& position);
   void WatchPixelSize();
+  void DrawContent(QPainter& painter);
 
   imaging::PixelBuffer picture_;
   QString message_;
   QSize toldSize_;
-  int wheelRest_ = 0;  ///< eighths of a degree short of a notch
+  bool ringed_ = false;  ///< the keyboard brought the focus here
+  int wheelRest_ = 0;    ///< eighths of a degree short of a notch
   class QTimer* sizeRests_;
 };
 

@@ -13,7 +13,7 @@ void AddRecentDirectory(settings::RecentDirectories& recent, const std::string& 
 }
 
 std::string RecentDirectoryText(std::size_t place, const std::string& directory) {
-  return "&" + std::to_string(place + 1) + " " + platform::ReplaceAll(platform::ToDisplayUtf8(directory), "&", "&&");
+  return "&" + std::to_string(place + 1) + " " + platform::ReplaceAll(platform::ToDisplayLine(directory), "&", "&&");
 }
 
 }  // namespace ml::app

@@ -113,7 +113,10 @@ bool Session::Open(std::span<const std::string> paths) {
     return true;
   }
   if (start.files.empty()) return false;
-  if (catalogue_.LoadFileList(start.files) > 0) ShowImage(0);
+  if (catalogue_.LoadFileList(start.files) == 0) return true;
+  list.SelectOnly(0);
+  list.focusIndex = 0;
+  ShowImage(0);
   return true;
 }
 

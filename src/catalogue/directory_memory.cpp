@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <unordered_set>
+#include <iterator>
 
 #include "catalogue/kept_names.h"
 #include "catalogue/list_file.h"
@@ -21,6 +21,10 @@ std::vector<std::string> FileNames(const std::vector<std::string>& paths) {
   names.reserve(paths.size());
   for (const auto& path : paths) names.emplace_back(platform::FileName(path));
   return names;
+}
+
+std::unordered_set<std::string> AsSet(std::vector<std::string> paths) {
+  return {std::make_move_iterator(paths.begin()), std::make_move_iterator(paths.end())};
 }
 
 const std::vector<std::string>& PathsInOrder(const ImageList& list, SortMethod method) {
@@ -40,6 +44,7 @@ void DirectoryMemory::Enter(const std::string& directory, Coverage coverage, std
   coverage_ = coverage;
   orderUnreadable_ = LoadOrderFile(OrderPath(), paths, list) == ReadState::Unreadable;
   tagsUnreadable_ = false;
+  savedTags_.clear();
 }
 
 std::string DirectoryMemory::OrderPath() const { return directory_ + std::string(kOrderFileName); }
@@ -48,21 +53,38 @@ void DirectoryMemory::ApplyTags(ImageList& list) {
   const auto file = ReadListFile(directory_ + std::string(kTagFileName));
   tagsUnreadable_ = file.state == ReadState::Unreadable;
   TagNames(list, directory_, ParseTagFile(file.text));
+  savedTags_ = AsSet(list.TaggedPaths());
 }
 
-bool DirectoryMemory::SaveTags(const ImageList& list) const {
+bool DirectoryMemory::SaveTags(const ImageList& list) {
   if (list.Empty() || directory_.empty()) return true;
   if (tagsUnreadable_) return false;
   const auto path = directory_ + std::string(kTagFileName);
-  auto names = NamesHere(list.TaggedPaths());
-  if (coverage_ == Coverage::SomeFiles) {
-    const auto old = ReadListFile(path);
-    if (old.state == ReadState::Unreadable) return false;
-    names = MergeKeptNames(ParseTagFile(old.text), names, StaysOut(list));
-  }
+  const auto file = ReadListFile(path);
+  if (file.state == ReadState::Unreadable) return false;
+  const auto inFile = ParseTagFile(file.text);
+  // A file that is gone says nothing of what others did.
+  const bool alone = file.state == ReadState::Missing;
+  auto names = NamesHere(alone ? list.TaggedPaths() : TaggedHereOrByOthers(list, inFile));
+  if (coverage_ == Coverage::SomeFiles) names = MergeKeptNames(inFile, names, StaysOut(list));
   const auto text = BuildTagFile(names);
-  if (!text.empty()) return WriteIfChanged(path, text) != WriteState::Failed;
-  return ::unlink(path.c_str()) == 0 || errno == ENOENT;
+  const bool saved =
+      text.empty() ? ::unlink(path.c_str()) == 0 || errno == ENOENT : WriteIfChanged(path, text) != WriteState::Failed;
+  if (saved) savedTags_ = AsSet(list.TaggedPaths());
+  return saved;
+}
+
+std::vector<std::string> DirectoryMemory::TaggedHereOrByOthers(const ImageList& list,
+                                                               const std::vector<std::string>& inFile) const {
+  ImageList asInFile;
+  asInFile.Assign(list.files);
+  TagNames(asInFile, directory_, inFile);
+  for (int index = 0; index < list.Count(); ++index) {
+    const auto place = static_cast<std::size_t>(index);
+    const bool tagged = list.marks[place].tagged;
+    if (tagged != savedTags_.contains(list.files[place])) asInFile.SetTag(index, tagged);
+  }
+  return asInFile.TaggedPaths();
 }
 
 bool DirectoryMemory::SaveOrder(const ImageList& list) const {

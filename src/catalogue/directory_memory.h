@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "catalogue/image_list.h"
@@ -29,19 +30,22 @@ class DirectoryMemory {
 
   /// Tags the entries that the tag file names.
   void ApplyTags(ImageList& list);
-  /// Writes the tag file, or deletes it if nothing is tagged. An empty list saves nothing. False if what is on
-  /// disk is not what was to be saved.
-  bool SaveTags(const ImageList& list) const;
-  /// The same for the order file.
+  /// Writes the tag file, or deletes it if nothing is tagged. Entries whose tag did not change in this visit are
+  /// saved as the file has them now: another copy of the program may have been here too. An empty list saves
+  /// nothing. False if what is on disk is not what was to be saved.
+  bool SaveTags(const ImageList& list);
+  /// Writes the order file, under the same conditions.
   bool SaveOrder(const ImageList& list) const;
 
  private:
+  std::vector<std::string> TaggedHereOrByOthers(const ImageList& list, const std::vector<std::string>& inFile) const;
   std::vector<std::string> NamesHere(const std::vector<std::string>& paths) const;
   /// Whether what a file says of `name` is kept: it exists and is not in `list`.
   std::function<bool(const std::string& name)> StaysOut(const ImageList& list) const;
 
   std::string directory_;
   Coverage coverage_ = Coverage::WholeDirectory;
+  std::unordered_set<std::string> savedTags_;  ///< paths that were tagged when the tag file was last read or written
   bool orderUnreadable_ = false;
   bool tagsUnreadable_ = false;
 };

@@ -71,6 +71,19 @@ std::string ToDisplayUtf8(std::string_view bytes) {
   return out;
 }
 
+std::string ToDisplayLine(std::string_view bytes) {
+  const auto shown = ToDisplayUtf8(bytes);
+  std::string line;
+  line.reserve(shown.size());
+  for (std::size_t i = 0; i < shown.size();) {
+    const auto c = DecodeUtf8(shown, i);
+    const bool control = c.value < 0x20 || (c.value >= 0x7F && c.value < 0xA0);
+    line += control ? " " : shown.substr(i, c.length);
+    i += c.length;
+  }
+  return line;
+}
+
 std::size_t CodePointCount(std::string_view bytes) {
   std::size_t count = 0;
   for (std::size_t i = 0; i < bytes.size(); i += DecodeUtf8(bytes, i).length) ++count;

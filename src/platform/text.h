@@ -13,6 +13,8 @@ bool IsValidUtf8(std::string_view bytes);
 
 /// Valid UTF-8 for display: the bytes as they are if they are valid UTF-8, else read as Windows-1252.
 std::string ToDisplayUtf8(std::string_view bytes);
+/// The same for one line of text: control characters, which names may hold, become blanks.
+std::string ToDisplayLine(std::string_view bytes);
 
 /// One decoded character: its code point and how many bytes it took. A broken byte counts as one
 /// character of one byte, with the byte's value.

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <optional>
@@ -89,6 +90,33 @@ TEST(DirectoryTreeView, RefreshFollowsTheDiskAndKeepsThePlace) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return tree.Children() == Names{"a", "b", "e", "f"}; }));
   EXPECT_EQ(tree.view.Directory(), dir.Path());
 }
+
+struct Depth {
+  int levels;
+  bool scrollsSideways;
+};
+class DirectoryTreeDepth : public testing::TestWithParam<Depth> {};
+TEST_P(DirectoryTreeDepth, CurrentRowIsWhollyInSight) {
+  const test::TempDir dir;
+  for (int i = 0; i < 40; ++i) MakeDirectory(dir / ("a directory with a very long name " + std::to_string(i)));
+  std::string target = dir.Path();
+  for (int level = 0; level < GetParam().levels; ++level) MakeDirectory(target += "/z");
+  Tree tree;
+  tree.view.resize(200, 400);
+  tree.view.SetDirectory(target);
+  ASSERT_TRUE(tree.WaitAt(target));
+  for (const int height : {400, 150}) {
+    tree.view.resize(200, height);
+    QTest::qWait(50);
+    EXPECT_EQ(tree.view.horizontalScrollBar()->isVisible(), GetParam().scrollsSideways);
+    const auto row = tree.view.visualRect(tree.view.currentIndex());
+    const auto pane = tree.view.viewport()->rect();
+    EXPECT_TRUE(row.top() >= 0 && row.bottom() <= pane.bottom()) << height;
+    EXPECT_GT(row.intersected(pane).width(), 60) << height;
+  }
+}
+INSTANTIATE_TEST_SUITE_P(All, DirectoryTreeDepth, testing::Values(Depth{1, false}, Depth{12, true}),
+                         [](const auto& c) { return "Levels" + std::to_string(c.param.levels); });
 
 TEST(DirectoryTreeView, GoneDirectoryDoesNotChooseItsNeighbour) {
   const test::TempDir dir;

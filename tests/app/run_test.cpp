@@ -1,13 +1,17 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 
@@ -20,6 +24,10 @@
 #include "app/summary_pane.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "imagefiles/ui/histogram_panel.h"
+#include "platform/data_folders.h"
+#include "platform/overwrite_note.h"
+#include "platform/paths.h"
+#include "platform/temporary_name.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -117,7 +125,7 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
     EXPECT_FALSE(frame.Actions().At(CommandId::NextImage)->isEnabled());
     frame.Actions().At(CommandId::ReverseSortOrder)->trigger();
-    frame.resize(901, 702);
+    frame.resize(701, 602);
   });
   EXPECT_EQ(test::ReadAll(photos / "tagged_files.txt"), "img_2.jpg\r\n");
   const auto order = test::ReadAll(photos / "marrowlantern.dat").value_or("");
@@ -130,7 +138,7 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
     EXPECT_EQ(session.list.TaggedPaths(), Names{photos / "img_2.jpg"});
     EXPECT_EQ(session.settings.recentDirectories, Names{photos.Path()});
-    EXPECT_EQ(frame.size(), QSize(901, 702));
+    EXPECT_EQ(frame.size(), QSize(701, 602));
   });
 }
 
@@ -140,7 +148,37 @@ TEST_F(Run, ShowsExactlyTheNamedFiles) {
         [&](CMainFrame&, Session& session) {
           EXPECT_EQ(FilesOf(session), (Names{"img_2.jpg", "img_10.jpg"}));
           EXPECT_EQ(session.list.currentIndex, 0);
+          EXPECT_EQ(session.list.focusIndex, 0);
+          EXPECT_EQ(session.list.SelectedCount(), 1);
         });
+}
+
+TEST_F(Run, WindowComesBackWhollyOnTheScreen) {
+  struct Case {
+    const char* name;
+    int left, top, right, bottom;
+  };
+  const Case cases[] = {{"of a larger screen", 300, 200, 4300, 2700},
+                        {"of a screen that is gone", -3000, 50, -2100, 700},
+                        {"inside out", 500, 400, 100, 100}};
+  Start({photos.Path()}, [&](CMainFrame& frame, Session&) {
+    const QRect room = frame.screen()->availableGeometry();
+    settings::WindowSettings place;
+    const auto restored = [&](const Case& c) {
+      place.left = c.left, place.top = c.top, place.right = c.right, place.bottom = c.bottom;
+      frame.RestorePlace(place);
+      return QRect(frame.pos(), frame.size());
+    };
+    for (const auto& c : cases) {
+      const QRect window = restored(c);
+      EXPECT_TRUE(room.contains(window)) << c.name;
+      EXPECT_GE(window.width(), room.width() / 2) << c.name;
+    }
+    EXPECT_EQ(restored({"as it was", 10, 20, 610, 520}), QRect(10, 20, 600, 500));
+    place = {};
+    frame.RestorePlace(place);
+    EXPECT_TRUE(room.contains(QRect(room.topLeft(), frame.size())));
+  });
 }
 
 TEST_F(Run, TellsOfDirectoriesThatAreNone) {
@@ -235,15 +273,53 @@ TEST_F(Run, BrokenSettingsAreToldAndKept) {
 
 BoxReader* earlyReader = nullptr;
 
-TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {
-  // The box comes before there is a window that could tell of itself.
-  qAddPreRoutine([] {
-    if (earlyReader) earlyReader->Start();
-  });
+/// Reads boxes that come before there is a window that could tell of itself.
+class EarlyBoxes {
+ public:
+  explicit EarlyBoxes(BoxReader& reader) {
+    static const bool known = [] {
+      qAddPreRoutine([] {
+        if (earlyReader) earlyReader->Start();
+      });
+      return true;
+    }();
+    static_cast<void>(known);
+    earlyReader = &reader;
+  }
+  ~EarlyBoxes() { earlyReader = nullptr; }
+};
+
+/// Leaves `target` as a run does that was killed when the new content was about to be copied over it.
+void InterruptOverwrite(const std::string& target, const std::string& oldContent, const std::string& newContent) {
+  auto& files = platform::RealFileSystem();
+  const auto temporary = platform::NewTemporaryName();
+  platform::OverwriteNote note{
+      .target = target,
+      .copy = platform::JoinPath(platform::DirectoryOf(target), platform::CopyNameOf(temporary)),
+      .newSize = newContent.size()};
+  std::ofstream(target) << oldContent;
+  std::ofstream(note.copy) << newContent;
+  platform::DescribeOldContent(platform::OpenRegular(files, target, O_RDONLY), note);
+  const auto directory = platform::OverwriteNoteDirectory(platform::userStateDir());
+  std::filesystem::create_directories(directory);
+  platform::WriteOverwriteNote(files, note, platform::JoinPath(directory, temporary));
+}
+
+TEST_F(Run, FinishesAndTellsWhatACrashCutOff) {
+  InterruptOverwrite(photos / "tagged_files.txt", "img_1.jpg\r\n", "img_2.jpg\r\n");
   BoxReader reader;
-  earlyReader = &reader;
+  const EarlyBoxes early(reader);
+  Launch({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    EXPECT_EQ(session.list.TaggedPaths(), Names{photos / "img_2.jpg"});
+    frame.Runner().Run(CommandId::Quit);
+  });
+  EXPECT_EQ(reader.texts, Names{"A change that was cut off has been finished:\n" + (photos / "tagged_files.txt")});
+}
+
+TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {
+  BoxReader reader;
+  const EarlyBoxes early(reader);
   const int code = Launch({"-x", photos.Path()}, [](CMainFrame&, Session&) { FAIL() << "the program went on"; });
-  earlyReader = nullptr;
   EXPECT_NE(code, 0);
   ASSERT_EQ(reader.texts.size(), 1U);
   EXPECT_TRUE(reader.texts[0].starts_with("Usage: marrowlantern [-a<#cpu>]")) << reader.texts[0];

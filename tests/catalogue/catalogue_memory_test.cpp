@@ -174,6 +174,27 @@ TEST_F(CatalogueMemory, WhatCannotBeReadIsNeitherWrittenNorDeleted) {
   EXPECT_EQ(open.Tagged(), Names{"3.jpg"}) << "the next visit reads it";
 }
 
+TEST_F(CatalogueMemory, CopiesOfTheProgramKeepEachOthersTags) {
+  dir_.Write("a/tagged_files.txt", "1.jpg\r\n");
+  OpenCatalogue open(a_), idle(a_);
+  open.Tag({"2.jpg"});
+  open.list.SetTag(0, false);
+  open.catalogue.SaveOnLeave();
+  idle.catalogue.SaveOnLeave();
+  EXPECT_EQ(Tags(), "2.jpg\r\n") << "what nobody changed there is left alone";
+  idle.Tag({"3.jpg"});
+  idle.catalogue.SaveOnLeave();
+  EXPECT_EQ(Tags(), "2.jpg\r\n3.jpg\r\n");
+  open.list.SetTag(0, true);
+  open.catalogue.SaveOnLeave();
+  open.list.SetTag(0, false);
+  open.catalogue.SaveOnLeave();
+  EXPECT_EQ(Tags(), "2.jpg\r\n3.jpg\r\n") << "a tag that came and went between two saves";
+  dir_.Remove("a/tagged_files.txt");
+  open.catalogue.SaveOnLeave();
+  EXPECT_EQ(Tags(), "2.jpg\r\n") << "a lost file is written again";
+}
+
 TEST_F(CatalogueMemory, SavedAndLoadedOrders) {
   OpenCatalogue open(a_);
   open.catalogue.SortBy(SortMethod::Timestamp);

@@ -16,6 +16,12 @@ TEST(Text, ShowsUtf8AsItIsAndOtherBytesAsWindows1252) {
     EXPECT_TRUE(IsValidUtf8(ToDisplayUtf8(std::string(2, static_cast<char>(byte)))));
 }
 
+TEST(Text, ShowsNamesOnOneLine) {
+  EXPECT_EQ(ToDisplayLine("new\nli\tne\x1B\x7F.jpg"), "new li ne  .jpg");
+  EXPECT_EQ(ToDisplayLine("\u00C4\u0085\u00A0"), "\u00C4 \u00A0");
+  EXPECT_EQ(ToDisplayLine("\xC4\n"), "\u00C4 ");
+}
+
 TEST(Text, RefusesBrokenUtf8) {
   for (const char* broken : {"\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\x80",
                              "\xE2\x82", "\xE2(\xA1"}) {

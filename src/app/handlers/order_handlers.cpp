@@ -23,7 +23,7 @@ void SaveOrder(CommandContext& context) {
 }
 
 void SaveOrderAs(CommandContext& context) {
-  const auto path = context.session.Ask().saveAs({.title = "Save current thumbnail order to file",
+  const auto path = context.session.Ask().saveAs({.title = std::string(kSaveOrderTitle),
                                                   .filter = std::string(kOrderFileFilter),
                                                   .defaultExtension = ".dat",
                                                   .start = context.session.Images().Directory()});
@@ -31,7 +31,7 @@ void SaveOrderAs(CommandContext& context) {
 }
 
 void LoadOrder(CommandContext& context) {
-  const auto answer = OpenFile(context.frame, {.title = "Load thumbnail order from file",
+  const auto answer = OpenFile(context.frame, {.title = std::string(kLoadOrderTitle),
                                                .filter = std::string(kOrderFileFilter),
                                                .start = context.session.Images().Directory()});
   if (answer) context.session.Images().LoadCustomOrder(answer->path);

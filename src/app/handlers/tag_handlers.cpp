@@ -33,7 +33,7 @@ void SetTags(CommandContext& context) {
 }
 
 void SaveTags(CommandContext& context) {
-  const auto path = context.session.Ask().saveAs({.title = "Save list of tags to file",
+  const auto path = context.session.Ask().saveAs({.title = std::string(kSaveTagsTitle),
                                                   .filter = std::string(kTagFileFilter),
                                                   .defaultExtension = ".tag",
                                                   .start = context.session.Images().Directory()});
@@ -43,7 +43,7 @@ void SaveTags(CommandContext& context) {
 template <bool merge>
 void LoadTags(CommandContext& context) {
   auto& ignoreExtension = context.session.settings.catalogue.tagsIgnoreExt;
-  const auto answer = OpenFile(context.frame, {.title = "Select a tag file to load",
+  const auto answer = OpenFile(context.frame, {.title = std::string(kLoadTagsTitle),
                                                .filter = std::string(kTagFileFilter),
                                                .start = context.session.Images().Directory(),
                                                .checkText = std::string(kIgnoreExtensions),

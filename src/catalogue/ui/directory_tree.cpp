@@ -5,6 +5,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <string_view>
 
 #include "catalogue/ui/directory_model.h"
@@ -16,6 +17,8 @@ namespace {
 constexpr int kIndentation = 16;
 constexpr int kIconSize = 20;
 constexpr int kRowHeight = 24;
+/// What is left of the name of a directory deep down, in characters, before the tree scrolls sideways.
+constexpr int kLeastOfName = 10;
 /// Wandering through the tree by arrow keys does not load every directory on the way.
 constexpr int kKeysRest = 250;
 
@@ -51,9 +54,9 @@ DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new Di
   setFrameShape(QFrame::NoFrame);
   setEditTriggers(NoEditTriggers);
   setExpandsOnDoubleClick(true);
-  setTextElideMode(Qt::ElideNone);
-  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  header()->setSectionResizeMode(QHeaderView::Fixed);
   header()->setStretchLastSection(false);
+  header()->setMinimumSectionSize(0);
   setItemDelegate(new RowDelegate(this));
   setModel(model_);
   model_->SetRoots(DefaultRoots());
@@ -124,30 +127,45 @@ void DirectoryTree::GoOnToTarget() {
   target_.clear();
   const QScopedValueRollback guard(quiet_, true);
   setCurrentIndex(at);
-  // Only now do the new rows get their places, and perhaps a scroll bar takes the room of the last one.
-  QMetaObject::invokeMethod(this, &DirectoryTree::ShowCurrent, Qt::QueuedConnection);
+  ShowCurrent();
 }
 
-/// A row out of sight comes with its neighbourhood.
+/// Names too long for the pane are cut, their tool tips have them whole: a bar to scroll sideways comes only
+/// for a current row that stands so deep that nothing of its name would be left.
+void DirectoryTree::FitColumn() {
+  int depth = 1;
+  for (QModelIndex above = currentIndex().parent(); above.isValid(); above = above.parent()) ++depth;
+  const int least = depth * indentation() + kIconSize + kLeastOfName * fontMetrics().averageCharWidth();
+  header()->resizeSection(0, std::max(viewport()->width(), least));
+}
+
 void DirectoryTree::ShowCurrent() {
-  const bool inSight = viewport()->rect().contains(visualRect(currentIndex()).center());
-  scrollTo(currentIndex(), inSight ? EnsureVisible : PositionAtCenter);
+  FitColumn();
+  executeDelayedItemsLayout();
+  scrollTo(currentIndex());
+  horizontalScrollBar()->setValue(horizontalScrollBar()->maximum());
 }
 
-/// A long name somewhere makes all rows wide, and the toolkit would then centre a row's empty end: what counts
-/// is where its name begins.
-void DirectoryTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
-  auto* bar = horizontalScrollBar();
-  const int before = bar->value();
-  QTreeView::scrollTo(index, hint);
-  bar->setValue(before);
-  const int left = visualRect(index).left();
-  const int third = viewport()->width() / 3;
-  if (left < 0 || left > 2 * third) bar->setValue(before + left - third);
+/// The current row stays in sight, also when a scroll bar takes its place away.
+void DirectoryTree::resizeEvent(QResizeEvent* event) {
+  const bool inSight = visualRect(currentIndex()).intersects({QPoint(), event->oldSize()});
+  QTreeView::resizeEvent(event);
+  inSight ? ShowCurrent() : FitColumn();
+}
+
+void DirectoryTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  QStyleOptionViewItem row = option;
+  if (!hasFocus()) {
+    // The accent belongs to where the keys go.
+    const int grey = qGray(palette().color(QPalette::Highlight).rgb());
+    row.palette.setColor(QPalette::Highlight, {grey, grey, grey});
+  }
+  QTreeView::drawRow(painter, row, index);
 }
 
 void DirectoryTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTreeView::currentChanged(current, previous);
+  FitColumn();
   if (quiet_ || !current.isValid()) return;
   target_.clear();
   choice_.start(byKey_ ? kKeysRest : 0);

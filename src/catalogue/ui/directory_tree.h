@@ -25,7 +25,6 @@ class DirectoryTree final : public QTreeView {
   void SetShowHidden(bool show);
   /// Looks again at the mounted volumes and at what is open.
   void Refresh();
-  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
  Q_SIGNALS:
   /// By mouse, or by keyboard once the keys rest.
@@ -34,6 +33,8 @@ class DirectoryTree final : public QTreeView {
 
  protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -41,6 +42,7 @@ class DirectoryTree final : public QTreeView {
 
  private:
   void GoOnToTarget();
+  void FitColumn();
   void ShowCurrent();
   QModelIndex RootFor(const std::string& directory) const;
   void ReadOpen(const QModelIndex& parent);

@@ -22,13 +22,7 @@ bool DigitsHaveOneWidth(const QFont& font) {
 
 QString ToQString(std::string_view bytes) { return QString::fromStdString(ToDisplayUtf8(bytes)); }
 
-QString ToLabel(std::string_view bytes) {
-  QString label = ToQString(bytes);
-  for (QChar& c : label) {
-    if (c.category() == QChar::Other_Control) c = QLatin1Char(' ');
-  }
-  return label;
-}
+QString ToLabel(std::string_view bytes) { return QString::fromStdString(ToDisplayLine(bytes)); }
 
 std::string PathFromQt(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
