@@ -57,9 +57,7 @@ bool ReadCommandLine(std::span<const char* const> arguments, platform::Interacti
 /// What a crash of an earlier run left half done, before anything else is written.
 void FinishEarlierRuns(platform::Interaction& ask) {
   std::string text;
-  for (const auto& sentence : platform::FinishEarlierRuns()) text += (text.empty() ? "" : "
-
-") + sentence;
+  for (const auto& sentence : platform::FinishEarlierRuns()) text += (text.empty() ? "" : "\n\n") + sentence;
   if (!text.empty()) ask.message({.text = text});
 }
 

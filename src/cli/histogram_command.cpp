@@ -91,11 +91,12 @@ void AddHistogramCommand(CLI::App& program, RunState& state) {
                              {.highQuality = state.settings.display.highQualityMode != 0}};
       auto result = Json::array();
       for (const auto& file : arguments->files) {
-        state.CheckCancelled();
+        if (state.stop.stop_requested()) break;
         auto object = CountOne(file, job, state);
         if (state.json) result.push_back(std::move(object));
       }
       if (state.json) PrintJson(result);
+      if (state.stop.stop_requested()) throw platform::Cancelled();
     };
   });
 }
