@@ -2,12 +2,10 @@
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
-#include <numeric>
 #include <string>
 #include <vector>
 
 #include "cli/cli_run.h"
-#include "support/ciff_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -175,37 +173,6 @@ TEST_F(Cli, ListSortsByTheTimeOfTheShot) {
   dir.Write("c.jpg", "no date but the file's");
   EXPECT_EQ(Names(Json({"list", dir.Path(), "--sort", "timestamp"})),
             (std::vector<std::string>{"b.jpg", "a.jpg", "c.jpg"}));
-}
-
-TEST_F(Cli, PicturesOfRawFilesTellWhereTheyCameFrom) {
-  const auto crw = dir.Write("a.crw", CrwHeap(CameraRaw{.orientation = 6}).BuildFile(Endian::Little));
-  dir.Write("a.thm", MakePhoto({.width = 160, .height = 120, .thumbnail = false}));
-  const auto thumb = Json({"thumb", crw, "--size", "80", "--out", dir / "out"});
-  EXPECT_EQ(thumb[0]["source"], "thm");
-  EXPECT_EQ(thumb[0]["height"], 80);
-  const auto preview = Json({"preview", crw, "--box", "300x300", "--out", dir / "out2"});
-  EXPECT_EQ(preview[0]["source"], "embedded");
-  EXPECT_EQ(preview[0]["width"], 225);
-}
-
-TEST_F(Cli, HistogramCountsTheFittedPicture) {
-  const auto photo = dir.Write("a.jpg", EncodeJpeg(PaintPlain(100, 80, 0xc86432), {.quality = 98}));
-  const auto all = Json({"histogram", photo, dir / "gone.jpg", "--box", "50x50"}, 1);
-  ASSERT_EQ(all.size(), 2U);
-  EXPECT_EQ(all[0]["path"], photo);
-  EXPECT_EQ(all[0]["pixelCount"], 2000);
-  const auto sum = [&](const char* table) {
-    return std::accumulate(all[0][table].begin(), all[0][table].end(), 0,
-                           [](int so, const auto& n) { return so + int(n); });
-  };
-  EXPECT_EQ(sum("red"), 2000);
-  EXPECT_EQ(sum("combined"), 8000);
-  ASSERT_EQ(all[0]["blue"].size(), 256U);
-  EXPECT_GT(int(all[0]["blue"][0x32]) + int(all[0]["blue"][0x33]) + int(all[0]["blue"][0x31]), 1900);
-  EXPECT_NE(all[1]["message"].get<std::string>().find("gone.jpg"), std::string::npos);
-  EXPECT_EQ(all[1]["pixelCount"], 0);
-  EXPECT_NE(run({"histogram", photo, "--box", "50x50"}).output.find("2000 pixels, mean red 200.0"), std::string::npos);
-  EXPECT_EQ(run({"histogram", photo, "--box", "50"}).exitCode, 2);
 }
 
 TEST_F(Cli, SettingsAreShownOverriddenAndKept) {
