@@ -83,7 +83,9 @@ FileStatusGuard::~FileStatusGuard() {
 }
 
 bool FileStatusGuard::MakeWritable() {
-  if (!IsReadOnly(path_, fileSystem_)) return saved_.has_value();
+  const auto status = ReadFileStatus(path_, fileSystem_);
+  if (!status) return false;
+  if (CanWrite(path_, *status, fileSystem_)) return true;
   disturbed_ = true;  // before the attempt: it may add the bit and still not help
   return platform::MakeWritable(path_, fileSystem_);
 }

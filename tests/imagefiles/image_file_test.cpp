@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdio>
 #include <numeric>
 
 #include "platform/errors.h"
+#include "platform/file_status.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
@@ -17,7 +19,7 @@ TEST(FitToLimits, FollowsTheRuleInWholeNumbers) {
   struct Case {
     int width, height;
     DisplayLimits limits;
-    FittedSize size;
+    imaging::PictureSize size;
   };
   const Case cases[] = {
       {3000, 2000, {600, 500}, {600, 400}},
@@ -38,7 +40,8 @@ TEST(FitToLimits, FollowsTheRuleInWholeNumbers) {
   };
   for (const auto& c : cases) {
     const auto size = FitToLimits(c.width, c.height, c.limits);
-    EXPECT_EQ(size, c.size) << c.width << "x" << c.height << " gives " << size.width << "x" << size.height;
+    EXPECT_TRUE(size.width == c.size.width && size.height == c.size.height)
+        << c.width << "x" << c.height << " gives " << size.width << "x" << size.height;
   }
 }
 
@@ -130,6 +133,59 @@ TEST_F(JpegPicture, OnlyForFilesThatAreThere) {
   const auto pipe = dir_ / "pipe.jpg";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   EXPECT_THROW(CreateImageFile(pipe, {})->GetPixels(), platform::UserError);
+}
+
+struct StatusCase {
+  const char* name;
+  bool preserve, lift, write;
+  bool timeStays;
+};
+class FileStatus : public testing::TestWithParam<StatusCase> {};
+
+TEST_P(FileStatus, IsPutBackByTheHandlerThatDisturbedIt) {
+  constexpr std::int64_t kBefore = 1'000'000'000'000'000'000, kSecond = 1'000'000'000;
+  const auto& c = GetParam();
+  const test::TempDir dir;
+  const auto path = dir.Write("a.jpg", "x");
+  platform::SetReadOnly(path);
+  platform::SetModificationTime(path, kBefore);
+  {
+    const auto file = CreateImageFile(path, {.preserveModificationTime = c.preserve});
+    const bool lifted = c.lift && file->MakeWritable();
+    EXPECT_EQ(lifted, c.lift);
+    EXPECT_EQ(platform::IsReadOnly(path), !c.lift);
+    platform::SetModificationTime(path, kBefore + kSecond);  // by the handler's owner, or by another program
+    if (c.write) file->Wrote();
+  }
+  EXPECT_TRUE(platform::IsReadOnly(path));
+  EXPECT_EQ(platform::ReadFileStatus(path)->modified, c.timeStays ? kBefore : kBefore + kSecond);
+}
+
+INSTANTIATE_TEST_SUITE_P(Handlers, FileStatus,
+                         testing::Values(StatusCase{"Written", false, true, true, false},
+                                         StatusCase{"WrittenAndPreserved", true, true, true, true},
+                                         StatusCase{"OnlyLifted", true, true, false, true},
+                                         StatusCase{"OnlyLookedAt", true, false, false, false}),
+                         [](const auto& c) { return std::string(c.param.name); });
+
+TEST(ImageFile, CannotMakeAMissingFileWritable) {
+  const test::TempDir dir;
+  const auto path = dir.Write("a.jpg", "x");
+  const auto file = CreateImageFile(path, {});
+  ASSERT_EQ(std::remove(path.c_str()), 0);
+  EXPECT_FALSE(file->MakeWritable());
+}
+
+TEST(ImageFile, GivesCommentsOfTheFormatsThatHaveThem) {
+  const test::TempDir dir;
+  auto tiff = test::ExifDirectories({.make = "Tarnwick"});
+  tiff.Directory(34665, test::TiffBuilder().Undefined(37510, std::string("ASCII\0\0\0A comment ", 18)));
+  const auto jpeg = "\xff\xd8" + test::ExifSegment(tiff) + "\xff\xd9";
+  EXPECT_EQ(CreateImageFile(dir.Write("a.jpg", jpeg), {})->GetComment(), "A comment");
+  EXPECT_EQ(CreateImageFile(dir.Write("a.jpg", jpeg), {})->GetExifComment(), "A comment");
+  EXPECT_EQ(CreateImageFile(dir.Write("a.orf", tiff.Build()), {})->GetComment(), "A comment");
+  EXPECT_EQ(CreateImageFile(dir.Write("a.pef", tiff.Build()), {})->GetComment(), "") << "it refuses comments";
+  EXPECT_EQ(CreateImageFile(dir.Write("a.gif", "no picture"), {})->GetComment(), "");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "platform/errors.h"
 #include "support/jpeg_builder.h"
@@ -63,19 +62,6 @@ TEST(Thumbnail, OfAPictureWhoseEmbeddedOneIsBrokenIsMadeFromThePicture) {
   EXPECT_EQ(MakeThumbnail(dir.Write("a.jpg", photo), 80, {}).source, PictureSource::Full);
 }
 
-TEST(Thumbnail, OfRawFilesAndMoviesIsTheirCompanion) {
-  const test::TempDir dir;
-  const auto thm = EncodeJpeg(test::PaintPlain(160, 120, 0x0000ff));
-  dir.Write("IMG_1.THM", thm);
-  dir.Write("mvi_2.Thm", thm);
-  for (const auto* name : {"IMG_1.CRW", "mvi_2.avi"}) {
-    const auto made = MakeThumbnail(dir.Write(name, "x"), 80, {.ignoreEmbeddedThumbnails = true});
-    EXPECT_EQ(made.source, PictureSource::Thm);
-    EXPECT_EQ(made.pixels.width, 80);
-  }
-  EXPECT_STREQ(PictureSourceName(PictureSource::Thm), "thm");
-}
-
 TEST(Thumbnail, RefusalsNameTheFile) {
   const test::TempDir dir;
   const auto reason = [](const std::string& path) -> std::string {
@@ -89,24 +75,6 @@ TEST(Thumbnail, RefusalsNameTheFile) {
   for (const auto& path : {dir / "missing.jpg", dir.Write("a.jpg", "no picture"), dir.Write("b.crw", "no companion"),
                            dir.Write("c.nef", ""), dir.Write("d.txt", ""), dir.Path() + "/dir.jpg"}) {
     EXPECT_NE(reason(path).find(path), std::string::npos) << reason(path);
-  }
-}
-
-TEST(Thumbnail, EveryPrefixGivesAPictureOrASentence) {
-  const test::TempDir dir;
-  const auto photo = test::MakePhoto({.width = 320, .height = 240, .seed = 4});
-  ASSERT_GT(photo.size(), 8192U);
-  const auto path = dir.Write("a.jpg", photo);
-  for (auto size = photo.size(); size > 0;) {
-    const bool dense = size <= 4096 || size + 256 > photo.size();
-    size -= dense ? 1 : std::min<std::size_t>(251, size - 4096);
-    std::filesystem::resize_file(path, size);
-    try {
-      const auto made = MakeThumbnail(path, 80, {.useJpegExifOrientation = true});
-      EXPECT_EQ(made.pixels.width, 80) << size;
-    } catch (const platform::UserError& error) {
-      EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << size;
-    }
   }
 }
 

@@ -1,0 +1,60 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "cli/cli_run.h"
+#include "support/ciff_builder.h"
+#include "support/sample_photo.h"
+#include "support/temp_dir.h"
+
+namespace ml::test {
+namespace {
+
+using nlohmann::json;
+
+class PictureCommand : public testing::Test {
+ protected:
+  json Json(std::vector<std::string> arguments, int exitCode = 0) {
+    arguments.push_back("--json");
+    const auto result = run(arguments);
+    EXPECT_EQ(result.exitCode, exitCode) << result.errors;
+    return json::parse(result.output);
+  }
+  CliRunner run;
+  TempDir dir;
+};
+
+TEST_F(PictureCommand, TellsWhereThePicturesOfRawFilesCameFrom) {
+  const auto crw = dir.Write("a.crw", CrwHeap(CameraRaw{.orientation = 6}).BuildFile(Endian::Little));
+  dir.Write("a.thm", MakePhoto({.width = 160, .height = 120, .thumbnail = false}));
+  const auto thumb = Json({"thumb", crw, "--size", "80", "--out", dir / "out"});
+  EXPECT_EQ(thumb[0]["source"], "thm");
+  EXPECT_EQ(thumb[0]["height"], 80);
+  const auto preview = Json({"preview", crw, "--box", "300x300", "--out", dir / "out2"});
+  EXPECT_EQ(preview[0]["source"], "embedded");
+  EXPECT_EQ(preview[0]["width"], 225);
+}
+
+TEST_F(PictureCommand, HistogramCountsTheFittedPicture) {
+  const auto photo = dir.Write("a.jpg", EncodeJpeg(PaintPlain(100, 80, 0xc86432), {.quality = 98}));
+  const auto all = Json({"histogram", photo, dir / "gone.jpg", "--box", "50x50"}, 1);
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_EQ(all[0]["path"], photo);
+  EXPECT_EQ(all[0]["pixelCount"], 2000);
+  const auto red = all[0]["red"].get<std::vector<int>>(), blue = all[0]["blue"].get<std::vector<int>>(),
+             combined = all[0]["combined"].get<std::vector<int>>();
+  EXPECT_EQ(std::accumulate(red.begin(), red.end(), 0), 2000);
+  EXPECT_EQ(std::accumulate(combined.begin(), combined.end(), 0), 8000);
+  ASSERT_EQ(blue.size(), 256U);
+  EXPECT_EQ(blue[0x31] + blue[0x32] + blue[0x33], 2000);
+  EXPECT_NE(all[1]["message"].get<std::string>().find("gone.jpg"), std::string::npos);
+  EXPECT_EQ(all[1]["pixelCount"], 0);
+  EXPECT_NE(run({"histogram", photo, "--box", "50x50"}).output.find("2000 pixels, mean red 200.0"), std::string::npos);
+  EXPECT_EQ(run({"histogram", photo, "--box", "50"}).exitCode, 2);
+}
+
+}  // namespace
+}  // namespace ml::test
