@@ -33,6 +33,7 @@ QCheckBox* AddCheckBox(QFileDialog& dialog, const OpenFileQuestion& question) {
 std::optional<OpenFileAnswer> OpenFile(QWidget& parent, const OpenFileQuestion& question) {
   QFileDialog dialog(&parent, ToQString(question.title), ToDialogPath(question.start));
   dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);  // the patterns are spelt for any case
   const auto* box = AddCheckBox(dialog, question);
   dialog.setNameFilters(platform::ui::NameFilters(question.filter));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
