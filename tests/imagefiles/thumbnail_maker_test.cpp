@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <thread>
+#include <vector>
 
 #include "platform/errors.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
+#include "support/small_files.h"
 #include "support/temp_dir.h"
 
 namespace ml::imagefiles {
@@ -75,6 +78,25 @@ TEST(Thumbnail, RefusalsNameTheFile) {
   for (const auto& path : {dir / "missing.jpg", dir.Write("a.jpg", "no picture"), dir.Write("b.crw", "no companion"),
                            dir.Write("c.nef", ""), dir.Write("d.txt", ""), dir.Path() + "/dir.jpg"}) {
     EXPECT_NE(reason(path).find(path), std::string::npos) << reason(path);
+  }
+}
+
+TEST(Thumbnail, IsTheSameOnWhateverThreadItIsMade) {
+  const test::TempDir dir;
+  std::vector<std::string> paths;
+  std::vector<std::vector<std::byte>> expected;
+  for (const auto& file : test::SmallFiles()) {
+    paths.push_back(dir.Write(file.name + "/" + file.file, file.content));
+    expected.push_back(MakeThumbnail(paths.back(), 12, {}).pixels.data);
+  }
+  std::vector<std::jthread> threads;
+  for (std::size_t first = 0; first < 4; ++first) {
+    threads.emplace_back([&, first] {
+      for (std::size_t i = 0; i < paths.size(); ++i) {
+        const auto place = (i + first * 3) % paths.size();
+        EXPECT_EQ(MakeThumbnail(paths[place], 12, {}).pixels.data, expected[place]) << paths[place];
+      }
+    });
   }
 }
 
