@@ -7,7 +7,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace ml::metadata;
   const auto source = FuzzSource(data, size);
-  for (const auto base : {std::uint64_t{0}, kMrwTiffBase, kRafTiffBase}) {
+  for (const auto base : {std::uint64_t{0}, kMrwTiffBase, FindRafTiffBase(source)}) {
     ExifData file;
     ReadTiffFile(file, source, base, TiffMagic::Any);
   }

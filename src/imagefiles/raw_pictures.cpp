@@ -35,6 +35,10 @@ Turn TiffTurn(const ByteSource& file) {
   return TurnOfOrientation(metadata::ReadTiffOrientation(file, base, magic).value_or(1));
 }
 
+Turn RafTurn(const ByteSource& file) {
+  return TurnOfOrientation(metadata::ReadTiffOrientation(file, metadata::FindRafTiffBase(file)).value_or(1));
+}
+
 /// Where a format keeps its preview and the turn.
 struct RawRow {
   Format format;
@@ -47,7 +51,7 @@ constexpr RawRow kRawRows[] = {
     {Format::Nef, metadata::FindNefPreview, TiffTurn<0>},
     {Format::Mrw, metadata::FindMrwPreview, TiffTurn<metadata::kMrwTiffBase>},
     {Format::Orf, metadata::FindOrfPreview, TiffTurn<0, TiffMagic::Any>},
-    {Format::Raf, metadata::FindRafPreview, TiffTurn<metadata::kRafTiffBase>},
+    {Format::Raf, metadata::FindRafPreview, RafTurn},
     {Format::Pef, metadata::FindPefPreview, TiffTurn<0>},
 };
 

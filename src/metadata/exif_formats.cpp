@@ -33,6 +33,10 @@ void ReadRaw(ExifData& data, const ByteSource& file) {
   ReadTiffFile(data, file, Base, Magic);
 }
 
+void ReadRaf(ExifData& data, const ByteSource& file) {
+  ReadTiffFile(data, file, FindRafTiffBase(file), TiffMagic::Required);
+}
+
 void ReadTiff(ExifData& data, const ByteSource& file) {
   ReadTiffFile(data, file, 0, TiffMagic::Required);
   const auto model = platform::AsciiLower(data.model);
@@ -103,7 +107,7 @@ constexpr ExifFormat kFormats[] = {
     {.extension = ".thm", .read = ReadJpegWithIptc, .isJpeg = true},
     {.extension = ".mrw", .read = ReadRaw<kMrwTiffBase>},
     {.extension = ".orf", .read = ReadRaw<0, TiffMagic::Any>},
-    {.extension = ".raf", .read = ReadRaw<kRafTiffBase>},
+    {.extension = ".raf", .read = ReadRaf},
     {.extension = ".pef", .read = ReadRaw<0>},
     {.extension = ".tif", .read = ReadTiff},
     {.extension = ".tiff", .read = ReadTiff},

@@ -85,6 +85,17 @@ std::optional<FileRange> LongestJpeg(const ByteSource& source, std::uint64_t bas
   return jpegs.Longest();
 }
 
+/// What the file header says of the JPEG inside; nothing without such a header.
+std::optional<FileRange> RafJpeg(const ByteSource& source) {
+  // The header as libopenraw's page on the format describes it; all numbers are big-endian.
+  constexpr std::string_view signature = "FUJIFILMCCD-RAW ";
+  constexpr std::size_t jpegOffset = 84, jpegLength = 88, size = 92;
+  const auto bytes = source.ReadUpTo(0, size);
+  const ByteView header(bytes, ByteOrder::Big);
+  if (bytes.size() < size || !header.StartsWith(signature)) return std::nullopt;
+  return FileRange{header.readLong(jpegOffset), header.readLong(jpegLength)};
+}
+
 }  // namespace
 
 std::optional<FileRange> FindNefPreview(const ByteSource& source) {
@@ -110,15 +121,21 @@ std::optional<FileRange> FindMrwPreview(const ByteSource& source) {
 }
 
 std::optional<FileRange> FindRafPreview(const ByteSource& source) {
-  // The header as libopenraw's page on the format describes it; all numbers are big-endian.
-  constexpr std::string_view signature = "FUJIFILMCCD-RAW ";
-  constexpr std::size_t jpegOffset = 84, jpegLength = 88, size = 92;
-  const auto bytes = source.ReadUpTo(0, size);
-  const ByteView header(bytes, ByteOrder::Big);
-  if (bytes.size() < size || !header.StartsWith(signature)) return std::nullopt;
+  const auto jpeg = RafJpeg(source);
+  if (!jpeg) return std::nullopt;
   TiffJpegs jpegs(source, 0, ByteOrder::Big);
-  jpegs.Offer(header.readLong(jpegOffset), header.readLong(jpegLength));
+  jpegs.Offer(jpeg->position, static_cast<std::uint32_t>(jpeg->size));
   return jpegs.Longest();
+}
+
+std::uint64_t FindRafTiffBase(const ByteSource& source) {
+  constexpr std::string_view start = "\xff\xd8\xff\xe1", exif = "Exif";
+  constexpr std::size_t exifMark = 6, tiff = 12;
+  const auto jpeg = RafJpeg(source);
+  if (!jpeg) return kRafTiffBase;
+  const auto bytes = source.ReadUpTo(jpeg->position, tiff);
+  const ByteView head(bytes, ByteOrder::Big);
+  return head.StartsWith(start) && head.StartsWith(exif, exifMark) ? jpeg->position + tiff : kRafTiffBase;
 }
 
 std::optional<std::uint32_t> ReadTiffOrientation(const ByteSource& source, std::uint64_t base, TiffMagic magic) {

@@ -15,6 +15,11 @@ namespace ml::metadata {
 inline constexpr std::uint64_t kMrwTiffBase = 48;
 inline constexpr std::uint64_t kRafTiffBase = 120;
 
+/// Where it stands in this RAF file: in the JPEG that the file header names, which later cameras put further back;
+/// kRafTiffBase if no JPEG with EXIF stands there. For readers and writers alike. Throws UserError only, if the file
+/// cannot be read.
+std::uint64_t FindRafTiffBase(const ByteSource& source);
+
 /// The longest JPEG stream of the sub-directories (tag 330) of the first directory.
 std::optional<FileRange> FindNefPreview(const ByteSource& source);
 /// The longest of the directory chain, the sub-directories and the maker note. The magic number of the header is

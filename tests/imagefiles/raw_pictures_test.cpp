@@ -33,6 +33,7 @@ const Case kCases[] = {
     {"Nef", "a.nef", [](const CameraRaw& raw) { return NefDirectories(raw).Build(); }},
     {"Orf", "a.orf", [](const CameraRaw& raw) { return OrfDirectories(raw).Build(); }},
     {"Raf", "a.raf", [](const CameraRaw& raw) { return RafFile(raw, RafDirectories(raw)); }},
+    {"LaterRaf", "a.raf", [](const CameraRaw& raw) { return RafFile(raw, RafDirectories(raw), 148); }},
     {"Mrw", "a.mrw", [](const CameraRaw& raw) { return MrwFile(raw, MrwDirectories(raw)); }},
     {"Pef", "a.pef", [](const CameraRaw& raw) { return PefDirectories(raw).Build(); }},
 };

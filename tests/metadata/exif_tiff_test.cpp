@@ -72,6 +72,17 @@ TEST_F(ExifTiff, OnlySomeOffsetsCountFromAHeaderInside) {
   EXPECT_EQ(Read("a.pef", tiff).aperture, "8.0");
 }
 
+TEST_F(ExifTiff, RafFilesOfEitherKindTellTheirCamera) {
+  const test::CameraRaw raw{.width = 32, .height = 24, .previewWidth = 16, .previewHeight = 12, .orientation = 6};
+  for (const std::size_t head : {108, 148}) {
+    const auto data = Read("a.raf", test::RafFile(raw, test::RafDirectories(raw), head));
+    EXPECT_EQ(data.model, "FinePixS2Pro") << head;
+    EXPECT_EQ(data.orientation, 6) << head;
+    EXPECT_EQ(data.shutterSpeed, "1/125") << head;
+    EXPECT_EQ(data.iso, "200") << head;
+  }
+}
+
 TEST_F(ExifTiff, MakerNotesHaveTheirPlaceKept) {
   const auto exif = TiffBuilder().Undefined(37500, "a private note");
   const auto bytes = TiffBuilder().Directory(34665, exif).Build();

@@ -116,6 +116,28 @@ TEST(RafPreview, LyingHeadersGiveNothing) {
   }
 }
 
+TEST(RafTiffBase, FollowsTheFileHeaderToExifOnly) {
+  const auto raw = Camera(Endian::Little);
+  const auto earlier = test::RafFile(raw, test::RafDirectories(raw));
+  EXPECT_EQ(FindRafTiffBase(SourceOf(earlier)), 120U);
+  const auto file = test::RafFile(raw, test::RafDirectories(raw), 148);
+  EXPECT_EQ(FindRafTiffBase(SourceOf(file)), 160U);
+  EXPECT_EQ(ReadTiffOrientation(SourceOf(file), 160), 6U);
+  for (const auto& [at, bytes] : {std::pair{std::size_t{0}, std::string("X")},
+                                  {84, std::string(4, '\xff')},
+                                  {84, std::string(4, '\0')},
+                                  {151, std::string("\xe0")},
+                                  {154, std::string("Xxif")}}) {
+    auto changed = file;
+    changed.replace(at, bytes.size(), bytes);
+    EXPECT_EQ(FindRafTiffBase(SourceOf(changed)), kRafTiffBase) << at;
+  }
+  for (std::size_t size = 0; size <= 160; ++size) {
+    const auto prefix = file.substr(0, size);
+    EXPECT_EQ(FindRafTiffBase(SourceOf(prefix)), size < 158 ? 120U : 160U) << size;
+  }
+}
+
 TEST(TiffOrientation, MagicMattersWhereItIsRequired) {
   const auto file = TiffBuilder().Short(274, 8).Magic(0x4f52).Build();
   EXPECT_FALSE(ReadTiffOrientation(SourceOf(file), 0));

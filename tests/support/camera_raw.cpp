@@ -150,8 +150,8 @@ TiffBuilder RafDirectories(const CameraRaw& raw) {
   return tiff.Directory(34665, ExifDirectory(raw)).Next(JpegDirectory(Thumbnail(raw)));
 }
 
-std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff) {
-  constexpr std::size_t kHead = 108, kSizeTag = 0x0100;
+std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff, std::size_t head) {
+  constexpr std::uint32_t kSizeTag = 0x0100;
   const auto jpeg = InsertSegments(RawPreview(raw), ExifSegment(tiff));
   const auto sizes = ByteString(Endian::Big)
                          .Long(1)
@@ -165,12 +165,12 @@ std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff) {
   out.Text("FUJIFILMCCD-RAW 0100FF155001");
   ByteString name(Endian::Big);
   out.Text(name.Text("FinePixS2Pro").Align(32).Bytes()).Text("0100").Zeros(20);
-  std::size_t place = kHead;
+  std::size_t place = head;
   for (const auto* part : {&jpeg, &sizes, &sensor}) {
     out.Long(place).Long(part->size());
     place += part->size();
   }
-  return out.Text(jpeg).Text(sizes).Text(sensor).Take();
+  return out.Zeros(head - out.Size()).Text(jpeg).Text(sizes).Text(sensor).Take();
 }
 
 std::string MakeThm(const CameraRaw& raw) {

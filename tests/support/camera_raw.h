@@ -39,8 +39,8 @@ TiffBuilder PefDirectories(const CameraRaw& raw);
 /// The blocks of the format around a TIFF block at byte 48, and the sensor data.
 std::string MrwFile(const CameraRaw& raw, const TiffBuilder& tiff);
 TiffBuilder MrwDirectories(const CameraRaw& raw);
-/// The head of the format before a JPEG with EXIF, whose TIFF header comes to byte 120.
-std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff);
+/// The head of the format before a JPEG with EXIF, whose TIFF header comes to byte 120, or 12 behind a longer `head`.
+std::string RafFile(const CameraRaw& raw, const TiffBuilder& tiff, std::size_t head = 108);
 TiffBuilder RafDirectories(const CameraRaw& raw);
 
 /// The small JPEG with EXIF that a camera puts beside files which cannot hold any.
