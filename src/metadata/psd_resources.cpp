@@ -6,7 +6,7 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::size_t kHeaderSize = 26;
-constexpr std::uint16_t kVersion = 1;
+constexpr std::uint16_t kVersion = 1, kLargeVersion = 2;
 constexpr std::size_t kMaxResources = 4096;
 constexpr std::string_view kSignature = "8BIM";
 
@@ -23,21 +23,31 @@ std::optional<PsdResource> ReadResource(const ByteSource& source, std::uint64_t 
   return resource.data.End() > end ? std::nullopt : std::optional(resource);
 }
 
-/// A section is a length and as many bytes. Throws OutOfBounds if it is not wholly there.
-FileRange ReadSection(const ByteSource& source, std::uint64_t position) {
-  const FileRange section{position + 4, source.ReadNumber(position, 4, ByteOrder::Big)};
-  if (section.End() > source.Size()) throw ExifException::OutOfBounds;
+/// A section is a length, of eight bytes if it is wide, and as many bytes. Throws OutOfBounds if it is not wholly
+/// there.
+FileRange ReadSection(const ByteSource& source, std::uint64_t position, bool wide = false) {
+  std::uint64_t length = source.ReadNumber(position, 4, ByteOrder::Big);
+  if (wide) length = length << 32 | source.ReadNumber(position + 4, 4, ByteOrder::Big);
+  const FileRange section{position + (wide ? 8 : 4), length};
+  if (length > source.Size() || section.End() > source.Size()) throw ExifException::OutOfBounds;  // a sum could wrap
   return section;
 }
 
-std::optional<PsdFile> ReadHeader(const ByteSource& source) {
+bool IsOneOf(PsdVersions versions, std::uint16_t version) {
+  return version == kVersion || (version == kLargeVersion && versions == PsdVersions::WithLarge);
+}
+
+std::optional<PsdFile> ReadHeader(const ByteSource& source, PsdVersions versions) {
   const auto bytes = source.ReadUpTo(0, kHeaderSize);
   const ByteView header(bytes, ByteOrder::Big);
-  if (bytes.size() < kHeaderSize || !header.StartsWith("8BPS") || header.readShort(4) != kVersion) return std::nullopt;
+  if (bytes.size() < kHeaderSize || !header.StartsWith("8BPS")) return std::nullopt;
+  const auto version = header.readShort(4);
+  if (!IsOneOf(versions, version)) return std::nullopt;
   constexpr std::uint32_t most = std::numeric_limits<int>::max();
   const auto height = header.readLong(14), width = header.readLong(18);
   if (height > most || width > most) return std::nullopt;
   PsdFile file;
+  file.large = version == kLargeVersion;
   file.channels = header.readShort(12);
   file.height = static_cast<int>(height);
   file.width = static_cast<int>(width);
@@ -69,8 +79,8 @@ const PsdResource* FindPsdResource(const std::vector<PsdResource>& resources, st
   return found == resources.end() ? nullptr : &*found;
 }
 
-std::optional<PsdFile> ReadPsdFile(const ByteSource& source) {
-  auto file = ReadHeader(source);
+std::optional<PsdFile> ReadPsdFile(const ByteSource& source, PsdVersions versions) {
+  auto file = ReadHeader(source, versions);
   if (!file) return std::nullopt;
   try {
     file->colourTable = ReadSection(source, kHeaderSize);
@@ -79,7 +89,7 @@ std::optional<PsdFile> ReadPsdFile(const ByteSource& source) {
     const FileRange area{lengthField + 4, source.ReadNumber(lengthField, 4, ByteOrder::Big)};
     file->resourceArea = CutToSource(area, source);
     file->resources = ReadPsdResources(source, file->resourceArea);
-    const auto layers = ReadSection(source, area.End());
+    const auto layers = ReadSection(source, area.End(), file->large);
     if (layers.End() < source.Size()) file->mergedImage = layers.End();
   } catch (ExifException) {
     return file;

@@ -39,6 +39,7 @@ enum class PsdMode : std::uint16_t {
 };
 
 struct PsdFile {
+  bool large = false;  ///< version 2: the lengths of layers and of packed rows have twice as many bytes
   int width = 0, height = 0;
   int channels = 0;
   int depth = 0;                ///< bits of a sample: 1, 8, 16 or 32
@@ -50,8 +51,9 @@ struct PsdFile {
                                   ///< 0 if the file ends before
 };
 
-/// Nothing if the file does not begin as a PSD of version 1; sections behind a damage stay empty. Throws UserError
+enum class PsdVersions { First, WithLarge };
+/// Nothing if the file does not begin as a PSD of these versions; sections behind a damage stay empty. Throws UserError
 /// if it cannot be read.
-std::optional<PsdFile> ReadPsdFile(const ByteSource& source);
+std::optional<PsdFile> ReadPsdFile(const ByteSource& source, PsdVersions versions = PsdVersions::First);
 
 }  // namespace ml::metadata

@@ -29,14 +29,14 @@ void PutRow(std::span<const std::byte> row, const PsdLayout& layout, int channel
   const auto indexed = [&](std::byte* pixel, int sample) {
     for (int i = 0; i < 3; ++i) pixel[i] = layout.palette[static_cast<std::size_t>(i * 256 + sample)];
   };
-  if (layout.mode == PsdMode::Indexed) {
-    ForEachSample(row, layout.depth, out, indexed);
+  if (layout.file.mode == PsdMode::Indexed) {
+    ForEachSample(row, layout.file.depth, out, indexed);
   } else if (layout.ColourChannels() == 1) {
-    ForEachSample(row, layout.depth, out, grey);
+    ForEachSample(row, layout.file.depth, out, grey);
   } else if (channel == 3) {
-    ForEachSample(row, layout.depth, out, black);
+    ForEachSample(row, layout.file.depth, out, black);
   } else {
-    ForEachSample(row, layout.depth, out, plain);
+    ForEachSample(row, layout.file.depth, out, plain);
   }
 }
 
@@ -45,7 +45,7 @@ int DecodeRows(PsdRows& rows, const PsdLayout& layout, PixelBuffer& pixels) {
   int whole = 0;
   std::vector<std::byte> row(layout.RowBytes());
   for (int channel = 0; channel < layout.ColourChannels(); ++channel) {
-    for (int y = 0; y < layout.height; ++y) {
+    for (int y = 0; y < layout.file.height; ++y) {
       if (!rows.Next(row)) continue;
       PutRow(row, layout, channel, pixels.Row(y));
       ++whole;
@@ -60,10 +60,10 @@ DecodedPicture DecodePsd(const metadata::ByteSource& source) {
   try {
     const auto layout = ReadPsdLayout(source);
     PsdRows rows(source, layout);
-    DecodedPicture result{MakeUndecoded(layout.width, layout.height), layout.width, layout.height};
+    DecodedPicture result{MakeUndecoded(layout.file.width, layout.file.height), layout.file.width, layout.file.height};
     const int whole = DecodeRows(rows, layout, result.pixels);
     if (whole == 0) Refuse("The file ends before its picture");
-    result.damaged = whole < layout.height * layout.ColourChannels();
+    result.damaged = whole < layout.file.height * layout.ColourChannels();
     return result;
   } catch (metadata::ExifException) {
     Refuse("The file ends before its picture");

@@ -31,12 +31,12 @@ std::size_t UnpackBits(std::span<const std::byte> packed, std::span<std::byte> o
 }
 
 PsdRows::PsdRows(const metadata::ByteSource& source, const PsdLayout& layout)
-    : source_(source), entrySize_(layout.large ? 4 : 2), position_(layout.picture + 2) {
-  const auto compression = source.ReadNumber(layout.picture, 2, ByteOrder::Big);
+    : source_(source), entrySize_(layout.file.large ? 4 : 2), position_(layout.file.mergedImage + 2) {
+  const auto compression = source.ReadNumber(layout.file.mergedImage, 2, ByteOrder::Big);
   if (compression > 1) Refuse("The compression of the picture is not read");
   packed_ = compression == 1;
   if (!packed_) return;
-  const auto rows = static_cast<std::size_t>(layout.channels) * static_cast<std::size_t>(layout.height);
+  const auto rows = static_cast<std::size_t>(layout.file.channels) * static_cast<std::size_t>(layout.file.height);
   lengths_ = source.Read(position_, rows * entrySize_);
   position_ += lengths_.size();
   buffer_.resize(layout.RowBytes() * 2);  // no sane packing takes more
