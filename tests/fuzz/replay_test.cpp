@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "support/small_files.h"
 #include "support/temp_dir.h"
+#include "support/truncation_sweep.h"
 
 #define FUZZER(name) extern "C" int Fuzz_##name(const std::uint8_t* data, std::size_t size);
 #include "fuzzer_list.inc"
@@ -51,6 +53,47 @@ TEST(FuzzFinds, EndCleanly) {
     }
   }
 }
+
+/// The targets behind which the readers and decoders of a kind of file stand.
+struct Kind {
+  std::string_view extension;
+  std::vector<std::string_view> targets;
+};
+const Kind kKinds[] = {
+    {".jpg", {"exif", "jpeg"}},
+    {".tif", {"exif", "tiff_facts", "tiff_raw", "uncompressed_tiff", "decode_magick"}},
+    {".nef", {"exif", "tiff_raw", "decode_raw"}},
+    {".orf", {"exif", "tiff_raw", "decode_raw"}},
+    {".pef", {"exif", "tiff_raw", "decode_raw"}},
+    {".raf", {"exif", "tiff_raw", "decode_raw"}},
+    {".mrw", {"exif", "tiff_raw", "decode_raw"}},
+    {".crw", {"ciff", "decode_raw"}},
+    {".png", {"png", "decode_png"}},
+    {".psd", {"psd", "decode_psd"}},
+    {".jp2", {"exif", "jp2", "decode_jp2"}},
+    {".avi", {"riff"}},
+    {".gif", {"picture_size", "decode_magick"}},
+    {".bmp", {"picture_size", "decode_magick"}},
+};
+
+class TruncatedFile : public testing::TestWithParam<test::SmallFile> {};
+
+TEST_P(TruncatedFile, EndsCleanlyInItsReadersAtEveryLength) {
+  const auto& [name, path, content] = GetParam();
+  const auto kind = std::ranges::find_if(kKinds, [&](const auto& row) { return path.ends_with(row.extension); });
+  ASSERT_NE(kind, std::end(kKinds)) << path;
+  for (const auto target : kind->targets) {
+    SCOPED_TRACE(target);
+    const auto fuzzer = std::ranges::find(kFuzzers, target, &Fuzzer::name);
+    ASSERT_NE(fuzzer, std::end(kFuzzers));
+    test::SweepPrefixes(content, target == "decode_raw" ? test::kCoarse : 1, [&](const auto& prefix) {
+      fuzzer->run(reinterpret_cast<const std::uint8_t*>(prefix.data()), prefix.size());
+    });
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, TruncatedFile, testing::ValuesIn(test::SmallFiles()),
+                         [](const auto& c) { return c.param.name; });
 
 /// A file may have any name, so every reader meets every format.
 TEST(CameraFiles, EndCleanlyInEveryReader) {

@@ -1,5 +1,7 @@
 #include "support/truncation_sweep.h"
 
+#include <string_view>
+
 #include "imagefiles/image_file.h"
 #include "imagefiles/thumbnail_maker.h"
 #include "platform/errors.h"
@@ -9,11 +11,26 @@
 namespace ml::imagefiles {
 namespace {
 
-class TruncatedFile : public testing::TestWithParam<test::SmallFile> {};
+class TruncatedFile : public testing::TestWithParam<test::SmallFile> {
+ protected:
+  test::TempDir dir;
+  std::string path = dir.Write(GetParam().file, GetParam().content);
+
+  /// A raw file is developed as soon as its preview is cut.
+  std::size_t PictureStep() const {
+    for (const std::string_view raw : {".nef", ".orf", ".pef", ".raf", ".mrw"}) {
+      if (path.ends_with(raw)) return test::kCoarse;
+    }
+    return 1;
+  }
+};
+
+TEST_P(TruncatedFile, GivesARecordAtEveryLength) {
+  EXPECT_FALSE(metadata::ExifData(path).exifInvalid);
+  test::SweepPrefixFiles(path, 1, [](const auto& file) { EXPECT_EQ(metadata::ExifData(file).path, file); });
+}
 
 TEST_P(TruncatedFile, IsShownOrRefusedAtEveryLength) {
-  const test::TempDir dir;
-  const auto path = dir.Write(GetParam().file, GetParam().content);
   const auto show = [](const std::string& file) {
     if (const auto image = CreateImageFile(file, {})) {
       const auto shown = image->GetBitmap({.maxWidth = 20, .maxHeight = 20}, {});
@@ -21,13 +38,11 @@ TEST_P(TruncatedFile, IsShownOrRefusedAtEveryLength) {
     }
   };
   show(path);
-  test::SweepPrefixFiles<platform::UserError>(path, show);
+  test::SweepPrefixFiles<platform::UserError>(path, PictureStep(), show);
 }
 
 TEST_P(TruncatedFile, HasAThumbnailOrNoneAtEveryLength) {
-  const test::TempDir dir;
-  const auto path = dir.Write(GetParam().file, GetParam().content);
-  test::SweepPrefixFiles<platform::UserError>(path, [](const auto& file) {
+  test::SweepPrefixFiles<platform::UserError>(path, PictureStep(), [](const auto& file) {
     const auto made = MakeThumbnail(file, 20, {});
     EXPECT_TRUE(made.pixels.width > 0 && made.pixels.width <= 20) << made.pixels.width;
   });

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <exception>
 #include <filesystem>
-#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -29,12 +28,17 @@ void ExpectOnly(Act&& act) {
   }
 }
 
-/// Every length up to 4 KiB, the last 256, every 251st between; the whole first, then shorter and shorter.
-inline std::vector<std::size_t> PrefixLengths(std::size_t size) {
-  constexpr std::size_t kHead = 4096, kTail = 256, kStep = 251;
+/// For what takes so long that not every length can be tried; whatever else reads such files tries them all.
+constexpr std::size_t kCoarse = 31;
+
+/// Every length up to 4 KiB and the last 256, or every `step`th of them, and every 251st between; the whole first,
+/// then shorter and shorter.
+inline std::vector<std::size_t> PrefixLengths(std::size_t size, std::size_t step = 1) {
+  constexpr std::size_t kHead = 4096, kTail = 256, kBodyStep = 251;
   std::vector<std::size_t> lengths{size};
   for (std::size_t length = size; length-- > 0;) {
-    if (length <= kHead || length + kTail >= size || length % kStep == 0) lengths.push_back(length);
+    const bool dense = length <= kHead || length + kTail >= size;
+    if (length % (dense ? step : kBodyStep) == 0) lengths.push_back(length);
   }
   return lengths;
 }
@@ -59,19 +63,18 @@ void ExpectEndsCleanly(std::size_t length, Act&& act) {
 
 /// Calls `read` with prefixes of `file`, each in memory of exactly its size, so that a sanitizer sees whatever
 /// reads behind its end.
-template <class... Promised, class Read>
-void SweepPrefixes(std::string_view file, Read&& read) {
-  for (const auto length : PrefixLengths(file.size())) {
-    const auto bytes = std::as_bytes(std::span(file.substr(0, length)));
-    const std::vector<std::byte> prefix(bytes.begin(), bytes.end());
-    ExpectEndsCleanly<Promised...>(length, [&] { read(std::span<const std::byte>(prefix)); });
+template <class Read>
+void SweepPrefixes(std::string_view file, std::size_t step, Read&& read) {
+  for (const auto length : PrefixLengths(file.size(), step)) {
+    const std::vector<char> prefix(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length));
+    ExpectEndsCleanly(length, [&] { read(prefix); });
   }
 }
 
 /// The same for what takes a path: `path`, an existing file, is cut shorter and shorter, down to nothing.
 template <class... Promised, class Read>
-void SweepPrefixFiles(const std::string& path, Read&& read) {
-  for (const auto length : PrefixLengths(std::filesystem::file_size(path))) {
+void SweepPrefixFiles(const std::string& path, std::size_t step, Read&& read) {
+  for (const auto length : PrefixLengths(std::filesystem::file_size(path), step)) {
     std::filesystem::resize_file(path, length);
     ExpectEndsCleanly<Promised...>(length, [&] { read(path); });
   }
