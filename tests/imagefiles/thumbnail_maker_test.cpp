@@ -3,9 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
+#include "imagefiles/image_file.h"
+#include "metadata/exif_text.h"
+#include "metadata/icc_carriers.h"
 #include "platform/errors.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
@@ -81,20 +86,28 @@ TEST(Thumbnail, RefusalsNameTheFile) {
   }
 }
 
-TEST(Thumbnail, IsTheSameOnWhateverThreadItIsMade) {
+/// Everything that is read of a file: its thumbnail, its picture, its profile and its shooting data.
+using Reading = std::tuple<std::vector<std::byte>, std::vector<std::byte>, metadata::IccProfile, std::string>;
+Reading ReadAll(const std::string& path) {
+  metadata::ExifData exif(path);
+  return {MakeThumbnail(path, 12, {}).pixels.data, CreateImageFile(path, {})->GetPixels().data,
+          metadata::GetIccProfileData(path).value_or(metadata::IccProfile()), GetPropertiesText(exif, {})};
+}
+
+TEST(Reading, IsTheSameOnWhateverThreadItIsDone) {
   const test::TempDir dir;
   std::vector<std::string> paths;
-  std::vector<std::vector<std::byte>> expected;
+  std::vector<Reading> expected;
   for (const auto& file : test::SmallFiles()) {
     paths.push_back(dir.Write(file.name + "/" + file.file, file.content));
-    expected.push_back(MakeThumbnail(paths.back(), 12, {}).pixels.data);
+    expected.push_back(ReadAll(paths.back()));
   }
   std::vector<std::jthread> threads;
   for (std::size_t first = 0; first < 4; ++first) {
     threads.emplace_back([&, first] {
       for (std::size_t i = 0; i < paths.size(); ++i) {
         const auto place = (i + first * 3) % paths.size();
-        EXPECT_EQ(MakeThumbnail(paths[place], 12, {}).pixels.data, expected[place]) << paths[place];
+        EXPECT_TRUE(ReadAll(paths[place]) == expected[place]) << paths[place];
       }
     });
   }
