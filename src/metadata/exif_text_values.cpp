@@ -139,7 +139,7 @@ std::string ColorMatrix(const TextContext& c) {
 
 std::string HueAdjustment(const TextContext& c) {
   if (c.data.hueAdjustment == 0) return {};
-  return (c.data.hueAdjustment > 0 ? "+" : "") + std::to_string(c.data.hueAdjustment);
+  return std::string(c.data.hueAdjustment > 0 ? "+" : "").append(std::to_string(c.data.hueAdjustment));
 }
 
 std::string OtherDescription(const TextContext& c) {
