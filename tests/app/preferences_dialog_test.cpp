@@ -166,7 +166,7 @@ TEST_F(Preferences, RefuseNoValueThatDoesNotCount) {
   Button(QDialogButtonBox::Ok)->click();
   ASSERT_EQ(applied.size(), 1U);
   EXPECT_EQ(applied[0].editor.shellOpenEditor, 1);
-  EXPECT_EQ(applied[0].editor.openEditorCmdLine, "\"ope") << "the last value that could be taken";
+  EXPECT_EQ(applied[0].editor.openEditorCmdLine, "") << "the last value that could be taken";
 }
 
 TEST_F(Preferences, TakeTheProfileThatWasBrowsedFor) {
@@ -266,7 +266,8 @@ TEST_P(PreferencesScreens, ShowAllPages) {
   ApplyTheme(*qApp, GetParam());
   const auto scheme = GetParam() == Scheme::Dark ? QStringLiteral("dark") : QStringLiteral("light");
   settings.editor.shellOpenEditor = 0;
-  settings.colour = {.enableMonitorProfile = 1, .monitorProfile = "/usr/share/color/icc/gone.icc"};
+  settings.colour.enableMonitorProfile = 1;
+  settings.colour.monitorProfile = "/usr/share/color/icc/gone.icc";
   Open();
   for (std::size_t page = 0; page < PreferencePages().size(); ++page) {
     dialog->ShowPage(static_cast<int>(page));

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "app/preferences/preference_search.h"
 #include "app/preferences/preference_values.h"
@@ -22,7 +23,8 @@ using platform::ui::PathFromQt;
 using platform::ui::ToQString;
 using Edited = std::function<void(const std::string&)>;
 
-constexpr int kTextWidthInCharacters = 34;
+constexpr int kTextWidthInCharacters = 30;
+constexpr int kNarrowestChoice = 160;
 
 /// See NumberBox.
 class ChoiceBox final : public QComboBox {
@@ -67,6 +69,7 @@ FieldWidgets Make(const ChoiceField& field, const PreferenceRow&, const Edited& 
   auto* box = new ChoiceBox(parent);
   box->setFocusPolicy(Qt::StrongFocus);
   for (const auto& choice : field.choices) box->addItem(ToQString(choice.text));
+  box->setMinimumWidth(std::min(box->sizeHint().width(), kNarrowestChoice));
   QObject::connect(box, &QComboBox::activated, box, [edited, field](int index) {
     if (index >= 0) edited(std::string(field.choices[static_cast<std::size_t>(index)].value));
   });

@@ -8,7 +8,7 @@ namespace ml::app {
 namespace {
 
 /// As far as one can type.
-constexpr int kFurthest = 999'999'999;
+constexpr int kFurthest = 9'999'999;
 constexpr int kWidthInDigits = 16;
 
 }  // namespace

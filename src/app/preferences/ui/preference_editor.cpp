@@ -100,6 +100,7 @@ void PreferenceEditor::SetFound(bool found) {
     palette.setColor(QPalette::Window, tint);
   }
   label->setPalette(found ? palette : QPalette());
+  label->setBackgroundRole(found ? QPalette::Window : QPalette::NoRole);
   label->setAutoFillBackground(found);
 }
 

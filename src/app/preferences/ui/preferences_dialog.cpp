@@ -23,7 +23,7 @@ namespace {
 
 using platform::ui::ToQString;
 
-constexpr QSize kFirstSize{800, 560};
+constexpr QSize kFirstSize{800, 560}, kSmallestSize{640, 360};
 constexpr int kMargin = 12;
 constexpr int kTitlesWidth = 160;
 constexpr int kTitleHeight = 28;
@@ -59,6 +59,7 @@ CPreferencesDialog::CPreferencesDialog(const settings::Settings& settings, Brows
   for (auto* page : pages_) page->ShowValues(edited_);
   ShowPage(0);
   titles_->setFocus();
+  setMinimumSize(kSmallestSize);
   resize(kFirstSize);
 }
 
