@@ -104,10 +104,7 @@ void Session::ApplyThumbnailSize() {
   worker_.SetThumbnailSize(static_cast<int>(std::lround(ThumbnailEdge() * thumbnailScale_)), true);
 }
 
-void Session::OptionsChanged() {
-  catalogue_.SetOptions(options::CatalogueOptionsOf(settings));
-  shootingData_.Forget();
-}
+void Session::OptionsChanged() { catalogue_.SetOptions(options::CatalogueOptionsOf(settings)); }
 
 void Session::RemakeThumbnails() { worker_.SetMaker(MakerFor(settings)); }
 

@@ -71,7 +71,7 @@ class Session final : private catalogue::CatalogueObserver {
   void SetThumbnailSizeMode(int sizeMode);
   /// Pixels of the screen for each of a thumbnail's; at least 1.
   void SetThumbnailScale(double scale);
-  /// The settings were edited: catalogue and shooting data go by them from now on.
+  /// The settings were edited: the catalogue goes by them from now on.
   void OptionsChanged();
   /// All thumbnails are made again, as the settings want them now.
   void RemakeThumbnails();

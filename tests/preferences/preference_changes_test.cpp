@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
         EffectCase{"LaterOnly", {{"LoadDirectoryAtStartup", "0"}, {"Wraparound", "1"}, {"ThreadPriority", "2"}}, {}},
         EffectCase{"Size", {{"ExtraLargeThumbnailSize", "300"}}, {ResizeThumbnails}},
         EffectCase{"Embedded", {{"IgnoreEmbeddedThumbnails", "1"}}, {RemakeThumbnails}},
-        EffectCase{"Turn", {{"UseJpegExifOrientation", "1"}}, {RemakeThumbnails, ReloadPicture, ForgetShootingData}},
+        EffectCase{"Turn", {{"UseJpegExifOrientation", "1"}}, {RemakeThumbnails, ReloadPicture}},
         EffectCase{"Monitor", {{"MonitorProfile", "/a.icc"}}, {RemakeThumbnails, ReloadPicture}},
         EffectCase{"Hidden", {{"ShowHiddenDirectories", "1"}}, {ReloadDirectory}},
         EffectCase{"Scheme", {{"ThumbnailBackgroundColour", "White"}}, {RedrawThumbnails}},
@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
         EffectCase{"Optimised", {{"OptimiseSize", "2"}}, {ReloadPicture}},
         EffectCase{"Several",
                    {{"HistogramBlue", "0"}, {"OutlineTaggedThumbnails", "2"}, {"IPTCcomments", "0"}},
-                   {RedrawHistogram, RedrawThumbnails, ForgetShootingData}}),
+                   {RedrawHistogram, RedrawThumbnails}}),
     [](const auto& c) { return std::string(c.param.name); });
 
 TEST(TakePreferences, LeavesAloneWhatTheWindowDoesNotOffer) {

@@ -38,7 +38,10 @@ void TakeOver(const settings::Settings& edited, CommandContext& context) {
   const auto effects = EffectsOf(session.settings, edited);
   TakePreferences(edited, session.settings);
   session.OptionsChanged();
-  view.SettingsChanged();
+  if (effects.Has(Effect::RedrawThumbnails) || effects.Has(Effect::RedrawHistogram) ||
+      effects.Has(Effect::ReloadDirectory)) {
+    view.SettingsChanged();
+  }
   if (effects.Has(Effect::RemakeThumbnails)) session.RemakeThumbnails();
   if (effects.Has(Effect::ResizeThumbnails)) view.ThumbnailSizeChanged();
   if (effects.Has(Effect::ReloadDirectory)) ReloadDirectory(context);

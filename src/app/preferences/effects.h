@@ -11,8 +11,7 @@ enum class Effect : unsigned {
   RedrawThumbnails,  ///< with the same contents
   ReloadDirectory,   ///< other files may belong to it
   ReloadPicture,     ///< the image on show
-  RedrawHistogram,
-  ForgetShootingData  ///< what was read of the files before
+  RedrawHistogram
 };
 
 /// A set of them.

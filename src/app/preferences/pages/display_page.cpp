@@ -23,7 +23,7 @@ constexpr PreferenceRow kRows[] = {
      CheckField{}, Effects{Effect::ReloadPicture}},
     {"UseJpegExifOrientation", kPicture, "&Turn JPEGs by their EXIF orientation",
      "Shows JPEGs upright where the camera noted how it was held.", CheckField{},
-     Effects{Effect::RemakeThumbnails, Effect::ReloadPicture, Effect::ForgetShootingData}},
+     Effects{Effect::RemakeThumbnails, Effect::ReloadPicture}},
     {"ShowFocusPoints", kPicture, "Show focus &points", "Draws the focus points of the camera over the picture.",
      CheckField{}, Effects{Effect::ReloadPicture}},
     {"HighlightBlink", kHighlights, "&Blink highlights", "Lets the brightest parts of the picture blink in black.",

@@ -8,8 +8,7 @@ constexpr std::string_view kMerging = "Applying IPTC data to several images";
 
 constexpr PreferenceRow kRows[] = {
     {"IPTCcomments", kComments, "&Use IPTC captions as comments",
-     "An image with an IPTC caption shows it as its comment, and a comment is also written as caption.", CheckField{},
-     Effects{Effect::ForgetShootingData}},
+     "An image with an IPTC caption shows it as its comment, and a comment is also written as caption.", CheckField{}},
     {"IptcMergeKeywords", kMerging, "&Add to keywords and categories",
      "New keywords and supplemental categories join those of the image; otherwise they replace them.", CheckField{}},
     {"IptcOnlyReplaceEmpty", kMerging, "&Only fill fields that are empty",
