@@ -66,6 +66,7 @@ constexpr CommandRow kCommands[] = {
     {CommandId::MoveTaggedToStart, Menu::Edit, 3, "&Move tagged images to start",
      "Put the tagged images before the others", "Ctrl+Home", "",
      [](S s) { return s.mode != ViewMode::Main && s.taggedBehindUntagged; }},
+    {CommandId::Preferences, Menu::Edit, 4, "&Preferences...", "Change how the program works", "Ctrl+,", "", Always},
 
     {CommandId::MainView, Menu::View, 0, "&Main View", "Show one image", "1", "view-main", Always, Mark::Radio, InMain},
     {CommandId::ThumbnailView, Menu::View, 0, "&Thumbnail View", "Show the thumbnails of the directory", "2; Esc",

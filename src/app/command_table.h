@@ -29,6 +29,7 @@ enum class CommandId {
   UntagSelected,
   TagNone,
   MoveTaggedToStart,
+  Preferences,
   MainView,
   ThumbnailView,
   ToggleView,

@@ -67,12 +67,16 @@ void CMarrowlanternView::MakePanes() {
   left_->setSizes({kTreeHeight, kSummaryHeight});
   controls_->setMinimumWidth(kSmallestPane);
 
+  ApplySettings();
+  thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
+  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+}
+
+void CMarrowlanternView::ApplySettings() {
   const auto& from = session_.settings.catalogue;
   tree_->SetShowHidden(from.showHiddenDirectories != 0);
   thumbnails_->SetColours(from.thumbnailBackgroundColour);
   thumbnails_->SetTagOutline(from.outlineTaggedThumbnails);
-  thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
-  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
 }
 
 void CMarrowlanternView::ConnectList() {
@@ -157,6 +161,11 @@ void CMarrowlanternView::ApplyLayout() {
 void CMarrowlanternView::ThumbnailSizeChanged() {
   thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
   session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
+}
+
+void CMarrowlanternView::SettingsChanged() {
+  ApplySettings();
+  ShowHistogram();
 }
 
 void CMarrowlanternView::BlackAndWhiteChanged() { ReloadImage(); }

@@ -46,6 +46,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ApplyLayout();
   void ThumbnailSizeChanged();
   void BlackAndWhiteChanged();
+  /// Colours, outlines, tree and histogram as the settings want them now.
+  void SettingsChanged();
   void ThumbnailReady(int index);
   /// Brings names and texts up to date.
   void Refresh();
@@ -76,6 +78,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void RecentDirectoriesChanged() override;
 
   void MakePanes();
+  void ApplySettings();
   void ConnectList();
   void ConnectPicture();
   void ConnectRest();

@@ -21,6 +21,9 @@ inline constexpr std::string_view kTagFileFilter =
     "Tag files (*.tag)|*.tag|Text files (*.txt)|*.txt|All files (*.*)|*.*||";
 inline constexpr std::string_view kIgnoreExtensions = "Ignore file extensions when applying tags";
 
+inline constexpr std::string_view kChooseProfileTitle = "Choose a colour profile";
+inline constexpr std::string_view kProfileFilter = "Colour profiles (*.icc;*.icm)|*.icc;*.icm|All files (*.*)|*.*||";
+
 inline constexpr std::string_view kNoDirectoryYet = "Open a directory, or drop one here";
 
 }  // namespace ml::app

@@ -9,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include "app/preferences/thumbnail_limits.h"
 #include "app/recent_directories.h"
 #include "app/startup/start_files.h"
 #include "catalogue/image_item_maker.h"
@@ -18,14 +19,15 @@
 namespace ml::app {
 namespace {
 
-/// "ExtraLargeThumbnailSize" is a number that anybody may have typed.
-constexpr int kSmallestEdge = 16, kLargestEdge = 2000;
-
 int WorkerThreads() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16); }
 
 bool IsDirectory(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+catalogue::ImageItemMaker MakerFor(const settings::Settings& settings) {
+  return catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings));
 }
 
 bool TaggedBehindUntagged(const catalogue::ImageList& list) {
@@ -38,8 +40,7 @@ bool TaggedBehindUntagged(const catalogue::ImageList& list) {
 Session::Session(settings::Settings remembered, platform::Interaction& ask, std::function<void(int)> thumbnailReady)
     : settings(std::move(remembered)),
       ask_(ask),
-      worker_(list, catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings)), std::move(thumbnailReady),
-              WorkerThreads()),
+      worker_(list, MakerFor(settings), std::move(thumbnailReady), WorkerThreads()),
       catalogue_(list, worker_, ask, *this) {
   mode = ViewModeOf(settings.catalogue.thumbnailMode);
   options::TakeSortOrder(settings, list);
@@ -85,7 +86,7 @@ CommandState Session::State() const {
 
 int Session::ThumbnailEdge() const {
   const auto& from = settings.catalogue;
-  if (from.thumbnailSize == 2) return std::clamp(from.extraLargeThumbnailSize, kSmallestEdge, kLargestEdge);
+  if (from.thumbnailSize == 2) return std::clamp(from.extraLargeThumbnailSize, kSmallestThumbnail, kLargestThumbnail);
   return from.thumbnailSize == 1 ? 160 : 80;
 }
 
@@ -102,6 +103,10 @@ void Session::SetThumbnailScale(double scale) {
 void Session::ApplyThumbnailSize() {
   worker_.SetThumbnailSize(static_cast<int>(std::lround(ThumbnailEdge() * thumbnailScale_)), true);
 }
+
+void Session::OptionsChanged() { catalogue_.SetOptions(options::CatalogueOptionsOf(settings)); }
+
+void Session::RemakeThumbnails() { worker_.SetMaker(MakerFor(settings)); }
 
 bool Session::Open(std::span<const std::string> paths) {
   const auto start = CollectStartFiles(paths, settings.catalogue.bindJpegToEos1DRaw != 0);

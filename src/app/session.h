@@ -47,6 +47,7 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
+  int preferencesPage = 0;  ///< where the Preferences open; not remembered between runs
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
   catalogue::CThumbnailThread& Worker() { return worker_; }
@@ -70,6 +71,10 @@ class Session final : private catalogue::CatalogueObserver {
   void SetThumbnailSizeMode(int sizeMode);
   /// Pixels of the screen for each of a thumbnail's; at least 1.
   void SetThumbnailScale(double scale);
+  /// The settings were edited: the catalogue goes by them from now on.
+  void OptionsChanged();
+  /// All thumbnails are made again, as the settings want them now.
+  void RemakeThumbnails();
   /// Edge length of the thumbnails before scaling.
   int ThumbnailEdge() const;
 

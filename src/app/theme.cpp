@@ -5,6 +5,7 @@
 #include <array>
 
 #include "app/system_scheme.h"
+#include "app/theme_style.h"
 #include "platform/ui/accent.h"
 
 namespace ml::app {
@@ -50,7 +51,7 @@ QPalette ThemePalette(Scheme scheme) {
 }
 
 void ApplyTheme(QApplication& application, Scheme scheme) {
-  if (application.style()->name() != QLatin1String("fusion")) application.setStyle(QStringLiteral("Fusion"));
+  if (qobject_cast<ThemeStyle*>(application.style()) == nullptr) application.setStyle(new ThemeStyle);
   application.setPalette(ThemePalette(scheme));
 }
 

@@ -6,5 +6,6 @@ ml_ui_module(app
     summary_pane.cpp
     system_scheme.cpp
     theme.cpp
+    theme_style.cpp
   DEPENDS imaging_ui platform_ui
   QT DBus)

@@ -87,6 +87,12 @@ void CThumbnailThread::SetThumbnailSize(int size, bool rebuild) {
   if (rebuild) Rebuild();
 }
 
+void CThumbnailThread::SetMaker(ThumbnailMaker maker) {
+  const platform::PauseGuard pause(*this);
+  maker_ = std::move(maker);
+  Rebuild();
+}
+
 void CThumbnailThread::LoadList(std::vector<std::string> paths) {
   const platform::PauseGuard pause(*this);
   list_.Assign(std::move(paths));

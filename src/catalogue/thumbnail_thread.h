@@ -53,6 +53,8 @@ class CThumbnailThread final : public ListGate {
   /// Gated. Edge length in pixels; all thumbnails are made again if it changed and `rebuild` is set.
   void SetThumbnailSize(int size, bool rebuild);
   int ThumbnailSize() const { return size_; }
+  /// Gated. All thumbnails are made again, by `maker` from now on.
+  void SetMaker(ThumbnailMaker maker);
   /// Gated. The catalogue becomes `paths`, all thumbnails to do.
   void LoadList(std::vector<std::string> paths) override;
   /// Gated. See ImageList::Reorder; thumbnails travel along, failed ones are tried again. An empty `paths`
@@ -91,7 +93,7 @@ class CThumbnailThread final : public ListGate {
   void Follow(const std::vector<int>& oldIndices);
 
   ImageList& list_;
-  const ThumbnailMaker maker_;
+  ThumbnailMaker maker_;  ///< replaced only while nothing is in progress
   const std::function<void(int)> ready_;
   int size_ = 80;
   Entries entries_;  ///< parallel to list_.files

@@ -37,6 +37,7 @@ struct Settings {
   EmailSettings email;
 
   WindowSettings window;
+  DialogPlaces dialogPlaces;
   RecentDirectories recentDirectories;
   ProfileTable profiles;
 };

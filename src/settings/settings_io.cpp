@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::string_view kProfiles = "Profiles";
 constexpr std::string_view kSelectedModel = "Model";
+constexpr std::string_view kDialogs = "Dialogs";
 constexpr std::string_view kLinearPrefix = "L:";
 constexpr std::string_view kNormalPrefix = "N:";
 
@@ -58,6 +59,13 @@ void ReadProfiles(const SettingsBackend& backend, ProfileTable& profiles) {
     } else if (const auto number = backend.Integer(name)) {
       (key == kSelectedModel ? profiles.selectedModel : profiles.flags[key]) = *number;
     }
+  }
+}
+
+void ReadDialogPlaces(const SettingsBackend& backend, DialogPlaces& places) {
+  for (const auto& name : backend.Keys(kDialogs)) {
+    const auto stored = backend.Text({name, kDialogs});
+    if (std::string place; stored && platform::FromHex(*stored, place)) places[name] = std::move(place);
   }
 }
 
@@ -124,6 +132,14 @@ void WriteProfiles(const ProfileTable& profiles, const ProfileTable& loaded, Ove
   overlay.Integer({kSelectedModel, kProfiles}, profiles.selectedModel, loaded.selectedModel);
 }
 
+void WriteDialogPlaces(const DialogPlaces& places, const DialogPlaces& loaded, Overlay& overlay) {
+  for (const auto& [name, place] : places) {
+    const auto before = loaded.find(name);
+    overlay.Text({name, kDialogs}, platform::ToHex(place),
+                 before == loaded.end() ? std::string() : platform::ToHex(before->second));
+  }
+}
+
 }  // namespace
 
 void ReadSettings(const SettingsBackend& backend, Settings& settings) {
@@ -135,6 +151,7 @@ void ReadSettings(const SettingsBackend& backend, Settings& settings) {
   ReadWindow(backend, settings.window);
   ReadRecentDirectories(backend, settings.recentDirectories);
   ReadProfiles(backend, settings.profiles);
+  ReadDialogPlaces(backend, settings.dialogPlaces);
 }
 
 void WriteSettings(const Settings& settings, const Settings& loaded, SaveScope scope, SettingsBackend& backend) {
@@ -147,6 +164,7 @@ void WriteSettings(const Settings& settings, const Settings& loaded, SaveScope s
   overlay.Text({kWindowState}, platform::ToHex(settings.window.state), platform::ToHex(loaded.window.state));
   WriteRecentDirectories(settings.recentDirectories, loaded.recentDirectories, backend);
   WriteProfiles(settings.profiles, loaded.profiles, overlay);
+  WriteDialogPlaces(settings.dialogPlaces, loaded.dialogPlaces, overlay);
 }
 
 }  // namespace ml::settings

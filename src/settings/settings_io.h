@@ -5,7 +5,7 @@
 
 /// All settings between memory and a backend. Apart from the rows of the table these are the window's place
 /// ("WindowLeft" .. "WindowZoomed") and state ("WindowState"), the recent directories ("MRU0" .. "MRU7") and the
-/// table "Profiles".
+/// tables "Profiles" and "Dialogs".
 namespace ml::settings {
 
 /// What a save puts into a store that lacks a value which this run did not change.

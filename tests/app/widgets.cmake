@@ -8,6 +8,12 @@ ml_test(widgets
     toolkit_test.cpp
     widgets_main.cpp
   LINK ml_app_ui ml_catalogue_ui ml_imagefiles_ui Qt6::Test)
+ml_test(preferences_ui
+  SOURCES
+    preferences_dialog_test.cpp
+    widgets_main.cpp
+  LINK ml_preferences_ui ml_app_ui Qt6::Test)
 # The same pictures as on a screen of twice the density.
 add_test(NAME widgets_scale2 COMMAND ml_test_widgets --gtest_filter=*Screens.*)
-set_tests_properties(widgets_scale2 PROPERTIES TIMEOUT 600 ENVIRONMENT "LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")
+add_test(NAME preferences_ui_scale2 COMMAND ml_test_preferences_ui --gtest_filter=*Screens.*)
+set_tests_properties(widgets_scale2 preferences_ui_scale2 PROPERTIES TIMEOUT 600 ENVIRONMENT "LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")

@@ -8,6 +8,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace ml::catalogue {
@@ -184,6 +185,27 @@ TEST_F(Worker, ANewSizeMakesAllAgainAndTheSameSizeNone) {
   WaitUntilFinished(2);
   EXPECT_EQ(maker_.Asked().size(), 2U);
   EXPECT_EQ(thread_.Item(1)->pixels.width, 160);
+}
+
+TEST_F(WorkerOnTwoThreads, ANewMakerMakesAllAgainAndTheOldOneNoMore) {
+  thread_.SetThumbnailSize(8, false);
+  maker_.Allow(0);
+  thread_.LoadList(Names({"/d/a", "/d/b", "/d/bad"}));
+  maker_.WaitUntilAsked(2);  // both threads are inside
+  std::jthread release([this] { maker_.Allow(-1); });
+  thread_.SetMaker([](const std::string& path, int size) {
+    ImageItem item;
+    item.path = path;
+    item.pixels = imaging::MakePixelBuffer(size, 1);
+    return item;
+  });
+  maker_.Forget();
+  WaitUntilFinished(3);
+  EXPECT_TRUE(maker_.Asked().empty());
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_EQ(thread_.State(i), ThumbnailState::Done);
+    EXPECT_EQ(thread_.Item(i)->pixels.height, 1);
+  }
 }
 
 TEST_F(Worker, RemovingAndInvalidatingKeepTheOthersRecords) {

@@ -138,6 +138,19 @@ TEST(WriteSettings, RemembersTheWindow) {
   EXPECT_EQ(Read(backend).window.state, "");
 }
 
+TEST(WriteSettings, RemembersDialogsInTheirTable) {
+  Settings settings;
+  settings.dialogPlaces = {{"Preferences", {"\0\xff", 2}}, {"Keys", "a"}};
+  auto backend = Written(settings);
+  EXPECT_EQ(backend.Text({"Preferences", "Dialogs"}), "00FF");
+  backend.PutText({"Keys", "Dialogs"}, "junk");
+  const auto loaded = Read(backend);
+  EXPECT_EQ(loaded.dialogPlaces, (DialogPlaces{{"Preferences", {"\0\xff", 2}}}));
+  backend.PutText({"Preferences", "Dialogs"}, "11");
+  WriteSettings(loaded, loaded, SaveScope::Everything, backend);
+  EXPECT_EQ(backend.Text({"Preferences", "Dialogs"}), "11") << "another copy moved it";
+}
+
 TEST(WriteSettings, ShortensTheRecentDirectories) {
   Settings loaded;
   loaded.recentDirectories = {"/a", "/b", "/c"};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ struct WindowSettings {
 
   friend bool operator==(const WindowSettings&, const WindowSettings&) = default;
 };
+
+/// Size and place of dialogs by their names, opaque bytes of the toolkit.
+using DialogPlaces = std::map<std::string, std::string>;
 
 /// The directories of the File menu, newest first.
 using RecentDirectories = std::vector<std::string>;
