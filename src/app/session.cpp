@@ -38,8 +38,9 @@ bool TaggedBehindUntagged(const catalogue::ImageList& list) {
 Session::Session(settings::Settings remembered, platform::Interaction& ask, std::function<void(int)> thumbnailReady)
     : settings(std::move(remembered)),
       ask_(ask),
-      worker_(list, catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings)), std::move(thumbnailReady),
-              WorkerThreads()),
+      worker_(list,
+              catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings), options::ColourOptionsOf(settings)),
+              std::move(thumbnailReady), WorkerThreads()),
       catalogue_(list, worker_, ask, *this) {
   mode = ViewModeOf(settings.catalogue.thumbnailMode);
   options::TakeSortOrder(settings, list);
