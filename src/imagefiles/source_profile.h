@@ -13,9 +13,9 @@ enum class ColourSpace { Srgb, AdobeRgb };
 
 /// What tells of a picture's colours, as a file or a conversion has it; 0 and the empty text tell nothing.
 struct ColourMarks {
-  int matrix = 0;         ///< 1 to 5
-  int space = 0;          ///< 1 sRGB, 2 AdobeRGB
-  std::string_view text;  ///< "sRGB" or "AdobeRGB"
+  int matrix = 0;           ///< 1 to 5
+  int space = 0;            ///< 1 sRGB, 2 AdobeRGB
+  std::string_view text{};  ///< "sRGB" or "AdobeRGB"
 };
 
 /// The space of a picture by the camera `model`; nothing for a model that records none. Kept: whatever is not clearly
