@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "imagefiles/display_colour.h"
 #include "imagefiles/thumbnail_maker.h"
 
 namespace ml::catalogue {
@@ -15,6 +16,7 @@ ImageItem ImageItemMaker::operator()(const std::string& path, int size) const {
     item.hasSound = !companions.wav.empty();
     item.hasViewingJpeg = !companions.jpg.empty();
     item.pixels = imagefiles::MakeThumbnail(path, size, options_).pixels;
+    imagefiles::ColourManageThumbnail(item.pixels, path, colour_);
   } catch (const std::exception& error) {
     item.failure = error.what();
   } catch (...) {

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "imagefiles/profile_name.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
 #include "platform/readable_file.h"
@@ -22,6 +23,7 @@ void ShowExif(const std::vector<std::string>& files, const ExifPresenter& presen
       state.Fail(error.what());
     }
     metadata::ExifData data(given, options);
+    imagefiles::FillProfileName(data);
     if (state.json) {
       presenter.toJson(data, object);
       result.push_back(std::move(object));

@@ -12,6 +12,7 @@
 #include "cli/output_file.h"
 #include "cli/progress_line.h"
 #include "cli/run_state.h"
+#include "imagefiles/display_colour.h"
 #include "imagefiles/image_file.h"
 #include "imagefiles/thumbnail_maker.h"
 #include "imaging/png/png_writer.h"
@@ -111,8 +112,10 @@ void AddThumbCommand(CLI::App& program, RunState& state) {
   command->callback([arguments, &state] {
     state.action = [arguments, &state] {
       const auto options = options::ImageFileOptionsOf(state.settings);
+      const auto colour = options::ColourOptionsOf(state.settings);
       const auto make = [&](const std::string& path) {
         auto thumbnail = imagefiles::MakeThumbnail(path, arguments->size, options);
+        imagefiles::ColourManageThumbnail(thumbnail.pixels, path, colour);
         return Picture{std::move(thumbnail.pixels), imagefiles::PictureSourceName(thumbnail.source)};
       };
       MakeAll(*arguments, {make, imaging::PngColour::Rgb}, state);
@@ -134,12 +137,14 @@ void AddPreviewCommand(CLI::App& program, RunState& state) {
     const auto limits = ParseBox(arguments->box);
     state.action = [arguments, limits, &state] {
       const auto options = options::ImageFileOptionsOf(state.settings);
+      const auto colour = options::ColourOptionsOf(state.settings);
       const imagefiles::BitmapQuality quality{.highQuality = state.settings.display.highQualityMode != 0,
                                               .greyscale = arguments->grey};
       const auto make = [&](const std::string& path) {
         const auto image = imagefiles::CreateImageFile(path, options);
         if (!image) throw platform::UserError(path + ": does not exist, or is no image that can be shown");
         auto pixels = image->GetBitmap(limits, quality);
+        if (!arguments->grey) imagefiles::ColourManagePicture(pixels, *image, colour);
         return Picture{std::move(pixels), imagefiles::PictureSourceName(image->Source())};
       };
       MakeAll(*arguments, {make, arguments->grey ? imaging::PngColour::Grey : imaging::PngColour::Rgb}, state);

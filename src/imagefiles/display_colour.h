@@ -10,6 +10,7 @@ namespace ml::imagefiles {
 
 /// Turns the 8-bit picture that `file` gave into the monitor's space. Without a monitor profile, without a source
 /// profile, or where either cannot be used, the picture stays as it is: returns whether it was changed.
+/// Not for one in black and white.
 bool ColourManagePicture(imaging::PixelBuffer& picture, ImageFile& file, const ColourOptions& options);
 
 /// The same for a thumbnail of the file at `path`, by the rules for thumbnails. Safe on several threads at once.

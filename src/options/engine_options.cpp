@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/monitor_profile.h"
+
 namespace ml::options {
 
 catalogue::CatalogueOptions CatalogueOptionsOf(const settings::Settings& settings) {
@@ -27,6 +29,18 @@ imagefiles::ImageFileOptions ImageFileOptionsOf(const settings::Settings& settin
           .bindJpegToEos1DRaw = settings.catalogue.bindJpegToEos1DRaw != 0,
           .iptcComments = settings.iptc.comments != 0,
           .preserveModificationTime = settings.catalogue.preserveImageModificationTime != 0};
+}
+
+imagefiles::ColourOptions ColourOptionsOf(const settings::Settings& settings) {
+  const auto& from = settings.colour;
+  imagefiles::ColourOptions options;
+  if (from.enableMonitorProfile != 0) {
+    options.monitorProfile = from.monitorProfile.empty() ? platform::SystemMonitorProfile() : from.monitorProfile;
+  }
+  if (from.enableDefaultProfile != 0) options.defaultProfile = from.defaultProfile;
+  options.readProfileFromExif = from.readProfileFromExif != 0;
+  options.suppressThumbnails = from.suppressThumbnailColour != 0;
+  return options;
 }
 
 }  // namespace ml::options

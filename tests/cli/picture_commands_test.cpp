@@ -7,6 +7,8 @@
 
 #include "cli/cli_run.h"
 #include "support/ciff_builder.h"
+#include "support/colour_profiles.h"
+#include "support/png_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -54,6 +56,31 @@ TEST_F(PictureCommand, HistogramCountsTheFittedPicture) {
   EXPECT_EQ(all[1]["pixelCount"], 0);
   EXPECT_NE(run({"histogram", photo, "--box", "50x50"}).output.find("2000 pixels, mean red 200.0"), std::string::npos);
   EXPECT_EQ(run({"histogram", photo, "--box", "50"}).exitCode, 2);
+}
+
+TEST_F(PictureCommand, PicturesAreInTheColoursOfTheMonitorWhereTheSettingsSaySo) {
+  const auto swapping = EncodeProfile({.swapped = true, .name = "Swapping"});
+  const auto red =
+      dir.Write("red/a.png", EncodePng(PaintPlain(20, 20, 0xff0000), {.before = PngProfile("", swapping)}));
+  const auto blue = dir.Write("blue/a.png", EncodePng(PaintPlain(20, 20, 0x0000ff)));
+  EXPECT_EQ(Json({"info", red})[0]["iccProfileName"], "Swapping");
+  const auto monitor = "MonitorProfile=" + dir.Write("monitor.icc", EncodeProfile({}));
+  int count = 0;
+  const auto make = [&](std::vector<std::string> arguments, const std::string& file) {
+    const auto out = dir / std::to_string(++count);
+    arguments.insert(arguments.end(), {file, "--out", out, "--setting", monitor});
+    Json(arguments);
+    return ReadAll(out + "/a.png").value_or("");
+  };
+  const std::string on = "EnableMonitorProfile=1";
+  for (const auto& command : {std::vector<std::string>{"thumb", "--size", "16"}, {"preview", "--box", "16x16"}}) {
+    auto managed = command;
+    managed.insert(managed.end(), {"--setting", on});
+    EXPECT_NE(make(command, red), make(command, blue));
+    EXPECT_EQ(make(managed, red), make(command, blue));
+  }
+  EXPECT_EQ(make({"preview", "--box", "16x16", "--grey", "--setting", on}, red),
+            make({"preview", "--box", "16x16", "--grey"}, red));
 }
 
 }  // namespace
