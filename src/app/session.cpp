@@ -27,7 +27,7 @@ bool IsDirectory(const std::string& path) {
 }
 
 catalogue::ImageItemMaker MakerFor(const settings::Settings& settings) {
-  return {options::ImageFileOptionsOf(settings), options::ColourOptionsOf(settings)};
+  return catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings), options::ColourOptionsOf(settings));
 }
 
 bool TaggedBehindUntagged(const catalogue::ImageList& list) {
