@@ -70,7 +70,9 @@ TEST_F(PictureCommand, PicturesAreInTheColoursOfTheMonitorWhereTheSettingsSaySo)
     const auto out = dir / std::to_string(++count);
     arguments.insert(arguments.end(), {file, "--out", out, "--setting", monitor});
     Json(arguments);
-    return ReadAll(out + "/a.png").value_or("");
+    const auto picture = ReadAll(out + "/a.png.png");
+    EXPECT_TRUE(picture) << arguments[0];
+    return picture.value_or("");
   };
   const std::string on = "EnableMonitorProfile=1";
   for (const auto& command : {std::vector<std::string>{"thumb", "--size", "16"}, {"preview", "--box", "16x16"}}) {
