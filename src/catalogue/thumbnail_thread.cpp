@@ -110,15 +110,7 @@ void CThumbnailThread::Reorder(const std::vector<std::string>& paths) {
 
 void CThumbnailThread::MoveSelectedTo(int position) {
   const platform::PauseGuard pause(*this);
-  std::vector<std::string> before, moved, after;
-  for (int i = 0; i < list_.Count(); ++i) {
-    const auto index = static_cast<std::size_t>(i);
-    auto& part = list_.marks[index].selected ? moved : i < position ? before : after;
-    part.push_back(list_.files[index]);
-  }
-  before.insert(before.end(), moved.begin(), moved.end());
-  before.insert(before.end(), after.begin(), after.end());
-  Follow(list_.Reorder(before));
+  Follow(list_.MoveSelectedTo(position));
 }
 
 /// The records take the order of their entries; whatever has no pixels is to be tried (again).

@@ -58,8 +58,9 @@ class CThumbnailThread final : public ListGate {
   /// Gated. See ImageList::Reorder; thumbnails travel along, failed ones are tried again. An empty `paths`
   /// does nothing.
   void Reorder(const std::vector<std::string>& paths) override;
-  /// Gated. Moves the selected entries as a block before the entry at `position` (0..Count()).
-  void MoveSelectedTo(int position);
+  /// Gated. See ImageList::MoveSelectedTo; thumbnails travel along, failed ones are tried again. To the user
+  /// this is a change of order: see Catalogue::MoveSelectedTo.
+  void MoveSelectedTo(int position) override;
   /// Gated. `indices` ascend.
   void RemoveEntries(const std::vector<int>& indices);
   /// Gated. The entries' thumbnails are made again.
