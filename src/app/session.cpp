@@ -14,6 +14,7 @@
 #include "catalogue/image_item_maker.h"
 #include "options/engine_options.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 
 namespace ml::app {
 namespace {
@@ -22,11 +23,6 @@ namespace {
 constexpr int kSmallestEdge = 16, kLargestEdge = 2000;
 
 int WorkerThreads() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16); }
-
-bool IsDirectory(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
 
 bool TaggedBehindUntagged(const catalogue::ImageList& list) {
   const auto untagged = std::ranges::find(list.marks, false, &catalogue::ItemMarks::tagged);
@@ -129,7 +125,7 @@ void Session::LoadLastDirectory() {
   const auto& last = settings.catalogue.imageFilename;
   if (settings.catalogue.loadDirectoryAtStartup == 0 || !list.Empty() || last.empty()) return;
   const auto directory = platform::normaliseDirectory(platform::DirectoryOf(last));
-  if (!IsDirectory(directory)) return;
+  if (!platform::IsDirectory(directory)) return;
   catalogue_.LoadDirectory(directory, ::access(last.c_str(), F_OK) == 0 ? last : "");
 }
 
