@@ -146,6 +146,12 @@ void ImageList::Remove(const std::vector<int>& indices) {
   focusIndex = IndexAfterRemoval(focusIndex, gone, Count());
 }
 
+void ImageList::Rename(const std::string& from, const std::string& to) {
+  std::ranges::replace(files, from, to);
+  std::ranges::replace(customOrder, from, to);
+  if (currentPath == from) currentPath = to;
+}
+
 void ImageList::Assign(std::vector<std::string> paths) {
   files = std::move(paths);
   marks.assign(files.size(), {});

@@ -70,6 +70,8 @@ struct ImageList {
   /// Takes out the entries at `indices` (ascending). currentIndex and focusIndex stay on their entry, or move
   /// to the one that took its place.
   void Remove(const std::vector<int>& indices);
+  /// The file `from` bears the name `to` now.
+  void Rename(const std::string& from, const std::string& to);
   /// Replaces everything: `paths` with all marks off.
   void Assign(std::vector<std::string> paths);
 };

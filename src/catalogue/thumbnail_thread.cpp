@@ -133,12 +133,15 @@ void CThumbnailThread::Follow(const std::vector<int>& oldIndices) {
 
 void CThumbnailThread::RemoveEntries(const std::vector<int>& indices) {
   const platform::PauseGuard pause(*this);
-  list_.Remove(indices);
-  const std::lock_guard guard(lock_);
-  for (auto index = indices.rbegin(); index != indices.rend(); ++index) {
-    if (State(*index) != ThumbnailState::ToDo) --finished_;
-    entries_.erase(entries_.begin() + *index);
+  {
+    const std::lock_guard guard(lock_);
+    for (auto index = indices.rbegin(); index != indices.rend(); ++index) {
+      if (!list_.ValidIndex(*index)) continue;
+      if (State(*index) != ThumbnailState::ToDo) --finished_;
+      entries_.erase(entries_.begin() + *index);
+    }
   }
+  list_.Remove(indices);
 }
 
 void CThumbnailThread::InvalidateEntries(const std::vector<int>& indices) {
@@ -151,6 +154,35 @@ void CThumbnailThread::InvalidateEntries(const std::vector<int>& indices) {
     entry.state = ThumbnailState::ToDo;
     entry.claimed = false;
   }
+}
+
+std::vector<std::string> CThumbnailThread::SetTimestamps(const std::vector<std::string>& paths, bool setReadOnly,
+                                                         const TimestampTools& tools) {
+  const platform::PauseGuard pause(*this);
+  return catalogue::SetTimestamps(paths, setReadOnly, tools);
+}
+
+void CThumbnailThread::RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations,
+                                   CaseMode caseMode, const RenameTools& tools) {
+  Pause();
+  catalogue::RenameFiles(std::move(sources), destinations, caseMode, Following(tools));
+}
+
+std::string CThumbnailThread::RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
+                                        const RenameTools& tools) {
+  return catalogue::RenameOne(source, destination, caseMode, Following(tools));
+}
+
+/// The same tools, with the entries following.
+RenameTools CThumbnailThread::Following(const RenameTools& tools) {
+  auto following = tools;
+  following.renamed = [this, &tools](const std::string& from, const std::string& to) {
+    const int index = list_.IndexOfPath(from);
+    if (State(index) != ThumbnailState::ToDo) entries_[static_cast<std::size_t>(index)]->item->path = to;
+    list_.Rename(from, to);
+    if (tools.renamed) tools.renamed(from, to);
+  };
+  return following;
 }
 
 void CThumbnailThread::JumpTo(int index) {
