@@ -1,7 +1,5 @@
 #include "app/application.h"
 
-#include <sys/stat.h>
-
 #include <QApplication>
 #include <QSessionManager>
 #include <clocale>
@@ -20,6 +18,7 @@
 #include "app/thumbnail_relay.h"
 #include "app/window_interaction.h"
 #include "platform/errors.h"
+#include "platform/read_directory.h"
 #include "platform/start_recovery.h"
 #include "settings/settings_store.h"
 
@@ -27,11 +26,6 @@ namespace ml::app {
 namespace {
 
 constexpr int kWrongUsage = 2;
-
-bool FileExists(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0;
-}
 
 void PrepareToolkit() {
   // The toolkit took the user's locale; numbers in files and texts are written and read in the "C" locale.
@@ -44,12 +38,12 @@ void PrepareToolkit() {
 
 /// Options, with the boxes that belong to them. False if the program ends here.
 bool ReadCommandLine(std::span<const char* const> arguments, platform::Interaction& ask, StartArguments& start) {
-  start = ScanArguments(arguments, FileExists);
+  start = ScanArguments(arguments, platform::Exists);
   if (start.options.usageRequested) {
     ask.message(UsageBox());
     return false;
   }
-  if (const auto box = CheckScript(start.options, FileExists)) ask.message(*box);
+  if (const auto box = CheckScript(start.options, platform::Exists)) ask.message(*box);
   if (const auto box = ApplyProcessor(start.options.cpuPreference, SystemAffinity())) ask.message(*box);
   return true;
 }

@@ -1,6 +1,5 @@
 #include "app/session.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,16 +14,12 @@
 #include "catalogue/image_item_maker.h"
 #include "options/engine_options.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 
 namespace ml::app {
 namespace {
 
 int WorkerThreads() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16); }
-
-bool IsDirectory(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
 
 catalogue::ImageItemMaker MakerFor(const settings::Settings& settings) {
   return catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings), options::ColourOptionsOf(settings));
@@ -134,7 +129,7 @@ void Session::LoadLastDirectory() {
   const auto& last = settings.catalogue.imageFilename;
   if (settings.catalogue.loadDirectoryAtStartup == 0 || !list.Empty() || last.empty()) return;
   const auto directory = platform::normaliseDirectory(platform::DirectoryOf(last));
-  if (!IsDirectory(directory)) return;
+  if (!platform::IsDirectory(directory)) return;
   catalogue_.LoadDirectory(directory, ::access(last.c_str(), F_OK) == 0 ? last : "");
 }
 

@@ -151,6 +151,15 @@ void Catalogue::MoveTaggedToStart() {
   ApplySort();
 }
 
+void Catalogue::MoveSelectedTo(int position) {
+  if (list_.SelectedCount() == 0) return;
+  gate_.MoveSelectedTo(position);
+  list_.customOrder = list_.files;
+  list_.sortMethod = SortMethod::Custom;
+  list_.orderChangedByHand = true;
+  observer_.ListReordered();
+}
+
 /// Before custom order is left: the order on show is the one to come back to.
 void Catalogue::KeepCustomOrder() {
   if (list_.sortMethod == SortMethod::Custom && !list_.Empty()) list_.customOrder = list_.files;

@@ -60,6 +60,9 @@ class Catalogue {
   void SortBy(SortMethod method);
   void ToggleReverseSort();
   void MoveTaggedToStart();
+  /// A drag of thumbnails: the selected entries go as a block before the entry at `position` (0..Count()), the
+  /// order becomes a custom one, made by hand. Nothing happens if none is selected.
+  void MoveSelectedTo(int position);
 
   /// "Save Custom Order": writes the order file of the directory, whatever the settings say. False, without a
   /// box, if it could not be written.

@@ -17,6 +17,7 @@ class DirectListGate final : public ListGate {
   void Reorder(const std::vector<std::string>& paths) override {
     if (!paths.empty()) list_.Reorder(paths);
   }
+  void MoveSelectedTo(int position) override { list_.MoveSelectedTo(position); }
 
  private:
   ImageList& list_;

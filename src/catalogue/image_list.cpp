@@ -32,6 +32,17 @@ int IndexAfterRemoval(int index, const std::vector<int>& removed, int count) {
   return std::min(index - static_cast<int>(before), count - 1);
 }
 
+/// `oldIndices` names each entry once, in the new order.
+void Arrange(ImageList& list, const std::vector<int>& oldIndices) {
+  const auto newIndex = [&](int old) {
+    return list.ValidIndex(old) ? static_cast<int>(std::ranges::find(oldIndices, old) - oldIndices.begin()) : -1;
+  };
+  list.currentIndex = newIndex(list.currentIndex);
+  list.focusIndex = newIndex(list.focusIndex);
+  list.files = Permuted(list.files, oldIndices);
+  list.marks = Permuted(list.marks, oldIndices);
+}
+
 }  // namespace
 
 std::string ImageList::Directory() const {
@@ -106,14 +117,20 @@ std::vector<std::string> ImageList::SelectedPaths() const { return PathsWith(*th
 
 std::vector<int> ImageList::Reorder(const std::vector<std::string>& paths) {
   auto order = MatchedOrder({files.begin(), files.end()}, paths);
-  files = Permuted(files, order);
-  marks = Permuted(marks, order);
-  const auto newIndex = [&](int old) {
-    return ValidIndex(old) ? static_cast<int>(std::ranges::find(order, old) - order.begin()) : -1;
-  };
-  currentIndex = newIndex(currentIndex);
-  focusIndex = newIndex(focusIndex);
+  Arrange(*this, order);
   return order;
+}
+
+std::vector<int> ImageList::MoveSelectedTo(int position) {
+  std::vector<int> before, moved, after;
+  for (int i = 0; i < Count(); ++i) {
+    auto& part = marks[static_cast<std::size_t>(i)].selected ? moved : i < position ? before : after;
+    part.push_back(i);
+  }
+  before.insert(before.end(), moved.begin(), moved.end());
+  before.insert(before.end(), after.begin(), after.end());
+  Arrange(*this, before);
+  return before;
 }
 
 void ImageList::Remove(const std::vector<int>& indices) {
@@ -127,6 +144,12 @@ void ImageList::Remove(const std::vector<int>& indices) {
   marks = Permuted(marks, stay);
   currentIndex = IndexAfterRemoval(currentIndex, gone, Count());
   focusIndex = IndexAfterRemoval(focusIndex, gone, Count());
+}
+
+void ImageList::Rename(const std::string& from, const std::string& to) {
+  std::ranges::replace(files, from, to);
+  std::ranges::replace(customOrder, from, to);
+  if (currentPath == from) currentPath = to;
 }
 
 void ImageList::Assign(std::vector<std::string> paths) {

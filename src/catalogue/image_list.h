@@ -65,9 +65,13 @@ struct ImageList {
   /// (exact, else folded); entries that no path names follow in their old order. Marks, focus and the current
   /// image travel with their paths. Returns for each new index the old one, so that parallel arrays can follow.
   std::vector<int> Reorder(const std::vector<std::string>& paths);
+  /// Moves the selected entries as a block before the entry at `position` (0..Count()). Returns as Reorder.
+  std::vector<int> MoveSelectedTo(int position);
   /// Takes out the entries at `indices` (ascending). currentIndex and focusIndex stay on their entry, or move
   /// to the one that took its place.
   void Remove(const std::vector<int>& indices);
+  /// The file `from` bears the name `to` now.
+  void Rename(const std::string& from, const std::string& to);
   /// Replaces everything: `paths` with all marks off.
   void Assign(std::vector<std::string> paths);
 };

@@ -15,6 +15,8 @@ class ListGate : public platform::WorkerGate {
   virtual void LoadList(std::vector<std::string> paths) = 0;
   /// See ImageList::Reorder. An empty `paths` does nothing.
   virtual void Reorder(const std::vector<std::string>& paths) = 0;
+  /// See ImageList::MoveSelectedTo.
+  virtual void MoveSelectedTo(int position) = 0;
 };
 
 }  // namespace ml::catalogue

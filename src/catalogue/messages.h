@@ -41,4 +41,25 @@ inline platform::MessageBox unableToReadFile(const std::string& path) {
   return {"Unable to read file:\n" + path, "Marrowlantern", platform::BoxIcon::Error};
 }
 
+inline std::string listsDifferInSize() {
+  return "CThumbnailThread::RenameFiles() srcFiles and destFiles are different sizes";
+}
+
+inline std::string directoriesDiffer(const std::string& source, const std::string& destination) {
+  return "Source and destination directories must be the same:\n" + source + "\n" + destination;
+}
+
+inline std::string unableToDeleteReadOnly(const std::string& path) {
+  return "Unable to delete:\n" + path + "\nRead-only";
+}
+
+/// `cause`: one of the words that stand for system errors.
+inline std::string errorDeleting(const std::string& path, const std::string& renamed, const std::string& cause) {
+  return "Error deleting: " + path + "\nwhen trying to rename: " + renamed + "\nCause: " + cause;
+}
+
+inline std::string errorRenaming(const std::string& from, const std::string& to) {
+  return "Error renaming: " + from + "\nto: " + to;
+}
+
 }  // namespace ml::catalogue

@@ -116,15 +116,7 @@ void CThumbnailThread::Reorder(const std::vector<std::string>& paths) {
 
 void CThumbnailThread::MoveSelectedTo(int position) {
   const platform::PauseGuard pause(*this);
-  std::vector<std::string> before, moved, after;
-  for (int i = 0; i < list_.Count(); ++i) {
-    const auto index = static_cast<std::size_t>(i);
-    auto& part = list_.marks[index].selected ? moved : i < position ? before : after;
-    part.push_back(list_.files[index]);
-  }
-  before.insert(before.end(), moved.begin(), moved.end());
-  before.insert(before.end(), after.begin(), after.end());
-  Follow(list_.Reorder(before));
+  Follow(list_.MoveSelectedTo(position));
 }
 
 /// The records take the order of their entries; whatever has no pixels is to be tried (again).
@@ -147,12 +139,15 @@ void CThumbnailThread::Follow(const std::vector<int>& oldIndices) {
 
 void CThumbnailThread::RemoveEntries(const std::vector<int>& indices) {
   const platform::PauseGuard pause(*this);
-  list_.Remove(indices);
-  const std::lock_guard guard(lock_);
-  for (auto index = indices.rbegin(); index != indices.rend(); ++index) {
-    if (State(*index) != ThumbnailState::ToDo) --finished_;
-    entries_.erase(entries_.begin() + *index);
+  {
+    const std::lock_guard guard(lock_);
+    for (auto index = indices.rbegin(); index != indices.rend(); ++index) {
+      if (!list_.ValidIndex(*index)) continue;
+      if (State(*index) != ThumbnailState::ToDo) --finished_;
+      entries_.erase(entries_.begin() + *index);
+    }
   }
+  list_.Remove(indices);
 }
 
 void CThumbnailThread::InvalidateEntries(const std::vector<int>& indices) {
@@ -165,6 +160,35 @@ void CThumbnailThread::InvalidateEntries(const std::vector<int>& indices) {
     entry.state = ThumbnailState::ToDo;
     entry.claimed = false;
   }
+}
+
+std::vector<std::string> CThumbnailThread::SetTimestamps(const std::vector<std::string>& paths, bool setReadOnly,
+                                                         const TimestampTools& tools) {
+  const platform::PauseGuard pause(*this);
+  return catalogue::SetTimestamps(paths, setReadOnly, tools);
+}
+
+void CThumbnailThread::RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations,
+                                   CaseMode caseMode, const RenameTools& tools) {
+  Pause();
+  catalogue::RenameFiles(std::move(sources), destinations, caseMode, Following(tools));
+}
+
+std::string CThumbnailThread::RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
+                                        const RenameTools& tools) {
+  return catalogue::RenameOne(source, destination, caseMode, Following(tools));
+}
+
+/// The same tools, with the entries following.
+RenameTools CThumbnailThread::Following(const RenameTools& tools) {
+  auto following = tools;
+  following.renamed = [this, &tools](const std::string& from, const std::string& to) {
+    const int index = list_.IndexOfPath(from);
+    if (State(index) != ThumbnailState::ToDo) entries_[static_cast<std::size_t>(index)]->item->path = to;
+    list_.Rename(from, to);
+    if (tools.renamed) tools.renamed(from, to);
+  };
+  return following;
 }
 
 void CThumbnailThread::JumpTo(int index) {

@@ -11,6 +11,8 @@
 
 #include "catalogue/image_list.h"
 #include "catalogue/list_gate.h"
+#include "catalogue/rename_files.h"
+#include "catalogue/shooting_timestamps.h"
 #include "imagefiles/image_file_options.h"
 #include "imaging/pixel_buffer.h"
 
@@ -60,12 +62,26 @@ class CThumbnailThread final : public ListGate {
   /// Gated. See ImageList::Reorder; thumbnails travel along, failed ones are tried again. An empty `paths`
   /// does nothing.
   void Reorder(const std::vector<std::string>& paths) override;
-  /// Gated. Moves the selected entries as a block before the entry at `position` (0..Count()).
-  void MoveSelectedTo(int position);
-  /// Gated. `indices` ascend.
+  /// Gated. See ImageList::MoveSelectedTo; thumbnails travel along, failed ones are tried again. To the user
+  /// this is a change of order: see Catalogue::MoveSelectedTo.
+  void MoveSelectedTo(int position) override;
+  /// Gated. Bad indices are passed over.
+  void RemoveEntry(int index) { RemoveEntries({index}); }
+  /// Gated. `indices` ascend; bad ones are passed over.
   void RemoveEntries(const std::vector<int>& indices);
   /// Gated. The entries' thumbnails are made again.
   void InvalidateEntries(const std::vector<int>& indices);
+
+  /// Gated. See catalogue::SetTimestamps.
+  std::vector<std::string> SetTimestamps(const std::vector<std::string>& paths, bool setReadOnly,
+                                         const TimestampTools& tools);
+  /// Pauses and does not resume, also when it throws: the caller reads the directory anew, which resumes. See
+  /// catalogue::RenameFiles; the entries follow their files.
+  void RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations, CaseMode caseMode,
+                   const RenameTools& tools);
+  /// Does not pause: to be called in a pause. See catalogue::RenameOne; the entry follows its file.
+  std::string RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
+                        const RenameTools& tools);
 
   /// Work goes on from `index`, usually the first visible item, and later starts over from the top. Needs no
   /// pause.
@@ -90,6 +106,7 @@ class CThumbnailThread final : public ListGate {
   int NextToDo() const;
   void Work(int index);
   void Rebuild();
+  RenameTools Following(const RenameTools& tools);
   void Follow(const std::vector<int>& oldIndices);
 
   ImageList& list_;

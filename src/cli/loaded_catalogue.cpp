@@ -10,18 +10,10 @@
 #include "options/engine_options.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 #include "platform/text.h"
 
 namespace ml::cli {
-
-namespace {
-
-bool IsDirectory(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-}  // namespace
 
 LoadedCatalogue::LoadedCatalogue(RunState& state) : catalogue(list, gate_, *this, *this), state_(state), gate_(list) {
   options::TakeSortOrder(state.settings, list);
@@ -33,7 +25,7 @@ LoadedCatalogue::LoadedCatalogue(RunState& state, const std::string& directory) 
 }
 
 LoadedCatalogue::LoadedCatalogue(RunState& state, const std::vector<std::string>& given) : LoadedCatalogue(state) {
-  if (given.size() == 1 && (IsDirectory(given.front()) || imagefiles::FindFormat(given.front()) == nullptr)) {
+  if (given.size() == 1 && (platform::IsDirectory(given.front()) || imagefiles::FindFormat(given.front()) == nullptr)) {
     LoadDirectory(given.front());
   } else {
     LoadFiles(given);
@@ -64,7 +56,7 @@ bool LoadedCatalogue::CanBeListed(const std::string& given) const {
 void LoadedCatalogue::LoadFiles(const std::vector<std::string>& given) {
   std::vector<std::string> files;
   for (const auto& file : given) {
-    if (IsDirectory(file)) throw platform::UserError(file + ": is a directory; give one directory, or files");
+    if (platform::IsDirectory(file)) throw platform::UserError(file + ": is a directory; give one directory, or files");
     if (CanBeListed(file)) files.push_back(paths_.Add(file));
   }
   catalogue.LoadFileList(files);

@@ -1,22 +1,12 @@
 #include "cli/output_file.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 
-#include "cli/output.h"
 #include "platform/atomic_file.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 
 namespace ml::cli {
-
-namespace {
-
-bool Exists(const std::string& path) {
-  std::error_code error;
-  return std::filesystem::exists(std::filesystem::symlink_status(path, error));
-}
-
-}  // namespace
 
 void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options) {
   auto* overwrite = command.add_flag("--overwrite", options.overwrite, "Replace files that exist");
@@ -27,7 +17,7 @@ void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options) {
   command.add_flag("--dry-run", options.dryRun, "Only tell what would be written");
 }
 
-bool OutputFiles::IsTaken(const std::string& path) const { return made_.contains(path) || Exists(path); }
+bool OutputFiles::IsTaken(const std::string& path) const { return made_.contains(path) || platform::IsNameTaken(path); }
 
 /// "name.png" -> "name (2).png" and so on, the first that is free.
 std::string OutputFiles::FreeName(const std::string& path) const {
@@ -39,37 +29,60 @@ std::string OutputFiles::FreeName(const std::string& path) const {
   }
 }
 
-OutputFile OutputFiles::Refuse(std::string path, std::string_view reason) {
-  state_.Fail(path + std::string(reason));
-  return {std::move(path), WriteResult::Refused};
+OutputFile OutputFiles::Choose(std::string_view name, const std::string& source) {
+  const auto wanted = platform::JoinPath(directory_, name);
+  std::unique_lock guard(lock_);
+  closed_.wait(guard, [&] { return !making_.contains(wanted); });
+  auto output = Decide(wanted, source);
+  making_.insert(wanted);
+  return output;
 }
 
-OutputFile OutputFiles::Choose(std::string_view name, const std::string& source) {
-  auto path = platform::JoinPath(directory_, name);
-  if (options_.rename && IsTaken(path)) path = FreeName(path);
-  if (made_.contains(path)) return Refuse(path, ": was made earlier in this run, not written; choose --rename");
-  if (Exists(path)) {
-    if (options_.skip) {
-      Complain(path + ": exists, skipped");
-      return {path, WriteResult::Skipped};
-    }
-    if (!options_.overwrite) return Refuse(path, ": exists, not written; choose --overwrite, --skip or --rename");
-    if (platform::SameFile(path, source)) return Refuse(path, ": is the source itself, not written");
+OutputFile OutputFiles::Decide(const std::string& wanted, const std::string& source) const {
+  const auto path = options_.rename && IsTaken(wanted) ? FreeName(wanted) : wanted;
+  const auto output = [&](WriteResult result, const char* reason = "") {
+    return OutputFile{.path = path, .result = result, .wanted = wanted, .note = *reason == 0 ? "" : path + reason};
+  };
+  if (made_.contains(path)) {
+    return output(WriteResult::Refused, ": was made earlier in this run, not written; choose --rename");
   }
-  return {path, options_.dryRun ? WriteResult::WouldWrite : WriteResult::Written};
+  if (platform::IsNameTaken(path)) {
+    if (options_.skip) return output(WriteResult::Skipped, ": exists, skipped");
+    if (!options_.overwrite) {
+      return output(WriteResult::Refused, ": exists, not written; choose --overwrite, --skip or --rename");
+    }
+    if (platform::SameFile(path, source)) return output(WriteResult::Refused, ": is the source itself, not written");
+  }
+  return output(options_.dryRun ? WriteResult::WouldWrite : WriteResult::Written);
 }
 
 void OutputFiles::Write(const OutputFile& output, std::span<const std::byte> bytes) {
   if (output.result == WriteResult::Skipped || output.result == WriteResult::Refused) return;
-  made_.insert(output.path);
+  {
+    const std::lock_guard guard(lock_);
+    made_.insert(output.path);
+    wrote_ = wrote_ || output.result == WriteResult::Written;
+  }
   if (output.result == WriteResult::WouldWrite) return;
   // What appeared since the choice was made is not overwritten either.
   const auto existing = options_.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
-  platform::ReplaceFile(output.path, bytes, {.existing = existing});
+  platform::ReplaceFile(output.path, bytes, {.existing = existing, .newFile = platform::NewFileLasts::AfterSync});
+}
+
+void OutputFiles::Close(const OutputFile& output) {
+  {
+    const std::lock_guard guard(lock_);
+    making_.erase(output.wanted);
+  }
+  closed_.notify_all();
+}
+
+void OutputFiles::Settle() {
+  if (wrote_) platform::SyncFileSystem(directory_);
 }
 
 bool MayWrite(const std::string& path, bool overwrite, RunState& state) {
-  if (overwrite || !Exists(path)) return true;
+  if (overwrite || !platform::IsNameTaken(path)) return true;
   state.Fail(path + ": exists, not written; choose --overwrite");
   return false;
 }

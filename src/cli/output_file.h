@@ -1,6 +1,8 @@
 #pragma once
 
+#include <condition_variable>
 #include <cstddef>
+#include <mutex>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,31 +29,40 @@ enum class WriteResult { Written, WouldWrite, Skipped, Refused };
 struct OutputFile {
   std::string path;  ///< where it went, or would have gone
   WriteResult result = WriteResult::Written;
+  std::string wanted;  ///< where it would go if nothing were in the way
+  std::string note;    ///< why it is skipped or refused
 };
 
-/// The files that one run makes in one directory.
+/// The files that one run makes in one directory. Safe to use from several threads at once.
 class OutputFiles {
  public:
-  /// Does not own `options` and `state`.
-  OutputFiles(std::string directory, const ExistingFileOptions& options, RunState& state)
-      : directory_(std::move(directory)), options_(options), state_(state) {}
+  /// Does not own `options`.
+  OutputFiles(std::string directory, const ExistingFileOptions& options)
+      : directory_(std::move(directory)), options_(options) {}
 
   /// The place for `name`, after the options, what lies there and what was made before: no file of this run
-  /// takes the place of another one. `source` is never overwritten, under whatever name. Says on standard error
-  /// if it is skipped or refused.
+  /// takes the place of another one. `source` is never overwritten, under whatever name. Waits while a file of the
+  /// same name is still being made. Calls must come in the order of the run, and each be followed by Close().
   OutputFile Choose(std::string_view name, const std::string& source);
   /// Puts `bytes` at `output.path` if it is to be written. Throws UserError.
   void Write(const OutputFile& output, std::span<const std::byte> bytes);
+  /// The file is made, or will not be.
+  void Close(const OutputFile& output);
+  /// Makes all of them lasting; to be called at the end, whatever became of the run. Throws UserError.
+  void Settle();
 
  private:
   bool IsTaken(const std::string& path) const;
   std::string FreeName(const std::string& path) const;
-  OutputFile Refuse(std::string path, std::string_view reason);
+  OutputFile Decide(const std::string& wanted, const std::string& source) const;
 
   std::string directory_;
   const ExistingFileOptions& options_;
-  RunState& state_;
-  std::unordered_set<std::string> made_;  ///< paths, also of what a dry run would have made
+  std::mutex lock_;  ///< guards the rest
+  std::condition_variable closed_;
+  std::unordered_set<std::string> making_;  ///< wanted paths that are chosen and not closed
+  std::unordered_set<std::string> made_;    ///< paths, also of what a dry run would have made
+  bool wrote_ = false;
 };
 
 /// Whether a command may write a file to `path`; says so on standard error if not.

@@ -133,7 +133,7 @@ void AtomicFile::Publish(bool replaces) {
     ThrowFileError(messages::kUnableToWrite, target_, errno);
   }
   temporary_.clear();
-  directory.Sync();
+  if (replaces || options_.newFile == NewFileLasts::AtOnce) directory.Sync();
 }
 
 void AtomicFile::Commit() {
@@ -143,7 +143,7 @@ void AtomicFile::Commit() {
   const auto old = StatusOf(fileSystem, target_);
   if (old) KeepAttributes(*old);
   if (options_.modificationTime) SetModificationTime(temporary_, *options_.modificationTime, fileSystem);
-  file_.Sync();
+  if (old || options_.newFile == NewFileLasts::AtOnce) file_.Sync();
   if (options_.check) options_.check(temporary_);
   if (!old || old->st_nlink < 2) return Publish(old.has_value());
   Record(true);
@@ -157,6 +157,15 @@ void ReplaceFile(const std::string& target, std::span<const std::byte> bytes, At
   AtomicFile file(target, std::move(options));
   file.Write(bytes);
   file.Commit();
+}
+
+void SyncFileSystem(const std::string& directory, FileSystem& fileSystem) {
+  const int fd = fileSystem.Open(directory, O_RDONLY | O_DIRECTORY, 0);
+  if (fd < 0 && errno == EACCES) return;  // it may be written to but not be listed
+  if (fd < 0) ThrowFileError(messages::kUnableToWriteDirectory, directory, errno);
+  const int error = fileSystem.Syncfs(fd) == 0 ? 0 : errno;
+  fileSystem.Close(fd);
+  if (error != 0) ThrowFileError(messages::kUnableToWriteDirectory, directory, error);
 }
 
 }  // namespace ml::platform

@@ -19,8 +19,14 @@ namespace ml::platform {
 
 enum class ExistingFile { Replace, Refuse };
 
+/// When the content of a file becomes lasting that no other stood in the place of: in Commit(), or with the call of
+/// SyncFileSystem() that must follow once all files of a run are made. Until then a crash of the machine may leave
+/// such a file with a part of its content.
+enum class NewFileLasts { AtOnce, AfterSync };
+
 struct AtomicFileOptions {
   ExistingFile existing = ExistingFile::Replace;
+  NewFileLasts newFile = NewFileLasts::AtOnce;
   /// If set, only this very file is replaced: the identity taken when its content was read.
   std::optional<FileIdentity> read = std::nullopt;
   /// Called with the path of the finished new file before it takes its place; throws UserError to refuse it.
@@ -78,5 +84,8 @@ class AtomicFile {
 
 /// An AtomicFile written and committed in one go.
 void ReplaceFile(const std::string& target, std::span<const std::byte> bytes, AtomicFileOptions options = {});
+
+/// Makes lasting what was written to the file system of `directory`. Throws UserError.
+void SyncFileSystem(const std::string& directory, FileSystem& fileSystem = RealFileSystem());
 
 }  // namespace ml::platform

@@ -26,6 +26,8 @@ class FileSystem {
   virtual ssize_t Pread(int fd, std::span<std::byte> buffer, std::uint64_t offset) = 0;
   virtual ssize_t Pwrite(int fd, std::span<const std::byte> bytes, std::uint64_t offset) = 0;
   virtual int Fsync(int fd) = 0;
+  /// Of the whole file system that holds the file.
+  virtual int Syncfs(int fd) = 0;
   virtual int Ftruncate(int fd, std::uint64_t size) = 0;
   virtual int Flock(int fd, int operation) = 0;
 

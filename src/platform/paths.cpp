@@ -76,6 +76,12 @@ std::string AsciiLower(std::string_view text) {
   return result;
 }
 
+std::string AsciiUpper(std::string_view text) {
+  std::string upper(text);
+  for (char& c : upper) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  return upper;
+}
+
 bool EqualsAsciiFolded(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, {}, AsciiLowerByte, AsciiLowerByte);
 }

@@ -37,6 +37,8 @@ std::string nameFold(std::string_view name);
 bool EqualsFolded(std::string_view a, std::string_view b);
 /// Bytes 'A'..'Z' lowered, all others kept.
 std::string AsciiLower(std::string_view text);
+/// Bytes 'a'..'z' raised, all others kept.
+std::string AsciiUpper(std::string_view text);
 bool EqualsAsciiFolded(std::string_view a, std::string_view b);
 /// For sorting: below, at or above 0 by the ASCII-folded bytes; equal ones are decided by the bytes as they
 /// stand, so that only identical names compare equal.

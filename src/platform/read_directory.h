@@ -24,5 +24,11 @@ DirectoryListing ReadDirectory(const std::string& directory);
 
 /// Whether `path` is a file with content of its own, also through symbolic links: no directory, FIFO or device.
 bool IsRegularFile(const std::string& path);
+/// The same for a directory.
+bool IsDirectory(const std::string& path);
+/// Whether anything bears this name; a link that leads nowhere does.
+bool IsNameTaken(const std::string& path);
+/// Whether `path` leads to anything, through symbolic links.
+bool Exists(const std::string& path);
 
 }  // namespace ml::platform

@@ -66,6 +66,9 @@ class SystemFileSystem final : public FileSystem {
   ssize_t Pwrite(int fd, std::span<const std::byte> bytes, std::uint64_t offset) override {
     return Repeat([&] { return ::pwrite(fd, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
   }
+  int Syncfs(int fd) override {
+    return Repeat([&] { return ::syncfs(fd); });
+  }
   int Fsync(int fd) override {
     return Repeat([&] { return ::fsync(fd); });
   }

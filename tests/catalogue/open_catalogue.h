@@ -26,13 +26,12 @@ struct OpenCatalogue final : catalogue::CatalogueObserver {
   void Tag(const Names& names) {
     for (const auto& name : names) list.SetTagByPath(list.Directory() + name, true);
   }
-  /// As if thumbnails had been dragged.
+  /// Drags thumbnails until they begin with `names`, in this order.
   void Drag(const Names& names) {
-    Names paths;
-    for (const auto& name : names) paths.push_back(list.Directory() + name);
-    list.sortMethod = catalogue::SortMethod::Custom;
-    list.orderChangedByHand = true;
-    gate.Reorder(paths);
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+      list.SelectOnly(list.IndexOfPath(list.Directory() + *name));
+      catalogue.MoveSelectedTo(0);
+    }
   }
 
   void DirectoryShown(const std::string& directory) override { told.push_back("shown " + directory); }

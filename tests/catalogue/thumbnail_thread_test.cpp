@@ -211,7 +211,7 @@ TEST_F(WorkerOnTwoThreads, ANewMakerMakesAllAgainAndTheOldOneNoMore) {
 TEST_F(Worker, RemovingAndInvalidatingKeepTheOthersRecords) {
   thread_.LoadList(Names({"a", "b", "c", "d"}));
   WaitUntilFinished(4);
-  thread_.RemoveEntries({0, 2});
+  thread_.RemoveEntries({0, 2, 9});
   EXPECT_EQ(list_.files, Names({"b", "d"}));
   EXPECT_EQ(thread_.Item(1)->path, "d");
   EXPECT_EQ(thread_.FinishedCount(), 2);
@@ -219,6 +219,8 @@ TEST_F(Worker, RemovingAndInvalidatingKeepTheOthersRecords) {
   thread_.InvalidateEntries({1, 7});
   WaitUntilFinished(2);
   EXPECT_EQ(maker_.Asked(), Names({"d"}));
+  thread_.RemoveEntry(0);
+  EXPECT_EQ(list_.files, Names({"d"}));
 }
 
 TEST_F(WorkerOnTwoThreads, SurvivesChangesInEveryOrder) {

@@ -195,6 +195,22 @@ TEST_F(Cli, PicturesOfOneRunDoNotTakeEachOthersPlace) {
   EXPECT_EQ(renamed[1]["output"], out + "/x.jpg (3).png");
 }
 
+TEST_F(Cli, ThumbnailsComeInOrderAndGiveWayToEarlierOnesOnly) {
+  std::vector<std::string> arguments = {"thumb", "--size", "20", "--out", dir / "out"}, given;
+  for (int i = 0; i < 24; ++i) {
+    // Every third file is broken, and its name is free for the next of that name.
+    const auto name = std::to_string(i) + "/" + std::to_string(i / 6) + ".jpg";
+    given.push_back(dir.Write(name, i % 3 == 0 ? "broken" : MakePhoto({.width = 60 + i, .height = 40})));
+  }
+  arguments.insert(arguments.end(), given.begin(), given.end());
+  const auto thumbs = Json(arguments, 1);
+  ASSERT_EQ(thumbs.size(), given.size());
+  for (std::size_t i = 0; i < given.size(); ++i) {
+    EXPECT_EQ(thumbs[i]["path"], given[i]);
+    EXPECT_EQ(thumbs[i]["output"].is_null(), i % 6 != 1) << i;
+  }
+}
+
 TEST_F(Cli, CancellingTellsWhatWasDone) {
   const auto photo = dir.Write("photo.jpg", MakePhoto({.width = 600, .height = 400}));
   std::vector<std::string> arguments = {"preview", "--box", "500x500", "--out", dir / "out", "--json"};

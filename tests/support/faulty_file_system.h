@@ -23,7 +23,7 @@ inline constexpr int kKilledExit = 77;
 
 /// The real file system with a fault at one call, counted from 0 over all calls but Close and locks; below 0
 /// there is none. Nothing waits for the disk: what was written survives the end of a process all the same.
-class FaultyFileSystem final : public platform::FileSystem {
+class FaultyFileSystem : public platform::FileSystem {
  public:
   FaultyFileSystem(Fault fault, int step) : fault_(fault), step_(step) {}
   /// Whether the counted call was reached.
@@ -34,6 +34,7 @@ class FaultyFileSystem final : public platform::FileSystem {
   ssize_t Pread(int fd, std::span<std::byte> buffer, std::uint64_t offset) override;
   ssize_t Pwrite(int fd, std::span<const std::byte> bytes, std::uint64_t offset) override;
   int Fsync(int fd) override;
+  int Syncfs(int fd) override { return Fsync(fd); }
   int Ftruncate(int fd, std::uint64_t size) override;
   int Flock(int fd, int operation) override { return real_.Flock(fd, operation); }
   int Fstat(int fd, struct stat& status) override;

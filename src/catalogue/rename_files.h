@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "imagefiles/companion_finder.h"
+#include "platform/edit_batch.h"
+#include "platform/file_system.h"
+#include "platform/trash.h"
+
+namespace ml::catalogue {
+
+/// What becomes of the letters of a new name; directories are never touched. The numbers are those of the settings.
+enum class CaseMode { Unchanged = 0, LowerExtension = 1, Lower = 2, Upper = 3 };
+
+/// What a command that renames works with. Owns nothing.
+struct RenameTools {
+  imagefiles::CompanionFinder& companions;
+  platform::Trash& trash;  ///< takes what stands at a new name
+  /// Told of every step; null if the renaming is not kept for undo.
+  platform::EditBatch* batch = nullptr;
+  /// Told right after a file bears its new name, also of names that it bears for a moment only.
+  std::function<void(const std::string& from, const std::string& to)> renamed = nullptr;
+  platform::FileSystem& fileSystem = platform::RealFileSystem();
+};
+
+/// Renames the image `source` with its companions: all get the stem of `destination` and keep their extensions, whose
+/// letters, like those of the stem, follow `caseMode`. What stands at a new name goes to the trash. A link is renamed
+/// itself. If a companion cannot be renamed, those before it get their old names back. Gives the image's new path.
+/// Throws UserError.
+std::string RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
+                      const RenameTools& tools);
+
+/// Renames each of `sources` to the destination of the same index; chains and swaps come out right in any order.
+/// Throws UserError at the first failure: images renamed so far keep their new names, those that were moved out of
+/// the way get their old ones back where these are free.
+void RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations, CaseMode caseMode,
+                 const RenameTools& tools);
+
+}  // namespace ml::catalogue
