@@ -10,6 +10,7 @@
 #include "app/icons.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
+#include "app/messages.h"
 #include "app/session.h"
 #include "app/startup/affinity.h"
 #include "app/startup/messages.h"
@@ -62,13 +63,24 @@ settings::Settings LoadSettings(settings::SettingsStore& store) {
   return settings;
 }
 
-void SaveEverything(Session& session, settings::SettingsStore& store) {
-  session.Leave();
-  try {
-    store.Save(session.settings);
-  } catch (const platform::UserError& error) {
-    session.Ask().message({.text = error.what(), .caption = "Error", .icon = platform::BoxIcon::Error});
+/// Until it is done or given up: on a full disk the user can make room.
+void SaveOrAsk(platform::Interaction& ask, const std::function<void()>& save) {
+  for (;;) {
+    try {
+      return save();
+    } catch (const platform::UserError& error) {
+      const platform::MessageBox box{.text = TryAgain(error.what()),
+                                     .caption = "Error",
+                                     .icon = platform::BoxIcon::Error,
+                                     .buttons = platform::Buttons::YesNo};
+      if (ask.ask(box) != platform::Button::Yes) return;
+    }
   }
+}
+
+void SaveEverything(Session& session, settings::SettingsStore& store) {
+  SaveOrAsk(session.Ask(), [&] { session.Leave(); });
+  SaveOrAsk(session.Ask(), [&] { store.Save(session.settings); });
 }
 
 /// The desktop ends, perhaps with us still running for a while: everything is saved, nobody is asked.

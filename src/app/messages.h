@@ -11,6 +11,11 @@ inline std::string UnableToSaveOrder(const std::string& directory) {
   return "Unable to save the thumbnail order in:\n" + directory;
 }
 
+/// `paths`, each behind a line end.
+inline std::string UnableToSave(const std::string& paths) { return "Unable to write to file:" + paths; }
+inline std::string TryAgain(const std::string& failure) {
+  return failure + "\n\nWhat was changed is lost unless it is saved. Make room and try again?";
+}
 inline constexpr std::string_view kSaveOrderTitle = "Save current thumbnail order to file";
 inline constexpr std::string_view kLoadOrderTitle = "Load thumbnail order from file";
 inline constexpr std::string_view kOrderFileFilter =

@@ -8,11 +8,13 @@
 #include <thread>
 #include <utility>
 
+#include "app/messages.h"
 #include "app/preferences/thumbnail_limits.h"
 #include "app/recent_directories.h"
 #include "app/startup/start_files.h"
 #include "catalogue/image_item_maker.h"
 #include "options/engine_options.h"
+#include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
 
@@ -135,12 +137,14 @@ void Session::LoadLastDirectory() {
 
 void Session::Leave() {
   worker_.Pause();
-  catalogue_.SaveOnLeave();
   auto& to = settings.catalogue;
   if (!list.currentPath.empty()) to.imageFilename = list.currentPath;
   to.sortMethod = static_cast<int>(list.sortMethod);
   to.reverseSort = list.reverseSort ? 1 : 0;
   to.thumbnailMode = static_cast<int>(mode);
+  std::string unsaved;
+  for (const auto& path : catalogue_.SaveOnLeave()) unsaved += "\n" + path;
+  if (!unsaved.empty()) throw platform::UserError(UnableToSave(unsaved));
 }
 
 void Session::DirectoryShown(const std::string& directory) {

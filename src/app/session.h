@@ -85,7 +85,8 @@ class Session final : private catalogue::CatalogueObserver {
   void FirstLoad(std::span<const std::string> names);
 
   /// Saves tags and order as when the directory is left, and brings the settings up to date. The worker
-  /// stands still afterwards.
+  /// stands still afterwards. Throws UserError, with all else done, if tags or order should have been saved and were
+  /// not; may be called again.
   void Leave();
 
  private:

@@ -8,16 +8,20 @@ namespace ml::app {
 
 using platform::ui::QtInteraction;
 
+namespace {
+
+void PrintError(const platform::MessageBox& box) { std::fprintf(stderr, "marrowlantern: %s\n", box.text.c_str()); }
+
+}  // namespace
+
 void WindowInteraction::message(const platform::MessageBox& box) {
-  if (silent_) {
-    std::fprintf(stderr, "marrowlantern: %s\n", box.text.c_str());
-    return;
-  }
-  QtInteraction(parent_).message(box);
+  silent_ ? PrintError(box) : QtInteraction(parent_).message(box);
 }
 
 platform::Button WindowInteraction::ask(const platform::MessageBox& box) {
-  return silent_ ? platform::Button::Cancel : QtInteraction(parent_).ask(box);
+  if (!silent_) return QtInteraction(parent_).ask(box);
+  if (box.icon == platform::BoxIcon::Error) PrintError(box);
+  return platform::Button::Cancel;
 }
 
 platform::Interaction::CheckedAnswer WindowInteraction::askCheck(const platform::MessageBox& box,

@@ -1,8 +1,10 @@
 #include "catalogue/catalogue.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "catalogue/list_file.h"
@@ -15,6 +17,15 @@
 #include "platform/paths.h"
 
 namespace ml::catalogue {
+namespace {
+
+/// Of a medium for reading only, or a directory that is gone, nobody expects that something is kept.
+bool MayBeWritten(const std::string& path) {
+  if (::access(std::string(platform::DirectoryOf(path)).c_str(), W_OK) != 0) return false;
+  return ::access(path.c_str(), R_OK | W_OK) == 0 || errno == ENOENT;
+}
+
+}  // namespace
 
 Catalogue::Catalogue(ImageList& list, ListGate& gate, platform::Interaction& ask, CatalogueObserver& observer)
     : list_(list), gate_(gate), ask_(ask), observer_(observer) {}
@@ -209,20 +220,20 @@ void Catalogue::LoadTagList(const std::string& path, bool merge, bool ignoreExte
   ApplyTagList(list_, file.text, ignoreExtension ? TagMatch::StemOnly : TagMatch::StemAndExtension);
 }
 
-void Catalogue::SaveOnLeave() {
-  SaveOrderOnLeave();
-  SaveTags();
+std::vector<std::string> Catalogue::SaveOnLeave() {
+  std::vector<std::string> unsaved;
+  if (!SaveOrderOnLeave() && MayBeWritten(memory_.OrderPath())) unsaved.push_back(memory_.OrderPath());
+  if (!SaveTags() && MayBeWritten(memory_.TagPath())) unsaved.push_back(memory_.TagPath());
+  return unsaved;
 }
 
-/// A failure is not told: the directory may well be on a medium that cannot be written.
-void Catalogue::SaveOrderOnLeave() {
-  if (!options_.suppressOrderFile) {
-    memory_.SaveOrder(list_);
-    return;
-  }
-  if (!list_.orderChangedByHand || list_.Empty()) return;
-  list_.orderChangedByHand = false;  // asked once
-  if (ask_.ask(saveThumbnailOrder()) == platform::Button::Yes) memory_.SaveOrder(list_);
+/// False if it should have been saved and was not.
+bool Catalogue::SaveOrderOnLeave() {
+  if (!options_.suppressOrderFile) return memory_.SaveOrder(list_);
+  if (!list_.orderChangedByHand || list_.Empty()) return true;
+  const bool saved = ask_.ask(saveThumbnailOrder()) != platform::Button::Yes || memory_.SaveOrder(list_);
+  list_.orderChangedByHand = !saved;  // once saved or declined, it is not asked again
+  return saved;
 }
 
 }  // namespace ml::catalogue

@@ -81,8 +81,9 @@ class Catalogue {
   /// box tells if the file cannot be read; then no tag changes.
   void LoadTagList(const std::string& path, bool merge, bool ignoreExtension);
 
-  /// What leaving a directory saves: its tags and its order file. Called once more at exit. May ask.
-  void SaveOnLeave();
+  /// What leaving a directory saves: its tags and its order file. Called once more at exit. May ask. Gives the files
+  /// that were not written although it looks as if they could be, as when the disk is full; they may be tried again.
+  std::vector<std::string> SaveOnLeave();
 
  private:
   enum class Outcome { Failed, Empty, Loaded };
@@ -95,7 +96,7 @@ class Catalogue {
   void ShowEntry(int index);
   void KeepCustomOrder();
   void ApplySort();
-  void SaveOrderOnLeave();
+  bool SaveOrderOnLeave();
 
   ImageList& list_;
   ListGate& gate_;

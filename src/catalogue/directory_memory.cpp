@@ -49,8 +49,10 @@ void DirectoryMemory::Enter(const std::string& directory, Coverage coverage, std
 
 std::string DirectoryMemory::OrderPath() const { return directory_ + std::string(kOrderFileName); }
 
+std::string DirectoryMemory::TagPath() const { return directory_ + std::string(kTagFileName); }
+
 void DirectoryMemory::ApplyTags(ImageList& list) {
-  const auto file = ReadListFile(directory_ + std::string(kTagFileName));
+  const auto file = ReadListFile(TagPath());
   tagsUnreadable_ = file.state == ReadState::Unreadable;
   TagNames(list, directory_, ParseTagFile(file.text));
   savedTags_ = AsSet(list.TaggedPaths());
@@ -59,7 +61,7 @@ void DirectoryMemory::ApplyTags(ImageList& list) {
 bool DirectoryMemory::SaveTags(const ImageList& list) {
   if (list.Empty() || directory_.empty()) return true;
   if (tagsUnreadable_) return false;
-  const auto path = directory_ + std::string(kTagFileName);
+  const auto path = TagPath();
   const auto file = ReadListFile(path);
   if (file.state == ReadState::Unreadable) return false;
   const auto inFile = ParseTagFile(file.text);

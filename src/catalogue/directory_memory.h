@@ -27,6 +27,7 @@ class DirectoryMemory {
   const std::string& Directory() const { return directory_; }
   Coverage Covers() const { return coverage_; }
   std::string OrderPath() const;
+  std::string TagPath() const;
 
   /// Tags the entries that the tag file names.
   void ApplyTags(ImageList& list);

@@ -57,6 +57,24 @@ TEST_F(CatalogueMemory, TheFileHoldsTheCustomOrderAlsoWhileAnotherSortIsOn) {
   EXPECT_EQ(again.Files(), (Names{"3.jpg", "1.jpg", "2.jpg"}));
 }
 
+TEST_F(CatalogueMemory, WhatCouldNotBeSavedIsToldAndCanBeSavedLater) {
+  OpenCatalogue open(a_);
+  open.Tag({"2.jpg"});
+  open.Drag({"3.jpg", "1.jpg", "2.jpg"});
+  // Something in the way fails as a full disk does.
+  const auto order = a_ + "/marrowlantern.dat", tags = a_ + "/tagged_files.txt";
+  for (const auto& path : {order, tags}) std::filesystem::create_directories(path + "/x");
+  EXPECT_EQ(open.catalogue.SaveOnLeave(), (Names{order, tags}));
+  for (const auto& path : {order, tags}) std::filesystem::remove_all(path);
+  EXPECT_EQ(open.catalogue.SaveOnLeave(), Names{});
+  EXPECT_EQ(Order(), OrderText(SortMethod::Custom, {"3.jpg", "1.jpg", "2.jpg"}));
+  EXPECT_EQ(Tags(), "2.jpg\r\n");
+
+  open.list.TagNone();
+  std::filesystem::rename(a_, a_ + " away");
+  EXPECT_EQ(open.catalogue.SaveOnLeave(), Names{}) << "a directory that is gone keeps nothing";
+}
+
 TEST_F(CatalogueMemory, UnchangedFilesAreNotTouched) {
   OpenCatalogue open(a_);
   open.Tag({"2.jpg"});
