@@ -1,12 +1,14 @@
 #include "app/marrowlantern_view.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QSplitter>
 
 #include "app/command_actions.h"
+#include "app/command_runner.h"
 #include "app/control_column.h"
+#include "app/double_click.h"
 #include "app/image_texts.h"
 #include "app/messages.h"
 #include "app/navigation.h"
@@ -15,6 +17,9 @@
 #include "app/summary_pane.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "metadata/exif_text.h"
+#include "options/engine_options.h"
+#include "platform/text.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -22,8 +27,8 @@ namespace {
 
 using platform::ui::ToQString;
 
-constexpr int kSmallestPane = 120;
 constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
+constexpr int kLeastLowerPane = 40;
 constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
 class WaitCursor {
@@ -46,7 +51,9 @@ CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
       thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
       picture_(new PictureView(center_)),
       controls_(new ControlColumn(outer_)),
-      summary_(new SummaryPane(left_)) {
+      summary_(new SummaryPane(left_)),
+      film_(new QSplitter(Qt::Vertical, center_)),
+      lower_(new SummaryPane(film_)) {
   session_.SetObserver(this);
   MakePanes();
   ConnectList();
@@ -60,12 +67,20 @@ void CMarrowlanternView::MakePanes() {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(outer_);
-  outer_->setChildrenCollapsible(false);
+  film_->insertWidget(0, picture_);
+  for (auto* splitter : {outer_, left_, center_, film_}) {
+    splitter->setHandleWidth(kSplitterWidth);
+    splitter->setChildrenCollapsible(false);
+  }
+  film_->setCollapsible(film_->indexOf(lower_), true);
+  lower_->setAccessibleName(QStringLiteral("Shooting data"));
+  lower_->setMinimumHeight(kLeastLowerPane);
   outer_->setStretchFactor(1, 1);
-  left_->setMinimumWidth(kSmallestPane);
+  center_->setStretchFactor(1, 1);
+  left_->setMinimumWidth(kLeastPane);
   left_->setStretchFactor(0, 1);
   left_->setSizes({kTreeHeight, kSummaryHeight});
-  controls_->setMinimumWidth(kSmallestPane);
+  controls_->setMinimumWidth(kLeastPane);
 
   const auto& from = session_.settings.catalogue;
   tree_->SetShowHidden(from.showHiddenDirectories != 0);
@@ -73,13 +88,16 @@ void CMarrowlanternView::MakePanes() {
   thumbnails_->SetTagOutline(from.outlineTaggedThumbnails);
   thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
   thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+  thumbnails_->SetDescriber([this](const std::string& path) { return ShortSummary(path); });
+  ArrangeFilmStrip();
 }
 
 void CMarrowlanternView::ConnectList() {
   using catalogue::ui::ThumbnailListView;
   connect(thumbnails_, &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
   connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) { GoTo(index, Reload::IfOther); });
-  connect(thumbnails_, &ThumbnailListView::imageActivated, this, [this] { Q_EMIT commandWanted(CommandId::MainView); });
+  connect(thumbnails_, &ThumbnailListView::imageActivated, this, &CMarrowlanternView::ActivateImage);
+  connect(thumbnails_, &ThumbnailListView::moveWanted, this, &CMarrowlanternView::MoveSelectedTo);
   connect(thumbnails_, &ThumbnailListView::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
   connect(thumbnails_, &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(thumbnails_, &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
@@ -89,7 +107,7 @@ void CMarrowlanternView::ConnectPicture() {
   connect(picture_, &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
   connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
-  connect(picture_, &PictureView::doubleClicked, this, [this] { Q_EMIT commandWanted(CommandId::ToggleView); });
+  connect(picture_, &PictureView::doubleClicked, this, &CMarrowlanternView::ActivatePicture);
   connect(picture_, &PictureView::pixelSizeChanged, this, [this] {
     if (session_.mode != ViewMode::Thumbnails) ReloadImage();
   });
@@ -99,8 +117,12 @@ void CMarrowlanternView::ConnectRest() {
   connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
   connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
   connect(controls_, &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
-  connect(outer_, &QSplitter::splitterMoved, this, [this] {
-    if (session_.mode == ViewMode::Thumbnails) session_.settings.catalogue.splitterPos = outer_->sizes().first();
+  for (auto* splitter : {outer_, center_, film_}) {
+    connect(splitter, &QSplitter::splitterMoved, this, &CMarrowlanternView::TakePlaces);
+  }
+  // Some commands mean the tree while the keys go there.
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* from, const QWidget* to) {
+    if (from == tree_ || to == tree_) Q_EMIT changed();
   });
 }
 
@@ -120,13 +142,36 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
   if (mode == old) return;
   session_.mode = mode;
   Q_EMIT colourUnderMouse({});
+  if (IsFilmStrip(old) && IsFilmStrip(mode)) SetPlaces(LimitedTo(Places(), width(), height()));
+  ArrangeFilmStrip();
   ApplyLayout();
   if (old == ViewMode::Main) {
     BringFocusToCurrent();
-  } else {
+  } else if (old == ViewMode::Thumbnails) {
     ReloadImage();
   }
+  if (IsFilmStrip(mode)) thumbnails_->ScrollTo(session_.list.currentIndex);
   FocusMainPane();
+  Q_EMIT viewModeChanged(mode);
+}
+
+/// Between picture and shooting data the strip is a pane of their splitter, else it stands beside them.
+void CMarrowlanternView::ArrangeFilmStrip() {
+  using catalogue::ui::ThumbnailListView;
+  const bool below = session_.mode == ViewMode::FilmStripBelow;
+  if (below && film_->indexOf(thumbnails_) < 0) {
+    film_->insertWidget(1, thumbnails_);
+  } else if (!below && center_->indexOf(thumbnails_) < 0) {
+    center_->insertWidget(0, thumbnails_);
+  }
+  thumbnails_->SetArrangement(below ? ThumbnailListView::Arrangement::Columns : ThumbnailListView::Arrangement::Rows);
+  // One line of thumbnails is what the strip below is for; it is as high as that.
+  thumbnails_->setMaximumHeight(below ? thumbnails_->OneLineHeight() : QWIDGETSIZE_MAX);
+  thumbnails_->setMinimumHeight(below ? thumbnails_->OneLineHeight() : 0);
+  thumbnails_->setMinimumWidth(below ? 0 : kLeastPane);
+  // The keys go to the strip; the picture follows it.
+  picture_->setFocusPolicy(session_.mode == ViewMode::Main ? Qt::StrongFocus : Qt::NoFocus);
+  for (int pane = 0; pane < film_->count(); ++pane) film_->setStretchFactor(pane, film_->widget(pane) == picture_);
 }
 
 /// Coming from the picture, the list stands at the image that was on show. A selection of several images is
@@ -141,25 +186,110 @@ void CMarrowlanternView::BringFocusToCurrent() {
 }
 
 void CMarrowlanternView::ApplyLayout() {
-  const auto mode = session_.mode;
   const auto& from = session_.settings.catalogue;
-  const bool inMain = mode == ViewMode::Main;
-  const bool controls = inMain && from.fullView == 0;
-  left_->setVisible(mode == ViewMode::Thumbnails);
-  thumbnails_->setVisible(!inMain);
-  picture_->setVisible(mode != ViewMode::Thumbnails);
-  controls_->setVisible(controls);
-  const int left = mode == ViewMode::Thumbnails ? std::max(from.splitterPos, kSmallestPane) : 0;
-  const int right = controls ? kControlsWidth : 0;
-  outer_->setSizes({left, std::max(width() - left - right, kSmallestPane), right});
+  const auto layout = LayoutOf({.mode = session_.mode,
+                                .fullView = from.fullView != 0,
+                                .places = Places(),
+                                .width = width(),
+                                .height = height(),
+                                .controlsWidth = kControlsWidth,
+                                .stripHeight = thumbnails_->OneLineHeight()});
+  left_->setVisible(layout.tree);
+  thumbnails_->setVisible(layout.list);
+  film_->setVisible(layout.picture);
+  lower_->setVisible(layout.lowerPane);
+  controls_->setVisible(layout.controls);
+  outer_->setSizes({layout.treeWidth, std::max(layout.listWidth, layout.pictureWidth), layout.controlsWidth});
+  if (session_.mode == ViewMode::FilmStripBelow) {
+    film_->setSizes({height() - layout.listHeight - layout.lowerHeight, layout.listHeight, layout.lowerHeight});
+  } else {
+    center_->setSizes({layout.listWidth, layout.pictureWidth});
+    film_->setSizes({height() - layout.lowerHeight, layout.lowerHeight});
+  }
+}
+
+SplitterPlaces CMarrowlanternView::Places() const {
+  const auto& from = session_.settings.catalogue;
+  return {from.splitterPos, from.filmStripSplitterPos, from.filmStripHorizontalSplitterPos};
+}
+
+void CMarrowlanternView::SetPlaces(const SplitterPlaces& places) {
+  auto& to = session_.settings.catalogue;
+  to.splitterPos = places.tree;
+  to.filmStripSplitterPos = places.strip;
+  to.filmStripHorizontalSplitterPos = places.lowerPane;
+}
+
+/// The user moved a splitter.
+void CMarrowlanternView::TakePlaces() {
+  auto places = Places();
+  if (left_->isVisible()) places.tree = outer_->sizes().first();
+  if (session_.mode == ViewMode::FilmStripSide) places.strip = center_->sizes().first();
+  if (IsFilmStrip(session_.mode) && lower_->isVisible()) places = WithLowerPaneAt(places, film_->sizes().last());
+  SetPlaces(places);
+}
+
+void CMarrowlanternView::ToggleLowerPane() {
+  SetPlaces(WithLowerPaneToggled(Places()));
+  ApplyLayout();
+}
+
+void CMarrowlanternView::OpenPanes() {
+  SetPlaces(WithPanesOpened(Places()));
+  ApplyLayout();
+}
+
+void CMarrowlanternView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ApplyLayout();
+}
+
+void CMarrowlanternView::AddPaneFacts(CommandState& state) const {
+  state.treeHasFocus = tree_->hasFocus();
+  state.treeAtDriveRoot = tree_->IsAtRoot();
+}
+
+/// What the settings want but this version does not have is the main view.
+void CMarrowlanternView::ActivateImage() {
+  const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
+  Q_EMIT commandWanted(HasHandler(id) ? id : CommandId::MainView);
+}
+
+/// The same as on a thumbnail; where that leads to what is on show already, back to the thumbnails.
+void CMarrowlanternView::ActivatePicture() {
+  const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
+  const bool stays = session_.mode == ViewMode::Main && (id == CommandId::MainView || !HasHandler(id));
+  stays ? Q_EMIT commandWanted(CommandId::ThumbnailView) : ActivateImage();
+}
+
+void CMarrowlanternView::MoveSelectedTo(int position) {
+  auto& list = session_.list;
+  if (list.SelectedCount() == 0) return;
+  session_.Worker().MoveSelectedTo(position);
+  list.customOrder = list.files;
+  list.sortMethod = catalogue::SortMethod::Custom;
+  list.orderChangedByHand = true;
+  ListReordered();
+  Q_EMIT changed();
+}
+
+/// For the tool tip.
+std::string CMarrowlanternView::ShortSummary(const std::string& path) {
+  const auto& shot = hovered_.Of(path, options::ExifOptionsOf(session_.settings));
+  return platform::ToDisplayUtf8(metadata::GetShortSummaryText(shot, session_.locale));
 }
 
 void CMarrowlanternView::ThumbnailSizeChanged() {
   thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
   session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
+  ArrangeFilmStrip();
+  ApplyLayout();
 }
 
-void CMarrowlanternView::BlackAndWhiteChanged() { ReloadImage(); }
+void CMarrowlanternView::BlackAndWhiteChanged() {
+  thumbnails_->SetBlackAndWhite(session_.blackAndWhite);
+  if (session_.mode != ViewMode::Thumbnails) ReloadImage();
+}
 
 void CMarrowlanternView::ThumbnailReady(int index) {
   if (session_.mode != ViewMode::Main) thumbnails_->ItemReady(index);
@@ -169,6 +299,7 @@ void CMarrowlanternView::Refresh() {
   const auto text = SummaryText(session_);
   controls_->Refresh(session_.list, text);
   summary_->SetText(text);
+  lower_->SetText(text);
 }
 
 void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
@@ -193,7 +324,11 @@ void CMarrowlanternView::FocusMainPane() {
 }
 
 void CMarrowlanternView::TurnWheel(int notches, Qt::KeyboardModifiers modifiers) {
-  if (session_.mode != ViewMode::Main || modifiers.testFlag(Qt::ControlModifier)) return;
+  if (session_.mode != ViewMode::Main) return;
+  if (modifiers.testFlag(Qt::ControlModifier)) {
+    Q_EMIT commandWanted(notches < 0 ? CommandId::RotateRight : CommandId::RotateLeft);
+    return;
+  }
   const auto& list = session_.list;
   const int step = WheelStep(notches, modifiers.testFlag(Qt::ShiftModifier));
   const int index = StepIndex(list.currentIndex, step, list.Count(), session_.settings.catalogue.wraparound != 0);

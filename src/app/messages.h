@@ -21,6 +21,8 @@ inline constexpr std::string_view kTagFileFilter =
     "Tag files (*.tag)|*.tag|Text files (*.txt)|*.txt|All files (*.*)|*.*||";
 inline constexpr std::string_view kIgnoreExtensions = "Ignore file extensions when applying tags";
 
+inline constexpr std::string_view kNotInThisVersion = "Not in this version yet: %1";
+
 inline constexpr std::string_view kNoDirectoryYet = "Open a directory, or drop one here";
 
 }  // namespace ml::app
