@@ -159,16 +159,17 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
 void CMarrowlanternView::ArrangeFilmStrip() {
   using catalogue::ui::ThumbnailListView;
   const bool below = session_.mode == ViewMode::FilmStripBelow;
-  if (below && film_->indexOf(thumbnails_) < 0) {
-    film_->insertWidget(1, thumbnails_);
-  } else if (!below && center_->indexOf(thumbnails_) < 0) {
-    center_->insertWidget(0, thumbnails_);
-  }
   thumbnails_->SetArrangement(below ? ThumbnailListView::Arrangement::Columns : ThumbnailListView::Arrangement::Rows);
-  // One line of thumbnails is what the strip below is for; it is as high as that.
-  thumbnails_->setMaximumHeight(below ? thumbnails_->OneLineHeight() : QWIDGETSIZE_MAX);
-  thumbnails_->setMinimumHeight(below ? thumbnails_->OneLineHeight() : 0);
   thumbnails_->setMinimumWidth(below ? 0 : kLeastPane);
+  if (below) {
+    if (film_->indexOf(thumbnails_) < 0) film_->insertWidget(1, thumbnails_);
+    thumbnails_->setFixedHeight(thumbnails_->OneLineHeight());
+  } else {
+    // First the height: a splitter that gets a flat pane beside others becomes as flat.
+    thumbnails_->setMinimumHeight(0);
+    thumbnails_->setMaximumHeight(QWIDGETSIZE_MAX);
+    if (center_->indexOf(thumbnails_) < 0) center_->insertWidget(0, thumbnails_);
+  }
   // The keys go to the strip; the picture follows it.
   picture_->setFocusPolicy(session_.mode == ViewMode::Main ? Qt::StrongFocus : Qt::NoFocus);
   for (int pane = 0; pane < film_->count(); ++pane) film_->setStretchFactor(pane, film_->widget(pane) == picture_);
