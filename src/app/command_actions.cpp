@@ -101,7 +101,7 @@ QAction* MakeAction(const CommandRow& row, QObject* parent) {
   auto tip = ToQString(row.tip);
   if (!HasHandler(row.id)) tip = ToQString(kNotInThisVersion).arg(tip);
   action->setStatusTip(tip);
-  if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
+  if (!row.keys.empty()) tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
   action->setToolTip(tip);
   if (!row.icon.empty()) action->setIcon(CommandIcon(ToQString(row.icon)));
   action->setCheckable(row.mark != Mark::None);

@@ -16,6 +16,7 @@ namespace ml::catalogue::ui {
 namespace {
 
 constexpr int kScrollMilliseconds = 50;
+constexpr QPoint kBesidePointer(-16, -16);
 
 }  // namespace
 
@@ -34,8 +35,9 @@ void ThumbnailDrag::Start() {
   auto* drag = new QDrag(&view_);
   drag->setMimeData(data.release());
   if (const QRect cell = view_.visualRect(view_.currentIndex()); !cell.isEmpty()) {
+    // Beside the pointer, so that the mark can be seen.
     drag->setPixmap(view_.viewport()->grab(cell));
-    drag->setHotSpot({cell.width() / 2, cell.height() / 2});
+    drag->setHotSpot(kBesidePointer);
   }
   autoScroll_.start(kScrollMilliseconds, this);
   // No move: another program would take the image and leave what belongs to it behind.
