@@ -44,11 +44,11 @@ constexpr std::optional<CommandId> kToolBar[] = {
     CommandId::Slideshow,
     std::nullopt,
     CommandId::Delete,
-    std::nullopt,
     CommandId::SmallThumbnails,
     CommandId::LargeThumbnails,
     CommandId::ExtraLargeThumbnails,
 };
+constexpr auto kFirstAtRight = CommandId::SmallThumbnails;
 
 /// What is off stays out of it, and so does the mode on show, so that each mode has its own.
 constexpr std::optional<CommandId> kContextMenu[] = {
@@ -175,6 +175,11 @@ void CommandActions::FillMenuBar(QMenuBar& bar) {
 
 void CommandActions::FillToolBar(QToolBar& bar) {
   for (const auto& id : kToolBar) {
+    if (id == kFirstAtRight) {
+      auto* room = new QWidget(&bar);
+      room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+      bar.addWidget(room);
+    }
     if (!id) {
       bar.addSeparator();
       continue;

@@ -221,6 +221,23 @@ TEST_F(Views, DraggedThumbnailsMakeACustomOrder) {
   EXPECT_EQ(Files(), (Names{"1.jpg", "4.jpg", "5.jpg", "2.jpg", "3.jpg"})) << "remembered";
 }
 
+TEST_F(Views, BlackAndWhiteMeansTheThumbnailsToo) {
+  Open();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return session->Worker().FinishedCount() == 5; }, 30'000));
+  const auto saturation = [&] {
+    const auto cell = List().visualRect(List().model()->index(2, 0));
+    const QImage picture = List().viewport()->grab(QRect(cell.center() - QPoint(20, 10), QSize(40, 20))).toImage();
+    int most = 0;
+    for (int x = 0; x < picture.width(); ++x) most = std::max(most, picture.pixelColor(x, 3).saturation());
+    return most;
+  };
+  EXPECT_GT(saturation(), 0);
+  Run(CommandId::BlackAndWhite);
+  EXPECT_EQ(saturation(), 0);
+  Run(CommandId::BlackAndWhite);
+  EXPECT_GT(saturation(), 0);
+}
+
 TEST_F(Views, WheelGoesFromImageToImage) {
   settings::Settings settings;
   settings.catalogue.wraparound = 1;

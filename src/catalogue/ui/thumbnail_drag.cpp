@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kScrollMilliseconds = 50;
 constexpr QPoint kBesidePointer(-16, -16);
+constexpr int kDraggedSize = 96;
 
 }  // namespace
 
@@ -36,7 +37,9 @@ void ThumbnailDrag::Start() {
   drag->setMimeData(data.release());
   if (const QRect cell = view_.visualRect(view_.currentIndex()); !cell.isEmpty()) {
     // Beside the pointer, so that the mark can be seen.
-    drag->setPixmap(view_.viewport()->grab(cell));
+    const auto picture = view_.viewport()->grab(cell);
+    const auto most = kDraggedSize * picture.devicePixelRatio();
+    drag->setPixmap(picture.width() <= most ? picture : picture.scaledToWidth(qRound(most), Qt::SmoothTransformation));
     drag->setHotSpot(kBesidePointer);
   }
   autoScroll_.start(kScrollMilliseconds, this);
