@@ -9,7 +9,9 @@
 #include <QToolButton>
 #include <optional>
 
+#include "app/command_runner.h"
 #include "app/icons.h"
+#include "app/messages.h"
 #include "app/recent_directories.h"
 #include "platform/ui/qt_text.h"
 
@@ -25,18 +27,30 @@ constexpr std::optional<CommandId> kToolBar[] = {
     std::nullopt,
     CommandId::MainView,
     CommandId::ThumbnailView,
+    CommandId::FilmStripView,
     std::nullopt,
     CommandId::PreviousImage,
     CommandId::NextImage,
     std::nullopt,
     CommandId::TagImage,
+    CommandId::RotateLeft,
+    CommandId::RotateRight,
     std::nullopt,
+    CommandId::ConvertRawImage,
+    CommandId::Html,
+    CommandId::Proofs,
+    CommandId::Print,
+    std::nullopt,
+    CommandId::Slideshow,
+    std::nullopt,
+    CommandId::Delete,
     CommandId::SmallThumbnails,
     CommandId::LargeThumbnails,
     CommandId::ExtraLargeThumbnails,
 };
+constexpr auto kFirstAtRight = CommandId::SmallThumbnails;
 
-/// What is off stays out of it, so that each mode has its own.
+/// What is off stays out of it, and so does the mode on show, so that each mode has its own.
 constexpr std::optional<CommandId> kContextMenu[] = {
     CommandId::PreviousImage,
     CommandId::NextImage,
@@ -45,12 +59,35 @@ constexpr std::optional<CommandId> kContextMenu[] = {
     CommandId::AddTag,
     CommandId::RemoveTag,
     std::nullopt,
+    CommandId::RotateLeft,
+    CommandId::RotateRight,
+    CommandId::ConvertRawImage,
+    CommandId::BatchConvert,
+    CommandId::ExtractJpegs,
+    CommandId::PlayVideo,
+    std::nullopt,
+    CommandId::ViewActualImage,
+    CommandId::EditImage,
+    CommandId::EditComments,
+    CommandId::EditIptcData,
+    CommandId::ImageProperties,
+    std::nullopt,
+    CommandId::RenameImage,
+    CommandId::BatchRename,
+    CommandId::MoveToFolder,
+    CommandId::CopyToFolder,
+    CommandId::Delete,
+    std::nullopt,
     CommandId::SelectAll,
     CommandId::InvertSelection,
     CommandId::SelectTagged,
     CommandId::MoveTaggedToStart,
     std::nullopt,
-    CommandId::ToggleView,
+    CommandId::MainView,
+    CommandId::ThumbnailView,
+    CommandId::FilmStripView,
+    CommandId::ShowExifData,
+    std::nullopt,
     CommandId::RefreshDirectory,
 };
 
@@ -62,12 +99,18 @@ QAction* MakeAction(const CommandRow& row, QObject* parent) {
   const auto keys = QKeySequence::listFromString(ToQString(row.keys), QKeySequence::PortableText);
   action->setShortcuts(keys);
   auto tip = ToQString(row.tip);
+  if (!HasHandler(row.id)) tip = ToQString(kNotInThisVersion).arg(tip);
   action->setStatusTip(tip);
-  if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
+  if (!row.keys.empty()) tip += QStringLiteral(" (%1)").arg(keys.first().toString(QKeySequence::NativeText));
   action->setToolTip(tip);
   if (!row.icon.empty()) action->setIcon(CommandIcon(ToQString(row.icon)));
   action->setCheckable(row.mark != Mark::None);
   return action;
+}
+
+/// There is no use in going where one is. The film strip goes on to its other arrangement.
+bool IsModeOnShow(const QAction& action, CommandId id) {
+  return action.isChecked() && (id == CommandId::MainView || id == CommandId::ThumbnailView);
 }
 
 /// Makes the marks of one menu group exclude each other for the eye; which one is set is decided by the rules.
@@ -104,7 +147,7 @@ CommandActions::CommandActions(QObject* parent) : QObject(parent) {
 void CommandActions::Update(const CommandState& state) {
   for (const auto& row : Commands()) {
     auto* action = At(row.id);
-    action->setEnabled(row.enabled(state));
+    action->setEnabled(HasHandler(row.id) && row.enabled(state));
     if (row.checked) action->setChecked(row.checked(state));
   }
 }
@@ -117,6 +160,7 @@ void CommandActions::FillMenuBar(QMenuBar& bar) {
       const auto title = ToQString(MenuTitle(row.menu));
       if (row.menu == Menu::Sort) MenuOf(Menu::View)->addSeparator();
       menu = row.menu == Menu::Sort ? MenuOf(Menu::View)->addMenu(title) : bar.addMenu(title);
+      menu->setToolTipsVisible(true);  // why something is off
     } else if (last && (last->menu != row.menu || last->group != row.group)) {
       menu->addSeparator();
     }
@@ -131,6 +175,11 @@ void CommandActions::FillMenuBar(QMenuBar& bar) {
 
 void CommandActions::FillToolBar(QToolBar& bar) {
   for (const auto& id : kToolBar) {
+    if (id == kFirstAtRight) {
+      auto* room = new QWidget(&bar);
+      room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+      bar.addWidget(room);
+    }
     if (!id) {
       bar.addSeparator();
       continue;
@@ -153,7 +202,7 @@ void CommandActions::FillContextMenu(QMenu& menu) const {
   for (const auto& id : kContextMenu) {
     if (!id) {
       pending = !menu.isEmpty();
-    } else if (At(*id)->isEnabled()) {
+    } else if (At(*id)->isEnabled() && !IsModeOnShow(*At(*id), *id)) {
       if (pending) menu.addSeparator();
       pending = false;
       menu.addAction(At(*id));

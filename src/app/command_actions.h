@@ -23,12 +23,12 @@ class CommandActions final : public QObject {
   explicit CommandActions(QObject* parent);
 
   QAction* At(CommandId id) const { return actions_[static_cast<std::size_t>(id)]; }
-  /// Switches every action on or off and sets its mark.
+  /// Switches every action on or off and sets its mark. What this version cannot run stays off, its tip says so.
   void Update(const CommandState& state);
 
   void FillMenuBar(QMenuBar& bar);
   void FillToolBar(QToolBar& bar);
-  /// What can be done now with the images in a pane.
+  /// What can be done now with the images in a pane; what is off stays out of it.
   void FillContextMenu(QMenu& menu) const;
   /// The entries for `recent`, in the File menu and below the button for opening.
   void ShowRecent(const settings::RecentDirectories& recent);
@@ -40,7 +40,7 @@ class CommandActions final : public QObject {
   QMenu* MenuOf(Menu menu) const { return menus_[static_cast<std::size_t>(menu)]; }
 
   std::array<QAction*, kCommandCount> actions_{};
-  std::array<QMenu*, 6> menus_{};
+  std::array<QMenu*, kMenuCount> menus_{};
   std::array<QAction*, settings::kMaxRecentDirectories> recent_{};
 };
 

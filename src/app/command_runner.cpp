@@ -1,5 +1,6 @@
 #include "app/command_runner.h"
 
+#include <array>
 #include <exception>
 #include <initializer_list>
 #include <stdexcept>
@@ -11,28 +12,38 @@
 #include "platform/errors.h"
 
 namespace ml::app {
+namespace {
 
-CommandRunner::CommandRunner(Session& session, CMarrowlanternView& view, CMainFrame& frame)
-    : session_(session), view_(view), frame_(frame) {
+using HandlerTable = std::array<Handler, kCommandCount>;
+
+HandlerTable CollectHandlers() {
+  HandlerTable handlers{};
   for (const auto group :
        {CatalogueHandlers(), OrderHandlers(), PreferencesHandlers(), TagHandlers(), ViewHandlers(), HelpHandlers()}) {
     for (const auto& row : group) {
-      auto& place = handlers_.at(static_cast<std::size_t>(row.id));
+      auto& place = handlers.at(static_cast<std::size_t>(row.id));
       if (place) throw std::logic_error("two handlers: " + std::string(FindCommand(row.id).text));
       place = row.run;
     }
   }
-  for (int id = 0; id < kCommandCount; ++id) {
-    const auto& row = FindCommand(static_cast<CommandId>(id));
-    if (!handlers_[static_cast<std::size_t>(id)]) throw std::logic_error("no handler: " + std::string(row.text));
-  }
+  return handlers;
 }
+
+Handler HandlerOf(CommandId id) {
+  static const HandlerTable handlers = CollectHandlers();
+  return handlers.at(static_cast<std::size_t>(id));
+}
+
+}  // namespace
+
+bool HasHandler(CommandId id) { return HandlerOf(id) != nullptr; }
 
 void CommandRunner::Run(CommandId id, int argument) {
   Do([&] {
-    if (!FindCommand(id).enabled(session_.State())) return;
+    const auto run = HandlerOf(id);
+    if (!run || !FindCommand(id).enabled(session_.State())) return;
     CommandContext context{session_, view_, frame_, argument};
-    handlers_[static_cast<std::size_t>(id)](context);
+    run(context);
   });
 }
 

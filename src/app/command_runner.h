@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <span>
 
@@ -34,12 +33,16 @@ std::span<const HandlerRow> TagHandlers();
 std::span<const HandlerRow> ViewHandlers();
 std::span<const HandlerRow> HelpHandlers();
 
+/// Whether this version can run the command; the others are in the table for what is to come. Throws
+/// std::logic_error if a command has two handlers.
+bool HasHandler(CommandId id);
+
 /// Runs commands: refuses those that are off, shows the one box of those that fail, and brings the window up
 /// to date afterwards.
 class CommandRunner {
  public:
-  /// Throws std::logic_error if a command has no row or not exactly one handler.
-  CommandRunner(Session& session, CMarrowlanternView& view, CMainFrame& frame);
+  CommandRunner(Session& session, CMarrowlanternView& view, CMainFrame& frame)
+      : session_(session), view_(view), frame_(frame) {}
   /// Neither throws.
   void Run(CommandId id, int argument = 0);
   /// The same for what the user does in a pane.
@@ -49,7 +52,6 @@ class CommandRunner {
   Session& session_;
   CMarrowlanternView& view_;
   CMainFrame& frame_;
-  std::array<Handler, kCommandCount> handlers_{};
 };
 
 }  // namespace ml::app

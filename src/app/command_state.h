@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/file_kinds.h"
 #include "app/view_mode.h"
 #include "catalogue/image_list.h"
 
@@ -25,6 +26,11 @@ struct CommandState {
   bool highQuality = false;
   bool blackAndWhite = false;
   bool statusBarShown = true;
+  FileKinds targetKinds;         ///< of the image of Target()
+  FileKinds kinds;               ///< any of: the selected images, or in the main view the image on show
+  bool hasGallery = false;       ///< an earlier gallery lies beside the first image
+  bool treeHasFocus = false;     ///< the keys go to the directory tree
+  bool treeAtDriveRoot = false;  ///< the directory chosen there is a root: home, "/" or a mounted volume
 };
 
 using Rule = bool (*)(const CommandState&);

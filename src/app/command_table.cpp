@@ -4,31 +4,14 @@
 #include <array>
 #include <stdexcept>
 
+#include "app/command_rules.h"
+
 namespace ml::app {
 namespace {
 
+using namespace rules;
 using catalogue::SortMethod;
 using S = const CommandState&;
-
-bool Always(S) { return true; }
-bool NotEmpty(S s) { return s.imageCount > 0; }
-bool ListOfImages(S s) { return s.mode != ViewMode::Main && s.imageCount > 0; }
-bool InMain(S s) { return s.mode == ViewMode::Main; }
-
-bool CanGoForward(S s) { return InMain(s) && s.imageCount != 1 && (s.currentIndex < s.imageCount - 1 || s.wraparound); }
-bool CanGoBack(S s) { return InMain(s) && s.imageCount != 1 && (s.currentIndex > 0 || s.wraparound); }
-
-bool CanAddTag(S s) { return InMain(s) ? HaveTarget(s) && !s.targetTagged : s.selectedCount > 0; }
-bool CanRemoveTag(S s) { return InMain(s) ? HaveTarget(s) && s.targetTagged : s.selectedCount > 0; }
-
-template <int size>
-bool ShowsSize(S s) {
-  return s.mode != ViewMode::Main && s.thumbnailSizeMode == size;
-}
-template <SortMethod method>
-bool SortedBy(S s) {
-  return s.sortMethod == method;
-}
 
 constexpr CommandRow kCommands[] = {
     {CommandId::OpenDirectory, Menu::File, 0, "&Open Directory...", "Choose a directory to show", "Ctrl+O",
@@ -43,27 +26,41 @@ constexpr CommandRow kCommands[] = {
      "", NotEmpty},
     {CommandId::SaveTags, Menu::File, 1, "&Save Tags...", "Write the names of the tagged images to a file",
      "Ctrl+Shift+S", "document-save-as", [](S s) { return s.taggedCount > 0; }},
-    {CommandId::RecentDirectory, Menu::File, 2, "Recent Directory", "Load this directory", "", "", Always},
-    {CommandId::Quit, Menu::File, 3, "&Quit", "End the program", "Ctrl+Q", "application-exit", Always},
+    {CommandId::RenameImage, Menu::File, 2, "&Rename Image...", "Give the image another name", "F2", "", HaveTarget},
+    {CommandId::BatchRename, Menu::File, 2, "&Batch Rename...", "Name the images by their shooting data", "Ctrl+R", "",
+     HaveSomething},
+    {CommandId::MoveToFolder, Menu::File, 2, "Mo&ve to Folder...", "Move the images to another directory", "", "",
+     HaveSomething},
+    {CommandId::CopyToFolder, Menu::File, 2, "&Copy to Folder...", "Copy the images to another directory", "", "",
+     HaveSomething},
+    {CommandId::Delete, Menu::File, 2, "&Delete", "Delete the images, or the directory chosen in the tree", "Del",
+     "edit-delete", CanDelete},
+    {CommandId::Email, Menu::File, 3, "&Email image(s)...", "Send the images by mail", "", "", HaveSomething},
+    {CommandId::Print, Menu::File, 3, "Pr&int...", "Print images and contact sheets", "Ctrl+P", "document-print",
+     CanPrint},
+    {CommandId::PrintPreview, Menu::File, 3, "Print Previe&w", "Show what would be printed", "", "", CanPrint},
+    {CommandId::RecentDirectory, Menu::File, 4, "Recent Directory", "Load this directory", "", "", Always},
+    {CommandId::Quit, Menu::File, 5, "&Quit", "End the program", "Ctrl+Q", "application-exit", Always},
 
-    {CommandId::SelectAll, Menu::Edit, 0, "Select &All", "Select all images", "Ctrl+A", "edit-select-all",
+    {CommandId::Undo, Menu::Edit, 0, "&Undo", "Take back what was done last", "Ctrl+Z", "", Always},
+    {CommandId::SelectAll, Menu::Edit, 1, "Select &All", "Select all images", "Ctrl+A", "edit-select-all",
      ListOfImages},
-    {CommandId::SelectNone, Menu::Edit, 0, "Select N&one", "Select nothing", "Ctrl+Shift+A", "edit-select-none",
+    {CommandId::SelectNone, Menu::Edit, 1, "Select N&one", "Select nothing", "Ctrl+Shift+A", "edit-select-none",
      ListOfImages},
-    {CommandId::InvertSelection, Menu::Edit, 0, "&Invert Selection", "Select the images that are not selected",
+    {CommandId::InvertSelection, Menu::Edit, 1, "&Invert Selection", "Select the images that are not selected",
      "Ctrl+Shift+I", "", ListOfImages},
-    {CommandId::SelectTagged, Menu::Edit, 0, "Select Ta&gged", "Select the tagged images", "Ctrl+G", "", ListOfImages},
-    {CommandId::TagImage, Menu::Edit, 1, "&Tag Image", "Tag the image, or take its tag away", "Space; Ctrl+T", "tag",
+    {CommandId::SelectTagged, Menu::Edit, 1, "Select Ta&gged", "Select the tagged images", "Ctrl+G", "", ListOfImages},
+    {CommandId::TagImage, Menu::Edit, 2, "&Tag Image", "Tag the image, or take its tag away", "Space; Ctrl+T", "tag",
      HaveTarget, Mark::Check, [](S s) { return s.targetTagged; }},
-    {CommandId::AddTag, Menu::Edit, 1, "A&dd tag", "Tag the image, or the selected images", "Ctrl++; Ctrl+=", "",
+    {CommandId::AddTag, Menu::Edit, 2, "A&dd tag", "Tag the image, or the selected images", "Ctrl++; Ctrl+=", "",
      CanAddTag},
-    {CommandId::RemoveTag, Menu::Edit, 1, "&Remove Tag", "Take the tag from the image, or from the selected images",
+    {CommandId::RemoveTag, Menu::Edit, 2, "&Remove Tag", "Take the tag from the image, or from the selected images",
      "Ctrl+-", "", CanRemoveTag},
-    {CommandId::TagSelected, Menu::Edit, 2, "Tag &Selected", "Tag the selected images", "", "", ListOfImages},
-    {CommandId::UntagSelected, Menu::Edit, 2, "&Untag Selected", "Take the tags from the selected images", "", "",
+    {CommandId::TagSelected, Menu::Edit, 3, "Tag &Selected", "Tag the selected images", "", "", ListOfImages},
+    {CommandId::UntagSelected, Menu::Edit, 3, "Untag Se&lected", "Take the tags from the selected images", "", "",
      ListOfImages},
-    {CommandId::TagNone, Menu::Edit, 2, "Tag &None", "Take all tags away", "", "", ListOfImages},
-    {CommandId::MoveTaggedToStart, Menu::Edit, 3, "&Move tagged images to start",
+    {CommandId::TagNone, Menu::Edit, 3, "Tag &None", "Take all tags away", "", "", ListOfImages},
+    {CommandId::MoveTaggedToStart, Menu::Edit, 4, "&Move tagged images to start",
      "Put the tagged images before the others", "Ctrl+Home", "",
      [](S s) { return s.mode != ViewMode::Main && s.taggedBehindUntagged; }},
     {CommandId::Preferences, Menu::Edit, 4, "&Preferences...", "Change how the program works", "Ctrl+,", "", Always},
@@ -71,6 +68,15 @@ constexpr CommandRow kCommands[] = {
     {CommandId::MainView, Menu::View, 0, "&Main View", "Show one image", "1", "view-main", Always, Mark::Radio, InMain},
     {CommandId::ThumbnailView, Menu::View, 0, "&Thumbnail View", "Show the thumbnails of the directory", "2; Esc",
      "view-thumbnails", Always, Mark::Radio, [](S s) { return s.mode == ViewMode::Thumbnails; }},
+    {CommandId::FilmStripSide, Menu::View, 0, "Film Strip at the Si&de", "Show thumbnails beside one image", "3",
+     "view-film-strip", Always, Mark::Radio, [](S s) { return s.mode == ViewMode::FilmStripSide; }},
+    {CommandId::FilmStripBelow, Menu::View, 0, "Film Strip B&elow", "Show thumbnails below one image", "4",
+     "view-film-strip-below", Always, Mark::Radio, [](S s) { return s.mode == ViewMode::FilmStripBelow; }},
+    {CommandId::FilmStripView, Menu::View, 0, "Film Stri&p View",
+     "Show one image with a strip of thumbnails, at its side or below", "F8", "view-film-strip", Always, Mark::Check,
+     [](S s) { return IsFilmStrip(s.mode); }},
+    {CommandId::ShowExifData, Menu::View, 0, "Show EXIF D&ata", "Show or hide the shooting data below the picture",
+     "Ctrl+D", "", Always},
     {CommandId::ToggleView, Menu::View, 0, "S&witch View", "Switches between the main view and thumbnail view",
      "Ctrl+Tab", "", Always},
     {CommandId::SmallThumbnails, Menu::View, 1, "&Small Thumbnails", "Show small thumbnails", "Ctrl+1",
@@ -117,8 +123,54 @@ constexpr CommandRow kCommands[] = {
      [](S s) { return InMain(s) && s.currentIndex > 0; }},
     {CommandId::LastImage, Menu::Image, 0, "&Last Image", "Show the last image", "End", "",
      [](S s) { return InMain(s) && s.currentIndex < s.imageCount - 1; }},
-    {CommandId::Wraparound, Menu::Image, 1, "&Wraparound", "Go on at the other end of the directory", "", "", Always,
+    {CommandId::RotateLeft, Menu::Image, 1, "Rotate Left (&CCW)", "Turn the image to the left, without loss",
+     "Ctrl+Left", "object-rotate-left", CanRotate},
+    {CommandId::RotateRight, Menu::Image, 1, "&Rotate Right (CW)", "Turn the image to the right, without loss",
+     "Ctrl+Right", "object-rotate-right", CanRotate},
+    {CommandId::ViewActualImage, Menu::Image, 2, "&View Actual Image", "Show the image in its own size", "", "",
+     HaveTarget},
+    {CommandId::EditImage, Menu::Image, 2, "&Edit Image", "Open the image in another program", "Ctrl+E", "",
+     HaveTarget},
+    {CommandId::ConvertRawImage, Menu::Image, 2, "Convert Raw Ima&ge...", "Develop the raw image", "Ctrl+K", "convert",
+     [](S s) { return HaveTarget(s) && s.targetKinds.raw; }},
+    {CommandId::PlayVideo, Menu::Image, 2, "Pla&y Video", "Play the video in another program", "", "",
+     [](S s) { return HaveTarget(s) && s.targetKinds.avi; }},
+    {CommandId::EditComments, Menu::Image, 3, "Edit Co&mments...", "Write a comment into the image", "Ctrl+M", "",
+     HaveTarget},
+    {CommandId::EditIptcData, Menu::Image, 3, "Edit &IPTC Data...", "Write caption, keywords and more into the image",
+     "Ctrl+I", "", [](S s) { return HaveTarget(s) && s.targetKinds.holdsIptc; }},
+    {CommandId::CopyExifFrom, Menu::Image, 3, "Copy EXIF &data from...", "Take the shooting data of another file", "",
+     "", [](S s) { return HaveTarget(s) && (s.targetKinds.jpeg || s.targetKinds.tiff); }},
+    {CommandId::ImageProperties, Menu::Image, 3, "Image Proper&ties", "Show all that is known of the image", "", "",
+     HaveTarget},
+    {CommandId::Slideshow, Menu::Image, 4, "&Slideshow", "Show one image after the other on the whole screen", "Ctrl+L",
+     "slideshow", HaveSomething},
+    {CommandId::Wraparound, Menu::Image, 4, "&Wraparound", "Go on at the other end of the directory", "", "", Always,
      Mark::Check, [](S s) { return s.wraparound; }},
+
+    {CommandId::BatchConvert, Menu::Tools, 0, "&Batch Convert...", "Develop the raw images", "Ctrl+Shift+K", "",
+     AnyRaw},
+    {CommandId::ExtractJpegs, Menu::Tools, 0, "&Extract embedded JPEGs...",
+     "Write the JPEGs that lie in the raw files to files of their own", "", "", AnyRaw},
+    {CommandId::RegenerateJpegs, Menu::Tools, 0, "&Regenerate embedded JPEGs...",
+     "Make the JPEGs that lie in the raw files anew", "", "", [](S s) { return s.kinds.crw; }},
+    {CommandId::Html, Menu::Tools, 1, "&HTML...", "Make a web gallery of the images", "", "html", CanMakeGallery},
+    {CommandId::Proofs, Menu::Tools, 1, "&Proofs...", "Make small pictures with a watermark", "", "proofs",
+     HaveSomething},
+    {CommandId::Timestamp, Menu::Tools, 2, "&Timestamp...", "Set the times of the files to those of the shots", "", "",
+     HaveSomething},
+    {CommandId::AdjustDateTime, Menu::Tools, 2, "Adjust Image &Date/Time...", "Correct a camera clock that was wrong",
+     "", "", HaveSomething},
+    {CommandId::ExifCopy, Menu::Tools, 2, "EXIF &Copy...", "Copy shooting data between files of the same name", "", "",
+     HaveSomething},
+    {CommandId::ExportExif, Menu::Tools, 2, "E&xport EXIF data...", "Write the shooting data to a text file", "", "",
+     HaveSomething},
+    {CommandId::AutoRotateJpegs, Menu::Tools, 3, "&Auto Rotate JPEGs", "Turn the JPEGs as the camera was held", "", "",
+     AnyJpeg},
+    {CommandId::EmbedColorProfile, Menu::Tools, 3, "Embed Color Pro&file in JPEGs...",
+     "Write a colour profile into the JPEGs", "", "", AnyJpeg},
+    {CommandId::RegenerateThumbnails, Menu::Tools, 3, "Regenerate &JPEG Thumbnails",
+     "Make the thumbnails inside the JPEGs anew", "", "", AnyJpeg},
 
     {CommandId::KeyboardShortcuts, Menu::Help, 0, "&Keyboard Shortcuts", "List all keys", "F1", "help-contents",
      Always},
@@ -127,8 +179,9 @@ constexpr CommandRow kCommands[] = {
 
 constexpr PaneKey kPaneKeys[] = {
     {"Arrows; PgUp; PgDown; Home; End", "Thumbnails", "Move to another image; with Shift the selection grows"},
-    {"Return", "Thumbnails", "Show the image in the main view"},
+    {"Return", "Thumbnails", "Show the image, as the settings want it"},
     {"Letters and digits", "Thumbnails", "Move to the image whose name begins so"},
+    {"Wheel", "Main view", "Go from image to image; with Shift by twenty, with Ctrl turn the image"},
     {"Arrows; Return", "Directories", "Choose a directory, open and close its branches"},
     {"Tab; Shift+Tab", "Window", "Move to the next pane"},
 };
@@ -145,7 +198,8 @@ const CommandRow& FindCommand(CommandId id) {
 }
 
 std::string_view MenuTitle(Menu menu) {
-  static constexpr std::array<std::string_view, 6> kTitles{"&File", "&Edit", "&View", "S&ort", "&Image", "&Help"};
+  static constexpr std::array<std::string_view, kMenuCount> kTitles{"&File",  "&Edit",  "&View", "S&ort",
+                                                                    "&Image", "&Tools", "&Help"};
   return kTitles.at(static_cast<std::size_t>(menu));
 }
 

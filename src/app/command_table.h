@@ -6,7 +6,8 @@
 #include "app/command_state.h"
 
 /// Everything the user can tell the window to do: one row a command. Menus, tool bar, keys, the page of keys
-/// and the enabling are made from this table alone; a new command is one row and one handler.
+/// and the enabling are made from this table alone; a new command is one row and one handler. A row without a
+/// handler shows, but cannot be run in this version; HasHandler() tells.
 namespace ml::app {
 
 enum class CommandId {
@@ -54,13 +55,50 @@ enum class CommandId {
   FirstImage,
   LastImage,
   Wraparound,
+  FilmStripView,  ///< from one arrangement of the film strip to the other
+  FilmStripSide,
+  FilmStripBelow,
+  ShowExifData,
+  Undo,
+  RotateLeft,
+  RotateRight,
+  EditImage,
+  EditComments,
+  EditIptcData,
+  ImageProperties,
+  ViewActualImage,
+  ConvertRawImage,
+  PlayVideo,
+  CopyExifFrom,
+  Slideshow,
+  RenameImage,
+  BatchRename,
+  MoveToFolder,
+  CopyToFolder,
+  Delete,
+  Email,
+  Print,
+  PrintPreview,
+  BatchConvert,
+  ExtractJpegs,
+  RegenerateJpegs,
+  Html,
+  Proofs,
+  Timestamp,
+  AdjustDateTime,
+  ExifCopy,
+  ExportExif,
+  AutoRotateJpegs,
+  EmbedColorProfile,
+  RegenerateThumbnails,
   KeyboardShortcuts,
   About,
   kCount
 };
 inline constexpr int kCommandCount = static_cast<int>(CommandId::kCount);
 
-enum class Menu { File, Edit, View, Sort, Image, Help };
+enum class Menu { File, Edit, View, Sort, Image, Tools, Help };
+inline constexpr int kMenuCount = static_cast<int>(Menu::Help) + 1;
 
 /// How a command that has a state shows it.
 enum class Mark { None, Check, Radio };

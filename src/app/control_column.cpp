@@ -18,6 +18,7 @@ namespace ml::app {
 namespace {
 
 constexpr int kMargin = 8;
+constexpr int kLeastTarget = 24;
 
 QToolButton* MakeButton(QWidget* parent) {
   auto* button = new QToolButton(parent);
@@ -41,6 +42,8 @@ ControlColumn::ControlColumn(QWidget* parent)
   names_->setAccessibleName(QStringLiteral("Image name"));
   names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   names_->setMinimumContentsLength(12);
+  names_->setMinimumHeight(kLeastTarget);
+  tagged_->setMinimumHeight(kLeastTarget);
   names_->setModel(new QStringListModel(names_));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);

@@ -9,7 +9,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "app/command_table.h"
+#include "app/command_runner.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -40,7 +40,7 @@ QTableWidget* MakeTable(QWidget* parent) {
   table->setTabKeyNavigation(false);
   table->verticalHeader()->hide();
   for (const auto& row : Commands()) {
-    if (row.keys.empty()) continue;
+    if (row.keys.empty() || !HasHandler(row.id)) continue;
     AddRow(*table, NativeKeys(row.keys), WithoutMnemonic(MenuTitle(row.menu)), WithoutMnemonic(row.text));
   }
   for (const auto& row : PaneKeys()) {

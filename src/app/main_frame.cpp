@@ -88,7 +88,8 @@ CMainFrame::CMainFrame(Session& session)
   UpdateAll();
 }
 
-CMainFrame::~CMainFrame() = default;
+/// The view outlives this part of the frame, and loses the focus on its way out.
+CMainFrame::~CMainFrame() { disconnect(view_, nullptr, this, nullptr); }
 
 void CMainFrame::MakeStatusBar() {
   text_ = AddPane(*statusBar(), QStringLiteral("Image"), 1);

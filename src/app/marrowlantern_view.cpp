@@ -1,12 +1,14 @@
 #include "app/marrowlantern_view.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QSplitter>
 
 #include "app/command_actions.h"
+#include "app/command_runner.h"
 #include "app/control_column.h"
+#include "app/double_click.h"
 #include "app/image_texts.h"
 #include "app/messages.h"
 #include "app/navigation.h"
@@ -15,6 +17,9 @@
 #include "app/summary_pane.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "metadata/exif_text.h"
+#include "options/engine_options.h"
+#include "platform/text.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -22,8 +27,7 @@ namespace {
 
 using platform::ui::ToQString;
 
-constexpr int kSmallestPane = 120;
-constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
+constexpr int kLeastLowerPane = 40;
 constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
 class WaitCursor {
@@ -46,7 +50,9 @@ CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
       thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
       picture_(new PictureView(center_)),
       controls_(new ControlColumn(outer_)),
-      summary_(new SummaryPane(left_)) {
+      summary_(new SummaryPane(left_)),
+      film_(new QSplitter(Qt::Vertical, center_)),
+      lower_(new SummaryPane(film_)) {
   session_.SetObserver(this);
   MakePanes();
   ConnectList();
@@ -60,16 +66,26 @@ void CMarrowlanternView::MakePanes() {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(outer_);
-  outer_->setChildrenCollapsible(false);
+  film_->insertWidget(0, picture_);
+  for (auto* splitter : {outer_, left_, center_, film_}) {
+    splitter->setHandleWidth(kSplitterWidth);
+    splitter->setChildrenCollapsible(false);
+  }
+  film_->setCollapsible(film_->indexOf(lower_), true);
+  lower_->setAccessibleName(QStringLiteral("Shooting data"));
+  lower_->setMinimumHeight(kLeastLowerPane);
   outer_->setStretchFactor(1, 1);
-  left_->setMinimumWidth(kSmallestPane);
+  center_->setStretchFactor(1, 1);
+  left_->setMinimumWidth(kLeastPane);
   left_->setStretchFactor(0, 1);
   left_->setSizes({kTreeHeight, kSummaryHeight});
-  controls_->setMinimumWidth(kSmallestPane);
+  controls_->setMinimumWidth(kLeastPane);
 
   ApplySettings();
   thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
   thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
+  thumbnails_->SetDescriber([this](const std::string& path) { return ShortSummary(path); });
+  ArrangeFilmStrip();
 }
 
 void CMarrowlanternView::ApplySettings() {
@@ -83,7 +99,8 @@ void CMarrowlanternView::ConnectList() {
   using catalogue::ui::ThumbnailListView;
   connect(thumbnails_, &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
   connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) { GoTo(index, Reload::IfOther); });
-  connect(thumbnails_, &ThumbnailListView::imageActivated, this, [this] { Q_EMIT commandWanted(CommandId::MainView); });
+  connect(thumbnails_, &ThumbnailListView::imageActivated, this, &CMarrowlanternView::ActivateImage);
+  connect(thumbnails_, &ThumbnailListView::moveWanted, this, &CMarrowlanternView::MoveSelectedTo);
   connect(thumbnails_, &ThumbnailListView::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
   connect(thumbnails_, &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(thumbnails_, &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
@@ -93,7 +110,7 @@ void CMarrowlanternView::ConnectPicture() {
   connect(picture_, &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
   connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
-  connect(picture_, &PictureView::doubleClicked, this, [this] { Q_EMIT commandWanted(CommandId::ToggleView); });
+  connect(picture_, &PictureView::doubleClicked, this, &CMarrowlanternView::ActivatePicture);
   connect(picture_, &PictureView::pixelSizeChanged, this, [this] {
     if (session_.mode != ViewMode::Thumbnails) ReloadImage();
   });
@@ -103,8 +120,12 @@ void CMarrowlanternView::ConnectRest() {
   connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
   connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
   connect(controls_, &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
-  connect(outer_, &QSplitter::splitterMoved, this, [this] {
-    if (session_.mode == ViewMode::Thumbnails) session_.settings.catalogue.splitterPos = outer_->sizes().first();
+  for (auto* splitter : {outer_, center_, film_}) {
+    connect(splitter, &QSplitter::splitterMoved, this, &CMarrowlanternView::TakePlaces);
+  }
+  // Some commands mean the tree while the keys go there.
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* from, const QWidget* to) {
+    if (from == tree_ || to == tree_) Q_EMIT changed();
   });
 }
 
@@ -119,48 +140,46 @@ void CMarrowlanternView::SetActions(const CommandActions& actions) {
   connect(picture_, &PictureView::contextMenuWanted, this, popUp);
 }
 
-void CMarrowlanternView::SetViewMode(ViewMode mode) {
-  const auto old = session_.mode;
-  if (mode == old) return;
-  session_.mode = mode;
-  Q_EMIT colourUnderMouse({});
-  ApplyLayout();
-  if (old == ViewMode::Main) {
-    BringFocusToCurrent();
-  } else {
-    ReloadImage();
-  }
-  FocusMainPane();
+void CMarrowlanternView::AddPaneFacts(CommandState& state) const {
+  state.treeHasFocus = tree_->hasFocus();
+  state.treeAtDriveRoot = tree_->IsAtRoot();
 }
 
-/// Coming from the picture, the list stands at the image that was on show. A selection of several images is
-/// not given up for that.
-void CMarrowlanternView::BringFocusToCurrent() {
+/// What the settings want but this version does not have is the main view.
+void CMarrowlanternView::ActivateImage() {
+  const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
+  Q_EMIT commandWanted(HasHandler(id) ? id : CommandId::MainView);
+}
+
+/// The same as on a thumbnail; where that leads to what is on show already, back to the thumbnails.
+void CMarrowlanternView::ActivatePicture() {
+  const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
+  const bool stays = session_.mode == ViewMode::Main && (id == CommandId::MainView || !HasHandler(id));
+  stays ? Q_EMIT commandWanted(CommandId::ThumbnailView) : ActivateImage();
+}
+
+void CMarrowlanternView::MoveSelectedTo(int position) {
   auto& list = session_.list;
-  if (!list.ValidIndex(list.currentIndex)) return;
-  if (list.SelectedCount() < 2) list.SelectOnly(list.currentIndex);
-  list.focusIndex = list.currentIndex;
-  thumbnails_->MarksChanged();
-  thumbnails_->ScrollTo(list.currentIndex, QAbstractItemView::PositionAtTop);
+  if (list.SelectedCount() == 0) return;
+  session_.Worker().MoveSelectedTo(position);
+  list.customOrder = list.files;
+  list.sortMethod = catalogue::SortMethod::Custom;
+  list.orderChangedByHand = true;
+  ListReordered();
+  Q_EMIT changed();
 }
 
-void CMarrowlanternView::ApplyLayout() {
-  const auto mode = session_.mode;
-  const auto& from = session_.settings.catalogue;
-  const bool inMain = mode == ViewMode::Main;
-  const bool controls = inMain && from.fullView == 0;
-  left_->setVisible(mode == ViewMode::Thumbnails);
-  thumbnails_->setVisible(!inMain);
-  picture_->setVisible(mode != ViewMode::Thumbnails);
-  controls_->setVisible(controls);
-  const int left = mode == ViewMode::Thumbnails ? std::max(from.splitterPos, kSmallestPane) : 0;
-  const int right = controls ? kControlsWidth : 0;
-  outer_->setSizes({left, std::max(width() - left - right, kSmallestPane), right});
+/// For the tool tip.
+std::string CMarrowlanternView::ShortSummary(const std::string& path) {
+  const auto& shot = hovered_.Of(path, options::ExifOptionsOf(session_.settings));
+  return platform::ToDisplayUtf8(metadata::GetShortSummaryText(shot, session_.locale));
 }
 
 void CMarrowlanternView::ThumbnailSizeChanged() {
   thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
   session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
+  ArrangeFilmStrip();
+  ApplyLayout();
 }
 
 void CMarrowlanternView::SettingsChanged() {
@@ -168,7 +187,10 @@ void CMarrowlanternView::SettingsChanged() {
   ShowHistogram();
 }
 
-void CMarrowlanternView::BlackAndWhiteChanged() { ReloadImage(); }
+void CMarrowlanternView::BlackAndWhiteChanged() {
+  thumbnails_->SetBlackAndWhite(session_.blackAndWhite);
+  if (session_.mode != ViewMode::Thumbnails) ReloadImage();
+}
 
 void CMarrowlanternView::ThumbnailReady(int index) {
   if (session_.mode != ViewMode::Main) thumbnails_->ItemReady(index);
@@ -178,6 +200,7 @@ void CMarrowlanternView::Refresh() {
   const auto text = SummaryText(session_);
   controls_->Refresh(session_.list, text);
   summary_->SetText(text);
+  lower_->SetText(text);
 }
 
 void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
@@ -202,7 +225,11 @@ void CMarrowlanternView::FocusMainPane() {
 }
 
 void CMarrowlanternView::TurnWheel(int notches, Qt::KeyboardModifiers modifiers) {
-  if (session_.mode != ViewMode::Main || modifiers.testFlag(Qt::ControlModifier)) return;
+  if (session_.mode != ViewMode::Main) return;
+  if (modifiers.testFlag(Qt::ControlModifier)) {
+    Q_EMIT commandWanted(notches < 0 ? CommandId::RotateRight : CommandId::RotateLeft);
+    return;
+  }
   const auto& list = session_.list;
   const int step = WheelStep(notches, modifiers.testFlag(Qt::ShiftModifier));
   const int index = StepIndex(list.currentIndex, step, list.Count(), session_.settings.catalogue.wraparound != 0);

@@ -6,6 +6,8 @@
 
 #include "app/command_table.h"
 #include "app/session.h"
+#include "app/shooting_data_memory.h"
+#include "app/view_layout.h"
 
 class QSplitter;
 
@@ -23,8 +25,8 @@ class SummaryPane;
 
 enum class Reload { IfOther, Force };
 
-/// All panes of the window: directory tree, thumbnail list, picture, summary, histogram. Draws the session and forwards
-/// what the user does in a pane; a view mode only decides which panes show and where.
+/// All panes of the window: directory tree, thumbnail list, picture, summary, shooting data, histogram. Draws the
+/// session and forwards what the user does in a pane; a view mode only decides which panes show and where.
 class CMarrowlanternView final : public QWidget, private SessionObserver {
   Q_OBJECT
 
@@ -44,6 +46,10 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
 
   /// Shows the panes that mode and settings want.
   void ApplyLayout();
+  /// Collapses the pane with the shooting data, or brings it back at the size it had.
+  void ToggleLowerPane();
+  /// Brings back the panes of the film strip that are collapsed.
+  void OpenPanes();
   void ThumbnailSizeChanged();
   void BlackAndWhiteChanged();
   /// Colours, outlines, tree and histogram as the settings want them now.
@@ -69,6 +75,11 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void pathsDropped(const std::vector<std::string>& paths);
   void colourUnderMouse(const QString& text);
   void recentDirectoriesChanged();
+  /// The mode is another one now, its panes show.
+  void viewModeChanged(ViewMode mode);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void DirectoryShown(const std::string& directory) override;
@@ -76,6 +87,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ListReordered() override;
   void ShowImage(int index) override;
   void RecentDirectoriesChanged() override;
+  void AddPaneFacts(CommandState& state) const override;
 
   void MakePanes();
   void ApplySettings();
@@ -86,6 +98,14 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ShowPicture(int index);
   void ShowHistogram();
   void BringFocusToCurrent();
+  void ArrangeFilmStrip();
+  SplitterPlaces Places() const;
+  void SetPlaces(const SplitterPlaces& places);
+  void TakePlaces();
+  void ActivateImage();
+  void ActivatePicture();
+  void MoveSelectedTo(int position);
+  std::string ShortSummary(const std::string& path);
   imagefiles::DisplayLimits Limits() const;
   void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);
   void GoTo(int index, Reload reload);
@@ -99,6 +119,9 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   PictureView* picture_;
   ControlColumn* controls_;
   SummaryPane* summary_;
+  QSplitter* film_;     ///< picture, strip where it lies below it, shooting data
+  SummaryPane* lower_;  ///< the shooting data in it
+  ShootingDataMemory hovered_;
 };
 
 }  // namespace ml::app

@@ -28,6 +28,7 @@ inline constexpr std::string_view kIgnoreExtensions = "Ignore file extensions wh
 
 inline constexpr std::string_view kChooseProfileTitle = "Choose a colour profile";
 inline constexpr std::string_view kProfileFilter = "Colour profiles (*.icc;*.icm)|*.icc;*.icm|All files (*.*)|*.*||";
+inline constexpr std::string_view kNotInThisVersion = "Not in this version yet: %1";
 
 inline constexpr std::string_view kNoDirectoryYet = "Open a directory, or drop one here";
 

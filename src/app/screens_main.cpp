@@ -1,9 +1,12 @@
-// Draws the window as it looks after the start on the given names, without a display.
+// Draws the window in each of its modes and colours, started on the given names, without a display.
 #include <sys/stat.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
+#include <QScopedValueRollback>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -11,7 +14,10 @@
 
 #include "app/application.h"
 #include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
 #include "app/session.h"
+#include "app/theme.h"
+#include "catalogue/ui/thumbnail_list_view.h"
 #include "options/engine_options.h"
 #include "platform/data_folders.h"
 #include "platform/errors.h"
@@ -23,49 +29,118 @@ using ml::app::CMainFrame;
 using ml::app::CommandId;
 using ml::app::Session;
 
+/// Of a screen of 1024 x 768.
+constexpr int kTitleBar = 28;
 constexpr int kPollMilliseconds = 50;
+constexpr int kRestMilliseconds = 300;
 constexpr int kPatienceMilliseconds = 300'000;
 
-/// One picture after the other, as soon as all thumbnails are made.
+/// One picture: what is done before it is taken.
+struct Shot {
+  std::string name;
+  ml::app::Scheme scheme;
+  std::vector<CommandId> commands;
+  std::string colours = "Gray";  ///< of the thumbnails
+};
+
+std::vector<Shot> AllShots() {
+  struct Size {
+    const char* name;
+    CommandId id;
+  };
+  constexpr Size kSizes[] = {{"small", CommandId::SmallThumbnails},
+                             {"large", CommandId::LargeThumbnails},
+                             {"extra-large", CommandId::ExtraLargeThumbnails}};
+  std::vector<Shot> shots;
+  for (const auto scheme : {ml::app::Scheme::Light, ml::app::Scheme::Dark}) {
+    const std::string theme = scheme == ml::app::Scheme::Light ? "-light" : "-dark";
+    for (const auto* colours : {"White", "Gray", "Black"}) {
+      for (const auto& size : kSizes) {
+        const auto name = "thumbnail-view" + theme + "-" + ml::platform::AsciiLower(colours) + "-" + size.name;
+        shots.push_back({name, scheme, {CommandId::ThumbnailView, size.id}, colours});
+      }
+    }
+    shots.push_back({"main-view" + theme, scheme, {CommandId::SmallThumbnails, CommandId::MainView}});
+    shots.push_back({"full-view" + theme, scheme, {CommandId::MainView, CommandId::ShowControls}});
+    shots.push_back({"film-strip-side" + theme, scheme, {CommandId::ShowControls, CommandId::FilmStripSide}});
+    shots.push_back({"film-strip-collapsed" + theme, scheme, {CommandId::ShowExifData}});
+    shots.push_back({"film-strip-below" + theme, scheme, {CommandId::ShowExifData, CommandId::FilmStripBelow}});
+    shots.push_back({"film-strip-below-large" + theme, scheme, {CommandId::LargeThumbnails}});
+  }
+  return shots;
+}
+
+/// Takes one picture after the other, each as soon as all thumbnails are made.
 class Photographer final : public QObject {
  public:
   Photographer(CMainFrame& frame, Session& session, std::string directory, int& exitCode)
       : QObject(&frame), frame_(frame), session_(session), directory_(std::move(directory)), exitCode_(exitCode) {
-    patience_.start();
+    frame_.resize(1024, 768 - kTitleBar);
+    MarkSome();
+    Prepare();
     connect(&timer_, &QTimer::timeout, this, [this] { Look(); });
     timer_.start(kPollMilliseconds);
   }
 
  private:
+  /// So that each state of a thumbnail is on the pictures; taken back at the end.
+  void MarkSome() {
+    auto& list = session_.list;
+    tagged_ = list.TaggedPaths();
+    for (const int i : {1, 2, 6}) list.SetTag(i, true);
+    for (int i = 2; i < std::min(list.Count(), 5); ++i) list.marks[static_cast<std::size_t>(i)].selected = true;
+    list.focusIndex = std::min(3, list.Count() - 1);
+    frame_.View().LoadImage(list.focusIndex, ml::app::Reload::Force);
+  }
+
+  void Prepare() {
+    const auto& shot = shots_[next_];
+    ml::app::ApplyTheme(*qApp, shot.scheme);
+    frame_.findChild<ml::catalogue::ui::ThumbnailListView*>()->SetColours(shot.colours);
+    for (const auto id : shot.commands) frame_.Runner().Run(id);
+    patience_.start();
+  }
+
   void Look() {
     const bool made = session_.Worker().FinishedCount() == session_.list.Count();
-    if (!made && patience_.elapsed() < kPatienceMilliseconds) return;
+    if (busy_ || (!made && patience_.elapsed() < kPatienceMilliseconds)) return;
+    const QScopedValueRollback guard(busy_, true);
+    if (!made) {
+      std::fprintf(stderr, "marrowlantern-screens: not all thumbnails were made in time\n");
+      failed_ = true;
+    }
+    Take(shots_[next_].name + ".png");
+    if (++next_ < shots_.size()) return Prepare();
     timer_.stop();
-    if (!made) std::fprintf(stderr, "marrowlantern-screens: not all thumbnails were made in time\n");
-    exitCode_ = made ? 0 : 1;
-    frame_.Runner().Run(CommandId::ThumbnailView);
-    Take("thumbnail-view.png");
-    frame_.Runner().Run(CommandId::MainView);
-    Take("main-view.png");
+    session_.list.TagNone();
+    for (const auto& path : tagged_) session_.list.SetTagByPath(path, true);
+    exitCode_ = failed_ ? 1 : 0;
     QCoreApplication::exit(0);
   }
 
   void Take(const std::string& name) {
-    // What was asked for is laid out and painted by the event loop.
-    for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
+    // What was asked for is laid out and painted by the event loop, some of it only once things rest.
+    QEventLoop rest;
+    QTimer::singleShot(kRestMilliseconds, &rest, &QEventLoop::quit);
+    rest.exec();
     const auto path = ml::platform::JoinPath(directory_, name);
     if (frame_.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
       std::printf("%s\n", path.c_str());
     } else {
       std::fprintf(stderr, "marrowlantern-screens: unable to write to file: %s\n", path.c_str());
-      exitCode_ = 1;
+      failed_ = true;
     }
   }
 
   CMainFrame& frame_;
   Session& session_;
+  const std::vector<Shot> shots_ = AllShots();
+  std::size_t next_ = 0;
+  std::vector<std::string> tagged_;
   std::string directory_;
   int& exitCode_;
+  bool failed_ = false;
+  bool busy_ = false;
   QTimer timer_;
   QElapsedTimer patience_;
 };

@@ -21,10 +21,20 @@
 namespace ml::app {
 namespace {
 
+/// Where galleries are made unless the user says otherwise, and their first page.
+constexpr std::string_view kGalleryDirectory = "HTML", kGalleryIndex = "index.htm";
+
 int WorkerThreads() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16); }
 
 catalogue::ImageItemMaker MakerFor(const settings::Settings& settings) {
   return catalogue::ImageItemMaker(options::ImageFileOptionsOf(settings), options::ColourOptionsOf(settings));
+}
+
+/// Whether a gallery was made of the images in `directory`.
+bool HasGallery(const std::string& directory) {
+  if (directory.empty()) return false;
+  const auto index = platform::JoinPath(platform::JoinPath(directory, kGalleryDirectory), kGalleryIndex);
+  return platform::Exists(index) || platform::Exists(index + "l");
 }
 
 bool TaggedBehindUntagged(const catalogue::ImageList& list) {
@@ -57,12 +67,31 @@ const metadata::ExifData* Session::TargetData() {
   return &shootingData_.Of(list.files[static_cast<std::size_t>(index)], options::ExifOptionsOf(settings));
 }
 
-CommandState Session::State() const {
+/// The facts that decide which image commands act on.
+CommandState Session::Place() const {
   CommandState state;
   state.mode = mode;
   state.imageCount = list.Count();
   state.currentIndex = list.currentIndex;
   state.focusIndex = list.focusIndex;
+  return state;
+}
+
+void Session::AddKinds(CommandState& state) const {
+  if (const int target = Target(state); target >= 0) {
+    state.targetKinds = kinds_.Of(list.files[static_cast<std::size_t>(target)]);
+  }
+  if (mode == ViewMode::Main) {
+    state.kinds = state.targetKinds;
+    return;
+  }
+  for (std::size_t i = 0; i < list.files.size(); ++i) {
+    if (list.marks[i].selected) kinds_.Add(list.files[i], state.kinds);
+  }
+}
+
+CommandState Session::State() const {
+  CommandState state = Place();
   state.selectedCount = list.SelectedCount();
   state.taggedCount = list.TaggedCount();
   const int target = Target(state);
@@ -78,6 +107,9 @@ CommandState Session::State() const {
   state.highQuality = settings.display.highQualityMode != 0;
   state.blackAndWhite = blackAndWhite;
   state.statusBarShown = statusBarShown;
+  AddKinds(state);
+  state.hasGallery = HasGallery(list.Directory());
+  if (observer_) observer_->AddPaneFacts(state);
   return state;
 }
 
@@ -132,7 +164,7 @@ void Session::LoadLastDirectory() {
   if (settings.catalogue.loadDirectoryAtStartup == 0 || !list.Empty() || last.empty()) return;
   const auto directory = platform::normaliseDirectory(platform::DirectoryOf(last));
   if (!platform::IsDirectory(directory)) return;
-  catalogue_.LoadDirectory(directory, ::access(last.c_str(), F_OK) == 0 ? last : "");
+  catalogue_.LoadDirectory(directory, platform::Exists(last) ? last : "");
 }
 
 void Session::Leave() {
@@ -158,6 +190,7 @@ void Session::DirectoryVisited(const std::string& directory) {
 
 void Session::ListReplaced() {
   shootingData_.Forget();
+  kinds_.Forget();
   if (observer_) observer_->ListReplaced();
 }
 

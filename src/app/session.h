@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/command_state.h"
+#include "app/file_kinds.h"
 #include "app/shooting_data_memory.h"
 #include "app/view_mode.h"
 #include "catalogue/catalogue.h"
@@ -32,6 +33,8 @@ class SessionObserver {
   virtual void ListReordered() = 0;
   virtual void ShowImage(int index) = 0;
   virtual void RecentDirectoriesChanged() = 0;
+  /// Sets what only the panes know: where the keys go.
+  virtual void AddPaneFacts(CommandState& state) const = 0;
 };
 
 /// One run of the window program without its window: settings, catalogue, worker and the image on show.
@@ -62,7 +65,7 @@ class Session final : private catalogue::CatalogueObserver {
   imagefiles::ImageFileOptions ImageOptions() const;
   imagefiles::BitmapQuality Quality() const;
   /// The image that commands for one image act on; -1 if there is none.
-  int TargetIndex() const { return Target(State()); }
+  int TargetIndex() const { return Target(Place()); }
   /// Of that image; null if there is none. Stays valid until the next call.
   const metadata::ExifData* TargetData();
   CommandState State() const;
@@ -96,6 +99,8 @@ class Session final : private catalogue::CatalogueObserver {
   void ListReordered() override;
   void ShowImage(int index) override;
 
+  CommandState Place() const;
+  void AddKinds(CommandState& state) const;
   void LoadLastDirectory();
   void ApplyThumbnailSize();
 
@@ -103,6 +108,7 @@ class Session final : private catalogue::CatalogueObserver {
   SessionObserver* observer_ = nullptr;
   double thumbnailScale_ = 1;
   ShootingDataMemory shootingData_;
+  mutable FileKindMemory kinds_;
   catalogue::CThumbnailThread worker_;
   catalogue::Catalogue catalogue_;
 };

@@ -113,6 +113,66 @@ INSTANTIATE_TEST_SUITE_P(
                     RuleCase{"SaveNoCustom", Id::SaveCustomOrder, Sorted(SortMethod::Timestamp, true), false}),
     [](const auto& c) { return std::string(c.param.name); });
 
+CommandState OfKind(CommandState state, bool FileKinds::*kind) {
+  state.targetKinds.*kind = state.kinds.*kind = true;
+  return state;
+}
+/// Nothing has the focus, some are selected: there is no target, but there is something.
+CommandState Chosen() { return Thumbs(9, -1, 2); }
+CommandState InTree(CommandState state, bool atRoot) {
+  state.treeHasFocus = true;
+  state.treeAtDriveRoot = atRoot;
+  return state;
+}
+CommandState BesideGallery(CommandState state) {
+  state.hasGallery = true;
+  return state;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, CommandRules,
+    testing::Values(RuleCase{"RotateTheCurrent", Id::RotateLeft, Main(3, 0), true},
+                    RuleCase{"RotateWithoutSelection", Id::RotateRight, Thumbs(3, 0), false},
+                    RuleCase{"RotateTheSelected", Id::RotateRight, Chosen(), true},
+                    RuleCase{"MoveTheSelected", Id::MoveToFolder, Chosen(), true},
+                    RuleCase{"MoveTheFocused", Id::MoveToFolder, Thumbs(3, 1), true},
+                    RuleCase{"MoveNothing", Id::MoveToFolder, Thumbs(3, -1), false},
+                    RuleCase{"SelectedInMainDoNotCount", Id::Slideshow,
+                             With(Main(3, -1), [](auto& s) { s.selectedCount = 2; }), false},
+                    RuleCase{"RenameNeedsATarget", Id::RenameImage, Chosen(), false},
+                    RuleCase{"DeleteImages", Id::Delete, Chosen(), true},
+                    RuleCase{"DeleteNothing", Id::Delete, Thumbs(3, -1), false},
+                    RuleCase{"DeleteDirectory", Id::Delete, InTree(Thumbs(0, -1), false), true},
+                    RuleCase{"DeleteNoDrive", Id::Delete, InTree(Chosen(), true), false},
+                    RuleCase{"PrintAll", Id::Print, Thumbs(3, -1), true},
+                    RuleCase{"PrintNoVideo", Id::PrintPreview, OfKind(Main(3, 0), &FileKinds::avi), false},
+                    RuleCase{"PrintSelectedVideo", Id::Print, OfKind(Chosen(), &FileKinds::avi), true},
+                    RuleCase{"GalleryOfTheChosen", Id::Html, Chosen(), true},
+                    RuleCase{"GalleryAnew", Id::Html, BesideGallery(Thumbs(3, -1)), true},
+                    RuleCase{"NoGallery", Id::Html, Thumbs(3, -1), false},
+                    RuleCase{"NoGalleryInMain", Id::Html, BesideGallery(Main(3, -1)), false}),
+    [](const auto& c) { return std::string(c.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, CommandRules,
+    testing::Values(RuleCase{"CopyExifToJpeg", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::jpeg), true},
+                    RuleCase{"CopyExifToTiff", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::tiff), true},
+                    RuleCase{"CopyExifToRaw", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::raw), false},
+                    RuleCase{"ConvertRaw", Id::ConvertRawImage, OfKind(Thumbs(1, 0), &FileKinds::raw), true},
+                    RuleCase{"ConvertWithoutTarget", Id::ConvertRawImage, OfKind(Chosen(), &FileKinds::raw), false},
+                    RuleCase{"ConvertRawAmongOthers", Id::BatchConvert, OfKind(Chosen(), &FileKinds::raw), true},
+                    RuleCase{"ConvertNoRaw", Id::BatchConvert, OfKind(Chosen(), &FileKinds::jpeg), false},
+                    RuleCase{"ExtractJpegs", Id::ExtractJpegs, OfKind(Main(1, 0), &FileKinds::raw), true},
+                    RuleCase{"RegenerateOnlyCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::raw), false},
+                    RuleCase{"RegenerateCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::crw), true},
+                    RuleCase{"PlayVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::avi), true},
+                    RuleCase{"PlayNoVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::jpeg), false},
+                    RuleCase{"Iptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::holdsIptc), true},
+                    RuleCase{"NoIptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::jpeg), false},
+                    RuleCase{"AutoRotate", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::jpeg), true},
+                    RuleCase{"AutoRotateRaw", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::raw), false}),
+    [](const auto& c) { return std::string(c.param.name); });
+
 TEST(CommandMarks, FollowTheState) {
   auto state = Thumbs(1, 0);
   state.thumbnailSizeMode = 1;
@@ -121,6 +181,10 @@ TEST(CommandMarks, FollowTheState) {
   state.mode = ViewMode::Main;
   EXPECT_FALSE(FindCommand(Id::LargeThumbnails).checked(state));
   EXPECT_TRUE(FindCommand(Id::MainView).checked(state));
+  state.mode = ViewMode::FilmStripBelow;
+  EXPECT_TRUE(FindCommand(Id::FilmStripView).checked(state));
+  EXPECT_FALSE(FindCommand(Id::FilmStripSide).checked(state));
+  EXPECT_TRUE(FindCommand(Id::LargeThumbnails).checked(state));
   state.fullView = true;
   EXPECT_FALSE(FindCommand(Id::ShowControls).checked(state));
 }

@@ -15,6 +15,25 @@ void Switch(CommandContext& context) {
   context.view.SetViewMode(context.session.mode == ViewMode::Main ? ViewMode::Thumbnails : ViewMode::Main);
 }
 
+/// From one arrangement to the other, and into the first from anywhere else.
+void ShowFilmStrip(CommandContext& context) {
+  auto& [session, view, frame, argument] = context;
+  auto& list = session.list;
+  if (session.mode == ViewMode::Main && list.ValidIndex(list.currentIndex) &&
+      !list.marks[static_cast<std::size_t>(list.currentIndex)].selected) {
+    list.SelectOnly(list.currentIndex);
+    list.focusIndex = list.currentIndex;
+  }
+  view.OpenPanes();
+  view.SetViewMode(session.mode == ViewMode::FilmStripSide ? ViewMode::FilmStripBelow : ViewMode::FilmStripSide);
+}
+
+void ShowExifData(CommandContext& context) {
+  if (context.session.mode == ViewMode::FilmStripSide) return context.view.ToggleLowerPane();
+  context.view.OpenPanes();
+  context.view.SetViewMode(ViewMode::FilmStripSide);
+}
+
 template <int size>
 void ShowSize(CommandContext& context) {
   context.session.SetThumbnailSizeMode(size);
@@ -60,6 +79,10 @@ void ToggleWraparound(CommandContext& context) {
 constexpr HandlerRow kHandlers[] = {
     {CommandId::MainView, Show<ViewMode::Main>},
     {CommandId::ThumbnailView, Show<ViewMode::Thumbnails>},
+    {CommandId::FilmStripView, ShowFilmStrip},
+    {CommandId::FilmStripSide, Show<ViewMode::FilmStripSide>},
+    {CommandId::FilmStripBelow, Show<ViewMode::FilmStripBelow>},
+    {CommandId::ShowExifData, ShowExifData},
     {CommandId::ToggleView, Switch},
     {CommandId::SmallThumbnails, ShowSize<0>},
     {CommandId::LargeThumbnails, ShowSize<1>},

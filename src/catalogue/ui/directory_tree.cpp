@@ -76,6 +76,14 @@ void DirectoryTree::SetDirectory(const std::string& directory) {
 
 std::string DirectoryTree::Directory() const { return model_->Path(currentIndex()); }
 
+bool DirectoryTree::IsAtRoot() const {
+  const auto directory = Directory();
+  for (int row = 0; row < model_->rowCount(); ++row) {
+    if (model_->Path(model_->RootAt(row)) == directory) return true;
+  }
+  return false;
+}
+
 void DirectoryTree::SetShowHidden(bool show) {
   const std::string directory = target_.empty() ? Directory() : target_;
   const QScopedValueRollback guard(quiet_, true);

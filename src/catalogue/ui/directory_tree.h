@@ -21,6 +21,8 @@ class DirectoryTree final : public QTreeView {
   void SetDirectory(const std::string& directory);
   /// The selected directory; empty if there is none.
   std::string Directory() const;
+  /// Whether that is one of the roots: home, "/" or a mounted volume.
+  bool IsAtRoot() const;
   /// "ShowHiddenDirectories"
   void SetShowHidden(bool show);
   /// Looks again at the mounted volumes and at what is open.

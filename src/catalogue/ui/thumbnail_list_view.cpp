@@ -14,6 +14,7 @@
 
 #include "catalogue/ui/selection_link.h"
 #include "catalogue/ui/thumbnail_delegate.h"
+#include "catalogue/ui/thumbnail_drag.h"
 #include "catalogue/ui/thumbnail_model.h"
 #include "platform/ui/path_drop_target.h"
 
@@ -60,6 +61,8 @@ ThumbnailListView::ThumbnailListView(ImageList& list, CThumbnailThread& worker, 
   connect(this, &QListView::doubleClicked, this, [this](const QModelIndex& i) { Q_EMIT imageActivated(i.row()); });
   auto* drops = new platform::ui::PathDropTarget(viewport());
   connect(drops, &platform::ui::PathDropTarget::pathsDropped, this, &ThumbnailListView::pathsDropped);
+  drag_ = new ThumbnailDrag(*this, list_);
+  connect(drag_, &ThumbnailDrag::moveWanted, this, &ThumbnailListView::moveWanted);
 }
 
 void ThumbnailListView::ListReplaced() {
@@ -136,6 +139,14 @@ void ThumbnailListView::SetEmptyText(const QString& text) {
   viewport()->update();
 }
 
+void ThumbnailListView::SetDescriber(std::function<std::string(const std::string& path)> describe) {
+  model_->SetDescriber(std::move(describe));
+}
+
+int ThumbnailListView::OneLineHeight() const {
+  return gridSize().height() + horizontalScrollBar()->sizeHint().height();
+}
+
 void ThumbnailListView::SetFocus(int index) {
   list_.focusIndex = list_.ValidIndex(index) ? index : -1;
   MarksChanged();
@@ -194,6 +205,8 @@ void ThumbnailListView::paintEvent(QPaintEvent* event) {
     PaintEmpty();
   } else {
     QListView::paintEvent(event);
+    QPainter painter(viewport());
+    drag_->PaintMark(painter);
   }
 }
 
@@ -220,6 +233,8 @@ void ThumbnailListView::scrollContentsBy(int dx, int dy) {
   QListView::scrollContentsBy(dx, dy);
   if (isVisible()) LookAtTop();
 }
+
+void ThumbnailListView::startDrag(Qt::DropActions) { drag_->Start(); }
 
 /// What the key means in a list that runs in rows, or turned by a quarter in one of columns.
 std::optional<GridMove> ThumbnailListView::MoveOf(CursorAction action, bool columns) {

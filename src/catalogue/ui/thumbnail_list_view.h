@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QListView>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 namespace ml::catalogue::ui {
 
 class SelectionLink;
+class ThumbnailDrag;
 class ThumbnailDelegate;
 class ThumbnailModel;
 
@@ -51,6 +53,10 @@ class ThumbnailListView final : public QListView {
   void SetArrangement(Arrangement arrangement);
   /// Shown while the list is empty.
   void SetEmptyText(const QString& text);
+  /// What the tool tip of a good thumbnail tells besides the name, asked for when it comes up.
+  void SetDescriber(std::function<std::string(const std::string& path)> describe);
+  /// Of one line of cells with its scroll bar.
+  int OneLineHeight() const;
 
   /// Moves the focus to an entry and scrolls it into sight; the selection stays. -1 takes the focus away.
   void SetFocus(int index);
@@ -69,6 +75,8 @@ class ThumbnailListView final : public QListView {
   void pathsDropped(const std::vector<std::string>& paths);
   /// The view came to a screen with another scale: ThumbnailPixels() changed.
   void pixelRatioChanged();
+  /// The user dragged the selected entries to before the entry at `position`, or behind the last one.
+  void moveWanted(int position);
 
  protected:
   bool event(QEvent* event) override;
@@ -79,6 +87,7 @@ class ThumbnailListView final : public QListView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
+  void startDrag(Qt::DropActions supported) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
  private:
@@ -97,6 +106,7 @@ class ThumbnailListView final : public QListView {
   ThumbnailModel* model_;
   ThumbnailDelegate* delegate_;
   SelectionLink* link_ = nullptr;
+  ThumbnailDrag* drag_ = nullptr;
   QString emptyText_;
   std::string topPath_;  ///< what stood on top when last looked, to come back to it after a new order
   QElapsedTimer lastTyped_;

@@ -19,6 +19,10 @@ void ThumbnailModel::ListChanged() {
 
 int ThumbnailModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
 
+Qt::ItemFlags ThumbnailModel::flags(const QModelIndex& index) const {
+  return QAbstractListModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+}
+
 QVariant ThumbnailModel::data(const QModelIndex& index, int role) const {
   const int row = index.row();
   if (!index.isValid() || !Has(row)) return {};
@@ -53,6 +57,9 @@ QString ThumbnailModel::ToolTip(int row) const {
   const auto* item = Item(row);
   if (State(row) == ThumbnailState::Failed && item != nullptr && !item->failure.empty()) {
     text += QLatin1Char('\n') + platform::ui::ToQString(item->failure);
+  } else if (describe_) {
+    const auto description = describe_(Path(row));
+    if (!description.empty()) text += QLatin1Char('\n') + platform::ui::ToQString(description);
   }
   return platform::ui::PlainToolTip(text);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "catalogue/image_list.h"
 #include "catalogue/thumbnail_thread.h"
@@ -18,6 +20,8 @@ class ThumbnailModel final : public QAbstractListModel {
 
   /// Other entries, or the same in another order.
   void ListChanged();
+  /// Called for the tool tip of an entry whose thumbnail is no failure.
+  void SetDescriber(std::function<std::string(const std::string& path)> describe) { describe_ = std::move(describe); }
 
   /// Whether `row` is an entry of the list as it is now.
   bool Has(int row) const { return row < rows_ && list_.ValidIndex(row); }
@@ -32,6 +36,7 @@ class ThumbnailModel final : public QAbstractListModel {
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
   QString SpokenText(int row) const;
@@ -39,6 +44,7 @@ class ThumbnailModel final : public QAbstractListModel {
 
   const ImageList& list_;
   const CThumbnailThread& worker_;
+  std::function<std::string(const std::string& path)> describe_;
   int rows_ = 0;  ///< what the views were told; may lag behind the list until ListChanged()
 };
 

@@ -4,12 +4,14 @@
 #include <QMimeData>
 #include <QWidget>
 
+#include "platform/ui/internal_drag.h"
 #include "platform/ui/uri_list.h"
 
 namespace ml::platform::ui {
 namespace {
 
 std::vector<std::string> DroppedPaths(const QMimeData& data) {
+  if (IsInternalDrag(data)) return {};
   return LocalPathsOfUriList(data.data(QStringLiteral("text/uri-list")).toStdString());
 }
 

@@ -8,7 +8,7 @@ class QWidget;
 
 namespace ml::platform::ui {
 
-/// Makes a widget take dropped files and directories. Lives as a child of that widget.
+/// Makes a widget take files and directories dropped from other programs. Lives as a child of that widget.
 class PathDropTarget final : public QObject {
   Q_OBJECT
 
