@@ -56,10 +56,14 @@ constexpr std::optional<CommandId> kContextMenu[] = {
 
 QString WithoutMnemonic(std::string_view text) { return ToQString(text).remove(QLatin1Char('&')); }
 
+QList<QKeySequence> KeysOf(const CommandRow& row) {
+  return QKeySequence::listFromString(ToQString(row.keys), QKeySequence::PortableText);
+}
+
 QAction* MakeAction(const CommandRow& row, QObject* parent) {
   auto* action = new QAction(ToQString(row.text), parent);
   action->setObjectName(WithoutMnemonic(row.text));
-  const auto keys = QKeySequence::listFromString(ToQString(row.keys), QKeySequence::PortableText);
+  const auto keys = KeysOf(row);
   action->setShortcuts(keys);
   auto tip = ToQString(row.tip);
   action->setStatusTip(tip);
@@ -106,6 +110,7 @@ void CommandActions::Update(const CommandState& state) {
     auto* action = At(row.id);
     action->setEnabled(row.enabled(state));
     if (row.checked) action->setChecked(row.checked(state));
+    if (row.keysIn) action->setShortcuts(row.keysIn(state) ? KeysOf(row) : QList<QKeySequence>());
   }
 }
 

@@ -14,7 +14,8 @@ namespace ml::app {
 
 CommandRunner::CommandRunner(Session& session, CMarrowlanternView& view, CMainFrame& frame)
     : session_(session), view_(view), frame_(frame) {
-  for (const auto group : {CatalogueHandlers(), OrderHandlers(), TagHandlers(), ViewHandlers(), HelpHandlers()}) {
+  for (const auto group :
+       {CatalogueHandlers(), OrderHandlers(), TagHandlers(), ViewHandlers(), DisplayHandlers(), HelpHandlers()}) {
     for (const auto& row : group) {
       auto& place = handlers_.at(static_cast<std::size_t>(row.id));
       if (place) throw std::logic_error("two handlers: " + std::string(FindCommand(row.id).text));

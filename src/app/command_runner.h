@@ -31,6 +31,7 @@ std::span<const HandlerRow> CatalogueHandlers();
 std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> TagHandlers();
 std::span<const HandlerRow> ViewHandlers();
+std::span<const HandlerRow> DisplayHandlers();
 std::span<const HandlerRow> HelpHandlers();
 
 /// Runs commands: refuses those that are off, shows the one box of those that fail, and brings the window up

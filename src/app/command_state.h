@@ -25,6 +25,10 @@ struct CommandState {
   bool highQuality = false;
   bool blackAndWhite = false;
   bool statusBarShown = true;
+  bool histogramShown = false;  ///< its window is open, or comes back with the mode
+  bool flashingHighlights = false;
+  bool focusPoints = false;
+  bool targetFromCanonEos = false;  ///< a raw or JPEG file; not asked for in the thumbnail view
 };
 
 using Rule = bool (*)(const CommandState&);

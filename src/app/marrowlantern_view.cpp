@@ -1,16 +1,16 @@
 #include "app/marrowlantern_view.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QSplitter>
 
 #include "app/command_actions.h"
 #include "app/control_column.h"
+#include "app/histogram_display.h"
 #include "app/image_texts.h"
+#include "app/main_display.h"
 #include "app/messages.h"
 #include "app/navigation.h"
-#include "app/picture_loader.h"
 #include "app/picture_view.h"
 #include "app/summary_pane.h"
 #include "catalogue/ui/directory_tree.h"
@@ -26,14 +26,6 @@ constexpr int kSmallestPane = 120;
 constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
 constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
-class WaitCursor {
- public:
-  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-};
-
 }  // namespace
 
 CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
@@ -46,7 +38,9 @@ CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
       thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
       picture_(new PictureView(center_)),
       controls_(new ControlColumn(outer_)),
-      summary_(new SummaryPane(left_)) {
+      summary_(new SummaryPane(left_)),
+      display_(new MainDisplay(session, *picture_, this)),
+      histograms_(new HistogramDisplay(session, *controls_, this)) {
   session_.SetObserver(this);
   MakePanes();
   ConnectList();
@@ -90,9 +84,13 @@ void CMarrowlanternView::ConnectPicture() {
   connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
   connect(picture_, &PictureView::doubleClicked, this, [this] { Q_EMIT commandWanted(CommandId::ToggleView); });
-  connect(picture_, &PictureView::pixelSizeChanged, this, [this] {
-    if (session_.mode != ViewMode::Thumbnails) ReloadImage();
+  connect(picture_, &PictureView::pixelSizeChanged, this,
+          [this] { LoadImage(session_.list.currentIndex, Reload::Force); });
+  connect(display_, &MainDisplay::shown, this, [this] {
+    histograms_->Refresh();
+    Q_EMIT changed();
   });
+  connect(histograms_, &HistogramDisplay::changed, this, &CMarrowlanternView::changed);
 }
 
 void CMarrowlanternView::ConnectRest() {
@@ -120,11 +118,13 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
   if (mode == old) return;
   session_.mode = mode;
   Q_EMIT colourUnderMouse({});
+  if (mode == ViewMode::Thumbnails) display_->Stop();
   ApplyLayout();
+  histograms_->ModeChanged();
   if (old == ViewMode::Main) {
     BringFocusToCurrent();
   } else {
-    ReloadImage();
+    LoadImage(session_.list.currentIndex, Reload::Force);
   }
   FocusMainPane();
 }
@@ -210,6 +210,7 @@ void CMarrowlanternView::DirectoryShown(const std::string& directory) { tree_->S
 void CMarrowlanternView::ListReplaced() {
   thumbnails_->SetEmptyText(ToQString(EmptyText(session_)));
   thumbnails_->ListReplaced();
+  display_->ForgetAll();
   controls_->ListReplaced(session_.list);
 }
 
@@ -232,47 +233,24 @@ void CMarrowlanternView::LoadImage(int index, Reload reload) {
   auto& list = session_.list;
   if (list.Empty()) {
     SetCurrent(-1);
-    session_.current = {};
-    picture_->SetMessage(ToQString(EmptyText(session_)));
-    picture_->Clear();
-    ShowHistogram();
+    display_->Clear(EmptyText(session_));
     return;
   }
   if (!list.ValidIndex(index)) return;
   if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
   if (index == list.currentIndex && reload == Reload::IfOther) return;
   SetCurrent(index);
-  platform::PauseGuard pause(session_.Worker());
-  ShowPicture(index);
-  const auto* item = session_.Worker().Item(index);
-  if (!item || !item->hasViewingJpeg) return;
-  session_.Worker().InvalidateEntries({index});
-  pause.Again();
+  display_->Show(index, ColumnWidth());
 }
 
-/// The worker stands still. The picture on show is replaced only when the new one is ready.
-void CMarrowlanternView::ShowPicture(int index) {
-  const WaitCursor wait;
-  const auto& path = session_.list.files[static_cast<std::size_t>(index)];
-  auto picture = LoadPicture(path, Limits(), session_.ImageOptions(), session_.Quality());
-  session_.current = {.width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
-  picture_->SetMessage(ToQString(picture.failure));
-  picture_->SetPicture(std::move(picture.pixels));
-  ShowHistogram();
+void CMarrowlanternView::ReloadImage() {
+  display_->Forget(session_.list.currentPath);
+  LoadImage(session_.list.currentIndex, Reload::Force);
 }
 
-void CMarrowlanternView::ShowHistogram() {
-  const auto& from = session_.settings.display;
-  controls_->ShowHistogram(session_.current.histogram, {.red = from.histogramRed != 0,
-                                                        .green = from.histogramGreen != 0,
-                                                        .blue = from.histogramBlue != 0,
-                                                        .intensity = from.histogramIntensity != 0});
-}
-
-imagefiles::DisplayLimits CMarrowlanternView::Limits() const {
-  const auto room = picture_->PixelSize();
-  const double column = controls_->isVisibleTo(this) ? controls_->width() * controls_->devicePixelRatioF() : 0;
-  return DisplayLimitsFor(room.width(), room.height(), static_cast<int>(column));
+/// In pixels of the screen; 0 if it is hidden.
+int CMarrowlanternView::ColumnWidth() const {
+  return controls_->isVisibleTo(this) ? static_cast<int>(controls_->width() * controls_->devicePixelRatioF()) : 0;
 }
 
 }  // namespace ml::app

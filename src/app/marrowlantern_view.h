@@ -18,6 +18,8 @@ namespace ml::app {
 
 class CommandActions;
 class ControlColumn;
+class HistogramDisplay;
+class MainDisplay;
 class PictureView;
 class SummaryPane;
 
@@ -37,10 +39,11 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
 
   /// The single way to change the mode.
   void SetViewMode(ViewMode mode);
-  /// Makes the image at `index` the current one and, where the mode has a picture, shows it. The old picture
-  /// stays until the new one is ready.
+  /// Makes the image at `index` the current one at once and, where the mode has a picture, shows it as soon as it is
+  /// ready. The old picture stays until then.
   void LoadImage(int index, Reload reload);
-  void ReloadImage() { LoadImage(session_.list.currentIndex, Reload::Force); }
+  /// The current image once more, from its file.
+  void ReloadImage();
 
   /// Shows the panes that mode and settings want.
   void ApplyLayout();
@@ -58,6 +61,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void RefreshTree();
   void FocusList();
   void FocusMainPane();
+  MainDisplay& Display() { return *display_; }
+  HistogramDisplay& Histograms() { return *histograms_; }
 
  Q_SIGNALS:
   /// Focus, selection, tags or the current image are other ones now.
@@ -80,10 +85,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ConnectPicture();
   void ConnectRest();
   void SetCurrent(int index);
-  void ShowPicture(int index);
-  void ShowHistogram();
   void BringFocusToCurrent();
-  imagefiles::DisplayLimits Limits() const;
+  int ColumnWidth() const;
   void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);
   void GoTo(int index, Reload reload);
 
@@ -96,6 +99,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   PictureView* picture_;
   ControlColumn* controls_;
   SummaryPane* summary_;
+  MainDisplay* display_;
+  HistogramDisplay* histograms_;
 };
 
 }  // namespace ml::app

@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "app/application.h"
+#include "app/main_display.h"
 #include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "options/engine_options.h"
 #include "platform/data_folders.h"
@@ -52,7 +54,9 @@ class Photographer final : public QObject {
 
   void Take(const std::string& name) {
     // What was asked for is laid out and painted by the event loop.
-    for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
+    do {
+      for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
+    } while (frame_.View().Display().Busy() && patience_.elapsed() < kPatienceMilliseconds);
     const auto path = ml::platform::JoinPath(directory_, name);
     if (frame_.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
       std::printf("%s\n", path.c_str());

@@ -12,6 +12,8 @@
 #include "app/recent_directories.h"
 #include "app/startup/start_files.h"
 #include "catalogue/image_item_maker.h"
+#include "imagefiles/format_table.h"
+#include "imagefiles/raw_files.h"
 #include "options/engine_options.h"
 #include "platform/paths.h"
 
@@ -53,8 +55,10 @@ imagefiles::BitmapQuality Session::Quality() const {
   return {.highQuality = settings.display.highQualityMode != 0, .greyscale = blackAndWhite};
 }
 
-const metadata::ExifData* Session::TargetData() {
-  const int index = TargetIndex();
+const metadata::ExifData* Session::TargetData() const {
+  // Without the facts that take shooting data to gather.
+  const int index = Target(
+      {.mode = mode, .imageCount = list.Count(), .currentIndex = list.currentIndex, .focusIndex = list.focusIndex});
   if (index < 0) return nullptr;
   return &shootingData_.Of(list.files[static_cast<std::size_t>(index)], options::ExifOptionsOf(settings));
 }
@@ -80,7 +84,18 @@ CommandState Session::State() const {
   state.highQuality = settings.display.highQualityMode != 0;
   state.blackAndWhite = blackAndWhite;
   state.statusBarShown = statusBarShown;
+  state.histogramShown = histogramShown;
+  state.flashingHighlights = settings.display.highlightBlink != 0;
+  state.focusPoints = settings.display.showFocusPoints != 0;
+  state.targetFromCanonEos = mode != ViewMode::Thumbnails && TargetFromCanonEos();
   return state;
+}
+
+bool Session::TargetFromCanonEos() const {
+  const auto* data = TargetData();
+  if (data == nullptr || data->model.find("Canon EOS") == std::string::npos) return false;
+  const auto* row = imagefiles::FindFormat(data->path);
+  return imagefiles::IsRawFile(data->path) || (row != nullptr && row->format == imagefiles::Format::Jpeg);
 }
 
 int Session::ThumbnailEdge() const {
