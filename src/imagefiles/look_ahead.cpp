@@ -43,6 +43,7 @@ LookAhead::Answer LookAhead::Want(PictureWish wish) {
   {
     const std::lock_guard guard(lock_);
     TakeOptions(wish.options);
+    hurried_ = given_ < lastWish_;
     answer.wish = ++lastWish_;
     answer.picture = FindKept(wish.path, identity);
     plan_.clear();
@@ -137,16 +138,25 @@ void LookAhead::Run(const std::stop_token& stop) {
 LookAhead::Item* LookAhead::NextItem() {
   if (paused_) return nullptr;
   for (auto& item : plan_) {
-    if (item.wish == 0 && running_.size() >= processors_) return nullptr;
+    if (item.wish == 0 && !NeighboursMayStart()) return nullptr;
     if (!item.begun && FindRunning(item.path) == nullptr) return &item;
   }
   return nullptr;
 }
 
 /// Needs the lock.
+bool LookAhead::NeighboursMayStart() const {
+  if (running_.size() >= processors_) return false;
+  return hurried_ || std::ranges::none_of(running_, [this](const auto& job) {
+           return job->wish == lastWish_ && !job->expected && !job->over;
+         });
+}
+
+/// Needs the lock.
 std::shared_ptr<LookAhead::Job> LookAhead::Begin(Item& item) {
   item.begun = true;
-  Job job{.path = item.path, .options = options_, .wish = item.wish, .generation = generation_};
+  Job job{
+      .path = item.path, .options = options_, .wish = item.wish, .generation = generation_, .expected = item.wish == 0};
   return running_.emplace_back(std::make_shared<Job>(std::move(job)));
 }
 

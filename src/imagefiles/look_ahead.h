@@ -27,6 +27,7 @@ struct PictureWish {
 /// stepping on finds them ready. Finished pictures are kept, up to a number of bytes, as long as their files and the
 /// options stay the same. It only reads files. All functions may be called on any thread but its own.
 ///
+/// While a picture is wanted that nobody expected, the neighbours wait, unless wishes come faster than pictures.
 /// A wish replaces the one before. Neighbours of the old one that were not begun are dropped; a wanted picture already
 /// begun is still given out, so that the display moves on even if wishes come faster than pictures.
 class LookAhead final : public platform::WorkerGate {
@@ -75,8 +76,9 @@ class LookAhead final : public platform::WorkerGate {
     std::string path;
     DisplayOptions options;
     std::uint64_t wish = 0, generation = 0;
-    bool over = false;   ///< whoever wants the picture now comes too late
-    bool stale = false;  ///< the file may have changed since it was begun
+    bool expected = false;  ///< begun as a neighbour
+    bool over = false;      ///< whoever wants the picture now comes too late
+    bool stale = false;     ///< the file may have changed since it was begun
   };
   struct Kept {
     std::string path;
@@ -87,6 +89,7 @@ class LookAhead final : public platform::WorkerGate {
 
   void Run(const std::stop_token& stop);
   Item* NextItem();
+  bool NeighboursMayStart() const;
   std::shared_ptr<Job> Begin(Item& item);
   void Work(Job& job);
   void Finish(Job& job, const std::optional<platform::FileIdentity>& identity, const PicturePtr& picture);
@@ -109,6 +112,7 @@ class LookAhead final : public platform::WorkerGate {
   DisplayOptions options_;
   std::uint64_t generation_ = 0;  ///< of the options
   std::uint64_t lastWish_ = 0, given_ = 0, uses_ = 0;
+  bool hurried_ = false;    ///< the last wish came before the picture of the one before
   std::vector<Item> plan_;  ///< the wanted picture first
   std::vector<std::shared_ptr<Job>> running_;
   std::vector<Kept> kept_;
