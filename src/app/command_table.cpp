@@ -108,7 +108,7 @@ constexpr CommandRow kCommands[] = {
     {CommandId::ShowFocusPoints, Menu::View, 3, "Show &Focus Points", "Mark where the camera measured the focus", "",
      "", [](S s) { return s.mode != ViewMode::Thumbnails && s.targetFromCanonEos; }, Mark::Check,
      [](S s) { return s.focusPoints; }},
-    {CommandId::ShowFlashingHighlights, Menu::View, 3, "Show F&lashing Highlights",
+    {CommandId::ShowFlashingHighlights, Menu::View, 3, "Show Flashing Hi&ghlights",
      "Let the blown parts of the picture flash", "", "", Always, Mark::Check, [](S s) { return s.flashingHighlights; }},
     {CommandId::ShowControls, Menu::View, 4, "Show &Controls", "Show the controls beside the picture, or give it all",
      "F11", "", InMain, Mark::Check, [](S s) { return !s.fullView; }},
