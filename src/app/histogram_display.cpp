@@ -11,6 +11,7 @@ namespace ml::app {
 namespace {
 
 constexpr int kNeverPlaced = -1;
+constexpr QPoint kFirstPlace{16, 16};
 
 imagefiles::HistogramChannels ChannelsFrom(const settings::DisplaySettings& from) {
   return {.red = from.histogramRed != 0,
@@ -58,12 +59,13 @@ void HistogramDisplay::MakeWindow() {
   });
 }
 
-/// The screen that it was on may be gone.
+/// At first over a corner of the picture. The screen that it was on may be gone.
 void HistogramDisplay::PlaceWindow() {
   const auto& from = session_.settings.display;
-  if (from.histogramX == kNeverPlaced && from.histogramY == kNeverPlaced) return;
   const QPoint place(from.histogramX, from.histogramY);
-  if (QGuiApplication::screenAt(place) != nullptr) window_->move(place);
+  const bool placed = from.histogramX != kNeverPlaced || from.histogramY != kNeverPlaced;
+  const bool useful = placed && QGuiApplication::screenAt(place) != nullptr;
+  window_->move(useful ? place : parent_->mapToGlobal(kFirstPlace));
 }
 
 void HistogramDisplay::Choose(const imagefiles::HistogramChannels& wanted) {

@@ -95,6 +95,7 @@ bool Session::TargetFromCanonEos() const {
   const auto* data = TargetData();
   if (data == nullptr || data->model.find("Canon EOS") == std::string::npos) return false;
   const auto* row = imagefiles::FindFormat(data->path);
+  if (row != nullptr && row->format == imagefiles::Format::Tiff) return data->isEos1DRaw;  // without reading it again
   return imagefiles::IsRawFile(data->path) || (row != nullptr && row->format == imagefiles::Format::Jpeg);
 }
 

@@ -24,7 +24,9 @@ constexpr std::array<ChannelRow, 4> kChannels{{{u"&Red", &HistogramChannels::red
 
 }  // namespace
 
-HistogramWindow::HistogramWindow(QWidget* parent) : QWidget(parent, Qt::Tool), panel_(new HistogramPanel(this)) {
+HistogramWindow::HistogramWindow(QWidget* parent)
+    : QWidget(parent, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+      panel_(new HistogramPanel(this)) {
   setWindowTitle(QStringLiteral("Histogram"));
   setObjectName(QStringLiteral("HistogramWindow"));
   setAttribute(Qt::WA_ShowWithoutActivating);
