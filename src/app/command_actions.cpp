@@ -93,10 +93,14 @@ constexpr std::optional<CommandId> kContextMenu[] = {
 
 QString WithoutMnemonic(std::string_view text) { return ToQString(text).remove(QLatin1Char('&')); }
 
+QList<QKeySequence> KeysOf(const CommandRow& row) {
+  return QKeySequence::listFromString(ToQString(row.keys), QKeySequence::PortableText);
+}
+
 QAction* MakeAction(const CommandRow& row, QObject* parent) {
   auto* action = new QAction(ToQString(row.text), parent);
   action->setObjectName(WithoutMnemonic(row.text));
-  const auto keys = QKeySequence::listFromString(ToQString(row.keys), QKeySequence::PortableText);
+  const auto keys = KeysOf(row);
   action->setShortcuts(keys);
   auto tip = ToQString(row.tip);
   if (!HasHandler(row.id)) tip = ToQString(kNotInThisVersion).arg(tip);
@@ -149,6 +153,7 @@ void CommandActions::Update(const CommandState& state) {
     auto* action = At(row.id);
     action->setEnabled(HasHandler(row.id) && row.enabled(state));
     if (row.checked) action->setChecked(row.checked(state));
+    if (row.keysIn) action->setShortcuts(row.keysIn(state) ? KeysOf(row) : QList<QKeySequence>());
   }
 }
 

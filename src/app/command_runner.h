@@ -31,6 +31,7 @@ std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> PreferencesHandlers();
 std::span<const HandlerRow> TagHandlers();
 std::span<const HandlerRow> ViewHandlers();
+std::span<const HandlerRow> DisplayHandlers();
 std::span<const HandlerRow> HelpHandlers();
 
 /// Whether this version can run the command; the others are in the table for what is to come. Throws

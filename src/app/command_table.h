@@ -48,6 +48,9 @@ enum class CommandId {
   LoadCustomOrder,
   HighQuality,
   BlackAndWhite,
+  Histogram,
+  ShowFocusPoints,
+  ShowFlashingHighlights,
   ShowControls,
   StatusBar,
   PreviousImage,
@@ -114,6 +117,7 @@ struct CommandRow {
   Rule enabled;
   Mark mark = Mark::None;
   Rule checked = nullptr;  ///< present exactly where `mark` is not None
+  Rule keysIn = nullptr;   ///< where its keys count, if not everywhere
 };
 
 /// In the order of the menus.

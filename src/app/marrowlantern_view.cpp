@@ -9,10 +9,11 @@
 #include "app/command_runner.h"
 #include "app/control_column.h"
 #include "app/double_click.h"
+#include "app/histogram_display.h"
 #include "app/image_texts.h"
+#include "app/main_display.h"
 #include "app/messages.h"
 #include "app/navigation.h"
-#include "app/picture_loader.h"
 #include "app/picture_view.h"
 #include "app/summary_pane.h"
 #include "catalogue/ui/directory_tree.h"
@@ -30,14 +31,6 @@ using platform::ui::ToQString;
 constexpr int kLeastLowerPane = 40;
 constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
-class WaitCursor {
- public:
-  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-};
-
 }  // namespace
 
 CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
@@ -52,7 +45,9 @@ CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
       controls_(new ControlColumn(outer_)),
       summary_(new SummaryPane(left_)),
       film_(new QSplitter(Qt::Vertical, center_)),
-      lower_(new SummaryPane(film_)) {
+      lower_(new SummaryPane(film_)),
+      display_(new MainDisplay(session, *picture_, this)),
+      histograms_(new HistogramDisplay(session, *controls_, this)) {
   session_.SetObserver(this);
   MakePanes();
   ConnectList();
@@ -111,9 +106,14 @@ void CMarrowlanternView::ConnectPicture() {
   connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
   connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
   connect(picture_, &PictureView::doubleClicked, this, &CMarrowlanternView::ActivatePicture);
-  connect(picture_, &PictureView::pixelSizeChanged, this, [this] {
-    if (session_.mode != ViewMode::Thumbnails) ReloadImage();
+  connect(picture_, &PictureView::pixelSizeChanged, this,
+          [this] { LoadImage(session_.list.currentIndex, Reload::Force); });
+  connect(display_, &MainDisplay::shown, this, [this] {
+    histograms_->Refresh();
+    Q_EMIT changed();
   });
+  connect(histograms_, &HistogramDisplay::changed, this, &CMarrowlanternView::changed);
+  connect(this, &CMarrowlanternView::viewModeChanged, histograms_, &HistogramDisplay::ModeChanged);
 }
 
 void CMarrowlanternView::ConnectRest() {
@@ -159,13 +159,7 @@ void CMarrowlanternView::ActivatePicture() {
 }
 
 void CMarrowlanternView::MoveSelectedTo(int position) {
-  auto& list = session_.list;
-  if (list.SelectedCount() == 0) return;
-  session_.Worker().MoveSelectedTo(position);
-  list.customOrder = list.files;
-  list.sortMethod = catalogue::SortMethod::Custom;
-  list.orderChangedByHand = true;
-  ListReordered();
+  session_.Images().MoveSelectedTo(position);
   Q_EMIT changed();
 }
 
@@ -184,7 +178,7 @@ void CMarrowlanternView::ThumbnailSizeChanged() {
 
 void CMarrowlanternView::SettingsChanged() {
   ApplySettings();
-  ShowHistogram();
+  histograms_->Refresh();
 }
 
 void CMarrowlanternView::BlackAndWhiteChanged() {
@@ -246,6 +240,7 @@ void CMarrowlanternView::DirectoryShown(const std::string& directory) { tree_->S
 void CMarrowlanternView::ListReplaced() {
   thumbnails_->SetEmptyText(ToQString(EmptyText(session_)));
   thumbnails_->ListReplaced();
+  display_->ForgetAll();
   controls_->ListReplaced(session_.list);
 }
 
@@ -268,47 +263,24 @@ void CMarrowlanternView::LoadImage(int index, Reload reload) {
   auto& list = session_.list;
   if (list.Empty()) {
     SetCurrent(-1);
-    session_.current = {};
-    picture_->SetMessage(ToQString(EmptyText(session_)));
-    picture_->Clear();
-    ShowHistogram();
+    display_->Clear(EmptyText(session_));
     return;
   }
   if (!list.ValidIndex(index)) return;
   if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
   if (index == list.currentIndex && reload == Reload::IfOther) return;
   SetCurrent(index);
-  platform::PauseGuard pause(session_.Worker());
-  ShowPicture(index);
-  const auto* item = session_.Worker().Item(index);
-  if (!item || !item->hasViewingJpeg) return;
-  session_.Worker().InvalidateEntries({index});
-  pause.Again();
+  display_->Show(index, ColumnWidth());
 }
 
-/// The worker stands still. The picture on show is replaced only when the new one is ready.
-void CMarrowlanternView::ShowPicture(int index) {
-  const WaitCursor wait;
-  const auto& path = session_.list.files[static_cast<std::size_t>(index)];
-  auto picture = LoadPicture(path, Limits(), session_.ImageOptions(), session_.Quality());
-  session_.current = {.width = picture.pixels.width, .height = picture.pixels.height, .histogram = picture.histogram};
-  picture_->SetMessage(ToQString(picture.failure));
-  picture_->SetPicture(std::move(picture.pixels));
-  ShowHistogram();
+void CMarrowlanternView::ReloadImage() {
+  display_->Forget(session_.list.currentPath);
+  LoadImage(session_.list.currentIndex, Reload::Force);
 }
 
-void CMarrowlanternView::ShowHistogram() {
-  const auto& from = session_.settings.display;
-  controls_->ShowHistogram(session_.current.histogram, {.red = from.histogramRed != 0,
-                                                        .green = from.histogramGreen != 0,
-                                                        .blue = from.histogramBlue != 0,
-                                                        .intensity = from.histogramIntensity != 0});
-}
-
-imagefiles::DisplayLimits CMarrowlanternView::Limits() const {
-  const auto room = picture_->PixelSize();
-  const double column = controls_->isVisibleTo(this) ? controls_->width() * controls_->devicePixelRatioF() : 0;
-  return DisplayLimitsFor(room.width(), room.height(), static_cast<int>(column));
+/// In pixels of the screen; 0 if it is hidden.
+int CMarrowlanternView::ColumnWidth() const {
+  return controls_->isVisibleTo(this) ? static_cast<int>(controls_->width() * controls_->devicePixelRatioF()) : 0;
 }
 
 }  // namespace ml::app

@@ -20,6 +20,8 @@ namespace ml::app {
 
 class CommandActions;
 class ControlColumn;
+class HistogramDisplay;
+class MainDisplay;
 class PictureView;
 class SummaryPane;
 
@@ -39,10 +41,11 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
 
   /// The single way to change the mode.
   void SetViewMode(ViewMode mode);
-  /// Makes the image at `index` the current one and, where the mode has a picture, shows it. The old picture
-  /// stays until the new one is ready.
+  /// Makes the image at `index` the current one at once and, where the mode has a picture, shows it as soon as it is
+  /// ready. The old picture stays until then.
   void LoadImage(int index, Reload reload);
-  void ReloadImage() { LoadImage(session_.list.currentIndex, Reload::Force); }
+  /// The current image once more, from its file.
+  void ReloadImage();
 
   /// Shows the panes that mode and settings want.
   void ApplyLayout();
@@ -66,6 +69,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void RefreshTree();
   void FocusList();
   void FocusMainPane();
+  MainDisplay& Display() { return *display_; }
+  HistogramDisplay& Histograms() { return *histograms_; }
 
  Q_SIGNALS:
   /// Focus, selection, tags or the current image are other ones now.
@@ -95,8 +100,6 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ConnectPicture();
   void ConnectRest();
   void SetCurrent(int index);
-  void ShowPicture(int index);
-  void ShowHistogram();
   void BringFocusToCurrent();
   void ArrangeFilmStrip();
   SplitterPlaces Places() const;
@@ -106,7 +109,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ActivatePicture();
   void MoveSelectedTo(int position);
   std::string ShortSummary(const std::string& path);
-  imagefiles::DisplayLimits Limits() const;
+  int ColumnWidth() const;
   void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);
   void GoTo(int index, Reload reload);
 
@@ -122,6 +125,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   QSplitter* film_;     ///< picture, strip where it lies below it, shooting data
   SummaryPane* lower_;  ///< the shooting data in it
   ShootingDataMemory hovered_;
+  MainDisplay* display_;
+  HistogramDisplay* histograms_;
 };
 
 }  // namespace ml::app

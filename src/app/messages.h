@@ -6,7 +6,6 @@
 /// The sentences of the window.
 namespace ml::app {
 
-inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
 inline std::string UnableToSaveOrder(const std::string& directory) {
   return "Unable to save the thumbnail order in:\n" + directory;
 }

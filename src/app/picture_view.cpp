@@ -28,7 +28,11 @@ QString RgbText(QRgb colour) {
   return QString::asprintf("RGB: %3d,%3d,%3d", qRed(colour), qGreen(colour), qBlue(colour));
 }
 
-PictureView::PictureView(QWidget* parent) : QWidget(parent), sizeRests_(new QTimer(this)) {
+PictureView::PictureView(QWidget* parent)
+    : QWidget(parent),
+      picture_(std::make_shared<const imaging::PixelBuffer>()),
+      blink_(picture_),
+      sizeRests_(new QTimer(this)) {
   setAccessibleName(QStringLiteral("Picture"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -40,13 +44,26 @@ PictureView::PictureView(QWidget* parent) : QWidget(parent), sizeRests_(new QTim
   connect(drops, &platform::ui::PathDropTarget::pathsDropped, this, &PictureView::pathsDropped);
 }
 
-void PictureView::SetPicture(imaging::PixelBuffer&& picture) {
+void PictureView::SetPicture(std::shared_ptr<const imaging::PixelBuffer> picture,
+                             std::shared_ptr<const imaging::PixelBuffer> blink) {
   picture_ = std::move(picture);
+  blink_ = blink ? std::move(blink) : std::make_shared<const imaging::PixelBuffer>();
+  blinked_ = false;
   update();
   TellColourAt(mapFromGlobal(QCursor::pos()));
 }
 
-void PictureView::Clear() { SetPicture({}); }
+void PictureView::SetPicture(imaging::PixelBuffer&& picture) {
+  SetPicture(std::make_shared<const imaging::PixelBuffer>(std::move(picture)));
+}
+
+void PictureView::Clear() { SetPicture(imaging::PixelBuffer()); }
+
+void PictureView::Blink() {
+  if (blink_->Empty()) return;
+  blinked_ = !blinked_;
+  update();
+}
 
 void PictureView::SetMessage(const QString& text) {
   message_ = text;
@@ -65,7 +82,7 @@ QSize PictureView::minimumSizeHint() const { return {150, 150}; }
 /// ever drawn larger.
 QRectF PictureView::PlaceOfPicture() const {
   const double ratio = devicePixelRatioF();
-  QSizeF place = QSizeF(picture_.width, picture_.height) / ratio;
+  QSizeF place = QSizeF(picture_->width, picture_->height) / ratio;
   if (place.width() > width() || place.height() > height()) place.scale(size(), Qt::KeepAspectRatio);
   const auto onPixel = [&](double value) { return std::floor(value * ratio) / ratio; };
   return {QPointF(onPixel((width() - place.width()) / 2), onPixel((height() - place.height()) / 2)), place};
@@ -84,16 +101,16 @@ void PictureView::paintEvent(QPaintEvent*) {
 }
 
 void PictureView::DrawContent(QPainter& painter) {
-  if (picture_.Empty()) {
+  if (picture_->Empty()) {
     painter.setPen(PictureGroundText());
     const QRect area = rect().marginsRemoved({kMessageMargin, kMessageMargin, kMessageMargin, kMessageMargin});
     painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap, message_);
     return;
   }
   const QRectF place = PlaceOfPicture();
-  const bool unscaled = std::abs(place.width() * devicePixelRatioF() - picture_.width) < 0.5;
+  const bool unscaled = std::abs(place.width() * devicePixelRatioF() - picture_->width) < 0.5;
   painter.setRenderHint(QPainter::SmoothPixmapTransform, !unscaled);
-  QImage image = imaging::ui::WrapPixels(picture_);
+  QImage image = imaging::ui::WrapPixels(blinked_ ? *blink_ : *picture_);
   if (unscaled) {
     image.setDevicePixelRatio(devicePixelRatioF());
     painter.drawImage(place.topLeft(), image);
@@ -119,16 +136,16 @@ void PictureView::mouseMoveEvent(QMouseEvent* event) { TellColourAt(event->posit
 void PictureView::leaveEvent(QEvent*) { Q_EMIT colourUnderMouse({}); }
 
 void PictureView::TellColourAt(const QPointF& position) {
-  if (picture_.Empty() || !rect().contains(position.toPoint())) {
+  if (picture_->Empty() || !rect().contains(position.toPoint())) {
     Q_EMIT colourUnderMouse({});
     return;
   }
   const QRectF place = PlaceOfPicture();
   const QPointF inside = position - place.topLeft();
-  const int x = static_cast<int>(std::floor(inside.x() * picture_.width / place.width()));
-  const int y = static_cast<int>(std::floor(inside.y() * picture_.height / place.height()));
-  const bool onPicture = QRect(0, 0, picture_.width, picture_.height).contains(x, y);
-  Q_EMIT colourUnderMouse(onPicture ? RgbText(imaging::ui::WrapPixels(picture_).pixel(x, y)) : QString());
+  const int x = static_cast<int>(std::floor(inside.x() * picture_->width / place.width()));
+  const int y = static_cast<int>(std::floor(inside.y() * picture_->height / place.height()));
+  const bool onPicture = QRect(0, 0, picture_->width, picture_->height).contains(x, y);
+  Q_EMIT colourUnderMouse(onPicture ? RgbText(imaging::ui::WrapPixels(*picture_).pixel(x, y)) : QString());
 }
 
 /// The ring is for those who go from pane to pane by key; nobody else needs to be told.

@@ -3,6 +3,7 @@
 #include <QSize>
 #include <QString>
 #include <QWidget>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,13 @@ class PictureView final : public QWidget {
  public:
   explicit PictureView(QWidget* parent = nullptr);
 
-  /// Shows `picture` (one byte a sample), made to fit into PixelSize().
+  /// Shows `picture` (one byte a sample), made to fit into PixelSize(); an empty one is none. `blink` is what Blink()
+  /// changes to, of the same size; null or empty if nothing blinks.
+  void SetPicture(std::shared_ptr<const imaging::PixelBuffer> picture,
+                  std::shared_ptr<const imaging::PixelBuffer> blink = nullptr);
   void SetPicture(imaging::PixelBuffer&& picture);
+  /// Changes between the picture and the one that it blinks with; that does not reach the read-out.
+  void Blink();
   /// Takes the picture away; the message shows.
   void Clear();
   /// Shown without a picture; shown as it stands.
@@ -58,7 +64,9 @@ class PictureView final : public QWidget {
   void WatchPixelSize();
   void DrawContent(QPainter& painter);
 
-  imaging::PixelBuffer picture_;
+  std::shared_ptr<const imaging::PixelBuffer> picture_;  ///< never null
+  std::shared_ptr<const imaging::PixelBuffer> blink_;    ///< never null
+  bool blinked_ = false;                                 ///< `blink_` shows
   QString message_;
   QSize toldSize_;
   bool ringed_ = false;  ///< the keyboard brought the focus here

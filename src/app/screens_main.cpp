@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/application.h"
+#include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
@@ -123,6 +124,9 @@ class Photographer final : public QObject {
     QEventLoop rest;
     QTimer::singleShot(kRestMilliseconds, &rest, &QEventLoop::quit);
     rest.exec();
+    while (frame_.View().Display().Busy() && patience_.elapsed() < kPatienceMilliseconds) {
+      QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
+    }
     const auto path = ml::platform::JoinPath(directory_, name);
     if (frame_.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
       std::printf("%s\n", path.c_str());

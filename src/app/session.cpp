@@ -13,6 +13,8 @@
 #include "app/recent_directories.h"
 #include "app/startup/start_files.h"
 #include "catalogue/image_item_maker.h"
+#include "imagefiles/format_table.h"
+#include "imagefiles/raw_files.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -61,7 +63,7 @@ imagefiles::BitmapQuality Session::Quality() const {
   return {.highQuality = settings.display.highQualityMode != 0, .greyscale = blackAndWhite};
 }
 
-const metadata::ExifData* Session::TargetData() {
+const metadata::ExifData* Session::TargetData() const {
   const int index = TargetIndex();
   if (index < 0) return nullptr;
   return &shootingData_.Of(list.files[static_cast<std::size_t>(index)], options::ExifOptionsOf(settings));
@@ -110,7 +112,19 @@ CommandState Session::State() const {
   AddKinds(state);
   state.hasGallery = HasGallery(list.Directory());
   if (observer_) observer_->AddPaneFacts(state);
+  state.histogramShown = histogramShown;
+  state.flashingHighlights = settings.display.highlightBlink != 0;
+  state.focusPoints = settings.display.showFocusPoints != 0;
+  state.targetFromCanonEos = mode != ViewMode::Thumbnails && TargetFromCanonEos();
   return state;
+}
+
+bool Session::TargetFromCanonEos() const {
+  const auto* data = TargetData();
+  if (data == nullptr || data->model.find("Canon EOS") == std::string::npos) return false;
+  const auto* row = imagefiles::FindFormat(data->path);
+  if (row != nullptr && row->format == imagefiles::Format::Tiff) return data->isEos1DRaw;  // without reading it again
+  return imagefiles::IsRawFile(data->path) || (row != nullptr && row->format == imagefiles::Format::Jpeg);
 }
 
 int Session::ThumbnailEdge() const {

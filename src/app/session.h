@@ -50,7 +50,8 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
-  int preferencesPage = 0;  ///< where the Preferences open; not remembered between runs
+  int preferencesPage = 0;      ///< where the Preferences open; not remembered between runs
+  bool histogramShown = false;  ///< in a window of its own; not remembered between runs
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
   catalogue::CThumbnailThread& Worker() { return worker_; }
@@ -67,7 +68,7 @@ class Session final : private catalogue::CatalogueObserver {
   /// The image that commands for one image act on; -1 if there is none.
   int TargetIndex() const { return Target(Place()); }
   /// Of that image; null if there is none. Stays valid until the next call.
-  const metadata::ExifData* TargetData();
+  const metadata::ExifData* TargetData() const;
   CommandState State() const;
 
   /// 0 small, 1 large, 2 extra large; the thumbnails are made again if the size changed.
@@ -103,12 +104,13 @@ class Session final : private catalogue::CatalogueObserver {
   void AddKinds(CommandState& state) const;
   void LoadLastDirectory();
   void ApplyThumbnailSize();
+  bool TargetFromCanonEos() const;
 
   platform::Interaction& ask_;
   SessionObserver* observer_ = nullptr;
   double thumbnailScale_ = 1;
-  ShootingDataMemory shootingData_;
   mutable FileKindMemory kinds_;
+  mutable ShootingDataMemory shootingData_;
   catalogue::CThumbnailThread worker_;
   catalogue::Catalogue catalogue_;
 };

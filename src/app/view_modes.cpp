@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/control_column.h"
+#include "app/main_display.h"
 #include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
 #include "app/summary_pane.h"
@@ -21,12 +22,13 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
   session_.mode = mode;
   Q_EMIT colourUnderMouse({});
   if (IsFilmStrip(old) && IsFilmStrip(mode)) SetPlaces(LimitedTo(Places(), width(), height()));
+  if (mode == ViewMode::Thumbnails) display_->Stop();
   ArrangeFilmStrip();
   ApplyLayout();
   if (old == ViewMode::Main) {
     BringFocusToCurrent();
   } else if (old == ViewMode::Thumbnails) {
-    ReloadImage();
+    LoadImage(session_.list.currentIndex, Reload::Force);
   }
   if (IsFilmStrip(mode)) thumbnails_->ScrollTo(session_.list.currentIndex);
   FocusMainPane();

@@ -18,6 +18,7 @@ namespace ml::imagefiles {
 struct BitmapQuality {
   bool highQuality = false;  ///< average the pixels instead of leaving some out
   bool greyscale = false;    ///< every pixel replaced by the mean of its channels
+  bool operator==(const BitmapQuality&) const = default;
 };
 
 /// One image file of any format, bound to its path for one operation. What the formats differ in stands in their

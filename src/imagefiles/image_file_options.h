@@ -11,6 +11,7 @@ struct ImageFileOptions {
   bool bindJpegToEos1DRaw = true;         ///< "BindJpegToEos1DRaw"
   bool iptcComments = false;              ///< "IPTCcomments"
   bool preserveModificationTime = false;  ///< "PreserveImageModificationTime"
+  bool operator==(const ImageFileOptions&) const = default;
 
   metadata::ExifOptions ForExif() const {
     return {.useJpegExifOrientation = useJpegExifOrientation, .iptcComments = iptcComments};

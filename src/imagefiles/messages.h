@@ -26,6 +26,7 @@ inline constexpr std::string_view kEos1DExifCopy =
 inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
 inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
 
+inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
 inline std::string UnableToRead(const std::string& path, const std::string& reason) {
   return "Unable to read image:\n" + path + "\n" + reason;
 }

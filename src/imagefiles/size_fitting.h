@@ -8,6 +8,7 @@ namespace ml::imagefiles {
 /// offers none.
 struct DisplayLimits {
   int maxWidth = 0, maxHeight = 0, altWidth = 0, altHeight = 0;
+  bool operator==(const DisplayLimits&) const = default;
 };
 
 /// The size at which a `sourceWidth` x `sourceHeight` picture shows within `limits`: aspect ratio kept in

@@ -34,5 +34,20 @@ TEST(Navigation, StopsOrGoesAround) {
   EXPECT_EQ(StepIndex(-1, 1, 0, true), -1);
 }
 
+TEST(Navigation, NeighboursLieInTheDirectionOfTravel) {
+  using Indices = std::vector<int>;
+  EXPECT_EQ(DirectionOf(3, 4, 10), 1);
+  EXPECT_EQ(DirectionOf(4, 3, 10), -1);
+  EXPECT_EQ(DirectionOf(9, 0, 10), 1);
+  EXPECT_EQ(DirectionOf(0, 9, 10), -1);
+  EXPECT_EQ(DirectionOf(1, 0, 2), -1);
+  EXPECT_EQ(Neighbours(4, 1, 10, false), (Indices{5, 6, 7, 3}));
+  EXPECT_EQ(Neighbours(4, -1, 10, false), (Indices{3, 2, 1, 5}));
+  EXPECT_EQ(Neighbours(8, 1, 10, false), (Indices{9, 7}));
+  EXPECT_EQ(Neighbours(8, 1, 10, true), (Indices{9, 0, 1, 7}));
+  EXPECT_EQ(Neighbours(0, 1, 2, true), Indices{1});
+  EXPECT_EQ(Neighbours(0, 1, 1, true), Indices{});
+}
+
 }  // namespace
 }  // namespace ml::app

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QMessageBox>
 #include <QScreen>
 #include <QTest>
@@ -17,6 +18,8 @@
 
 #include "app/application.h"
 #include "app/command_actions.h"
+#include "app/histogram_display.h"
+#include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
@@ -24,6 +27,7 @@
 #include "app/summary_pane.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "imagefiles/ui/histogram_panel.h"
+#include "imagefiles/ui/histogram_window.h"
 #include "platform/data_folders.h"
 #include "platform/overwrite_note.h"
 #include "platform/paths.h"
@@ -96,6 +100,14 @@ class Run : public testing::Test {
   static catalogue::ui::ThumbnailListView& Thumbnails(CMainFrame& frame) {
     return *frame.findChild<catalogue::ui::ThumbnailListView*>();
   }
+  /// Until the picture of the current image shows.
+  static void AwaitPicture(CMainFrame& frame) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !frame.View().Display().Busy(); }, 30'000));
+  }
+  static void RunAndAwait(CMainFrame& frame, CommandId id) {
+    frame.Runner().Run(id);
+    AwaitPicture(frame);
+  }
   std::string SettingsText() const { return test::ReadAll(home / "xdg/Tarnwick/Marrowlantern/100.toml").value_or(""); }
 
   test::TempDir home, photos;
@@ -116,6 +128,7 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     QTest::keyClick(&list, Qt::Key_Return);
     EXPECT_EQ(session.mode, ViewMode::Main);
     EXPECT_EQ(session.list.currentPath, photos / "img_2.jpg");
+    AwaitPicture(frame);
     EXPECT_EQ(session.current.width, 300);
     EXPECT_EQ(session.current.histogram.pixelCount, 300U * 200U);
     EXPECT_TRUE(frame.Actions().At(CommandId::TagImage)->isChecked());
@@ -195,10 +208,10 @@ TEST_F(Run, TellsOfDirectoriesThatAreNone) {
 TEST_F(Run, BrokenPictureSaysSoAndCanBeLeft) {
   photos.Write("img_0.jpg", "no picture");
   Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
-    frame.Runner().Run(CommandId::MainView);
+    RunAndAwait(frame, CommandId::MainView);
     EXPECT_EQ(session.current.width, 0);
     EXPECT_NE(frame.findChild<PictureView*>()->accessibleDescription(), QString());
-    frame.Runner().Run(CommandId::NextImage);
+    RunAndAwait(frame, CommandId::NextImage);
     EXPECT_EQ(session.current.width, 300);
     EXPECT_EQ(frame.findChild<PictureView*>()->accessibleDescription(), QString());
   });
@@ -210,18 +223,102 @@ TEST_F(Run, HistogramFollowsThePictureAndTheSettings) {
   Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
     const auto& panel = *frame.findChild<imagefiles::ui::HistogramPanel*>();
     EXPECT_FALSE(panel.isVisible());
-    frame.Runner().Run(CommandId::MainView);
+    RunAndAwait(frame, CommandId::MainView);
     EXPECT_TRUE(panel.isVisible());
     EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
     session.settings.display.histogramRed = 0;
     session.settings.display.histogramIntensity = 0;
-    frame.Runner().Run(CommandId::NextImage);
+    RunAndAwait(frame, CommandId::NextImage);
     EXPECT_EQ(panel.accessibleDescription().toStdString(), "Levels from black to white: green, blue");
-    frame.Runner().Run(CommandId::PreviousImage);
+    RunAndAwait(frame, CommandId::PreviousImage);
     EXPECT_EQ(panel.accessibleDescription().toStdString(), "Nothing to show");
     frame.Runner().Run(CommandId::ShowControls);
     EXPECT_FALSE(panel.isVisible());
   });
+}
+
+TEST_F(Run, KeysGoOnFromTheImageAskedForLast) {
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    RunAndAwait(frame, CommandId::MainView);
+    frame.View().Display().Gate().Pause();
+    frame.Runner().Run(CommandId::NextImage);
+    frame.Runner().Run(CommandId::NextImage);
+    EXPECT_EQ(session.list.currentPath, photos / "img_10.jpg");
+    frame.View().Display().Gate().Resume();
+    AwaitPicture(frame);
+    EXPECT_EQ(session.current.width, 300);
+  });
+}
+
+TEST_F(Run, ThePictureOnShowStaysUntilTheNextIsReady) {
+  photos.Write("img_2.jpg", test::MakePhoto({.width = 200, .height = 300}));
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    RunAndAwait(frame, CommandId::MainView);
+    auto& gate = frame.View().Display().Gate();
+    gate.Pause();
+    frame.View().Display().ForgetAll();
+    frame.Runner().Run(CommandId::NextImage);
+    QTest::qWait(200);
+    EXPECT_EQ(session.current.width, 300);
+    EXPECT_EQ(QApplication::overrideCursor() ? QApplication::overrideCursor()->shape() : Qt::ArrowCursor,
+              Qt::WaitCursor);
+    gate.Resume();
+    AwaitPicture(frame);
+    EXPECT_EQ(session.current.width, 200);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    ::unlink((photos / "img_2.jpg").c_str());
+    frame.View().ReloadImage();
+    AwaitPicture(frame);
+    EXPECT_EQ(session.current.width, 0);
+    EXPECT_EQ(frame.findChild<PictureView*>()->accessibleDescription().toStdString(),
+              "No such image: " + (photos / "img_2.jpg"));
+  });
+}
+
+TEST_F(Run, FlashingHighlightsLeaveTheReadOutAlone) {
+  photos.Write("img_0.jpg", test::EncodeJpeg(test::PaintPlain(300, 200, 0xffffff)));
+  Start({photos.Path()}, [&](CMainFrame& frame, Session&) {
+    RunAndAwait(frame, CommandId::MainView);
+    RunAndAwait(frame, CommandId::ShowFlashingHighlights);
+    EXPECT_TRUE(frame.Actions().At(CommandId::ShowFlashingHighlights)->isChecked());
+    auto& view = *frame.findChild<PictureView*>();
+    const auto middle = [&] { return view.grab().toImage().pixelColor(view.rect().center()); };
+    QString told;
+    QObject::connect(&view, &PictureView::colourUnderMouse, [&](const QString& text) { told = text; });
+    EXPECT_EQ(middle(), QColor(Qt::white));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return middle() == QColor(Qt::black); }, 5'000));
+    QTest::mouseMove(&view, view.rect().center());
+    EXPECT_EQ(told.toStdString(), "RGB: 255,255,255");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return middle() == QColor(Qt::white); }, 5'000));
+  });
+  EXPECT_NE(SettingsText().find("HighlightBlink = 1"), std::string::npos);
+}
+
+TEST_F(Run, HistogramWindowComesAndGoesWithTheMode) {
+  Start({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    auto* command = frame.Actions().At(CommandId::Histogram);
+    EXPECT_FALSE(command->isEnabled());
+    RunAndAwait(frame, CommandId::MainView);
+    EXPECT_EQ(command->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_A));
+    command->trigger();
+    auto* window = frame.findChild<imagefiles::ui::HistogramWindow*>();
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(command->isChecked());
+    window->findChildren<QCheckBox*>().at(1)->click();
+    EXPECT_EQ(session.settings.display.histogramGreen, 0);
+    const auto shown = frame.findChild<imagefiles::ui::HistogramPanel*>()->accessibleDescription();
+    EXPECT_EQ(shown.toStdString(), "Levels from black to white: red, blue, intensity");
+    window->move(40, 50);
+    frame.Runner().Run(CommandId::ThumbnailView);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(command->shortcuts().isEmpty()) << "the key selects everything there";
+    frame.Runner().Run(CommandId::MainView);
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+    EXPECT_FALSE(command->isChecked());
+  });
+  EXPECT_NE(SettingsText().find("HistogramDlgXpos = 40"), std::string::npos) << SettingsText();
 }
 
 TEST_F(Run, SummaryFollowsTheFocusAndTheFile) {
