@@ -8,6 +8,7 @@
 
 #include "app/command_actions.h"
 #include "app/control_column.h"
+#include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
@@ -160,6 +161,7 @@ TEST_F(Views, ModeOfTheLastRunComesBack) {
   settings.catalogue.thumbnailMode = 3;
   Open(std::move(settings));
   EXPECT_TRUE(Pane<PictureView>().isVisible());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !frame->View().Display().Busy(); }, 30'000));
   EXPECT_EQ(session->current.width, 300);
   EXPECT_GT(List().y(), Pane<PictureView>().geometry().bottom());
 }
