@@ -47,6 +47,14 @@ std::optional<CodeStreamGap> FollowTileParts(const metadata::ByteSource& source,
   return whole ? std::nullopt : std::optional(CodeStreamGap{position, position, 0, 0});
 }
 
+/// Puts those of the `size` bytes of `value`, big-endian at `field`, into `out` that lie in it; `out` begins at `offset`.
+void Patch(std::uint64_t offset, std::span<std::byte> out, std::uint64_t field, std::uint32_t value, unsigned size) {
+  for (unsigned i = 0; i < size; ++i) {
+    const auto index = field + i - offset;  // wraps before `out`
+    if (index < out.size()) out[index] = static_cast<std::byte>(value >> (8 * (size - 1 - i)));
+  }
+}
+
 }  // namespace
 
 std::optional<CodeStreamGap> FindGap(const metadata::ByteSource& source, const metadata::FileRange& codeStream) {
@@ -64,16 +72,10 @@ std::size_t MendedSource::ReadSome(std::uint64_t offset, std::span<std::byte> ou
   const auto stored = offset < gap_.dataEnd ? std::min<std::uint64_t>(out.size(), gap_.dataEnd - offset) : 0;
   const auto count = stored > 0 ? source_.ReadSome(offset, out.first(static_cast<std::size_t>(stored))) : 0;
   std::ranges::fill(out.subspan(count), std::byte{0});
-  for (std::size_t i = 0; i < out.size(); ++i) out[i] = ByteAt(offset + i, out[i]);
+  // Two fields of the whole stream, not every byte of it: the zeros may be many.
+  if (gap_.lengthField != 0) Patch(offset, out, gap_.lengthField, gap_.partLength, 4);
+  Patch(offset, out, gap_.zerosEnd, kEnd, 2);
   return out.size();
-}
-
-std::byte MendedSource::ByteAt(std::uint64_t position, std::byte stored) const {
-  if (position == gap_.zerosEnd) return std::byte{kEnd >> 8};
-  if (position == gap_.zerosEnd + 1) return std::byte{kEnd & 0xff};
-  const auto field = position - gap_.lengthField;  // wraps before the field
-  if (gap_.lengthField == 0 || field >= 4) return stored;
-  return static_cast<std::byte>(gap_.partLength >> (24 - 8 * field));
 }
 
 }  // namespace ml::imaging

@@ -30,8 +30,6 @@ class MendedSource final : public metadata::ByteSource {
   std::size_t ReadSome(std::uint64_t offset, std::span<std::byte> out) const override;
 
  private:
-  std::byte ByteAt(std::uint64_t position, std::byte stored) const;
-
   const metadata::ByteSource& source_;
   CodeStreamGap gap_;
 };
