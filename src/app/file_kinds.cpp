@@ -26,18 +26,32 @@ FileKinds FileKindMemory::Of(const std::string& path) {
 }
 
 void FileKindMemory::Add(const std::string& path, FileKinds& sum) {
+  using imagefiles::Format;
   const auto ends = [&](std::string_view ending) { return platform::EndsWithNoCase(path, ending); };
-  if (imagefiles::IsJpegName(path)) {
-    sum.jpeg = true;
-  } else if (ends(".crw")) {
-    sum.crw = sum.raw = true;
-  } else if (ends(".nef") || ends(".thm")) {
-    sum.raw = true;
-  } else if (imagefiles::IsTiffName(path)) {
-    sum.tiff = true;
-    if (!sum.raw && ends(".tif")) sum.raw = IsRawTiff(path);
-  } else if (ends(".avi")) {
-    sum.avi = true;
+  const auto* row = imagefiles::FindFormat(path);
+  if (row == nullptr) {
+    sum.raw = sum.raw || ends(".thm");
+    return;
+  }
+  switch (row->format) {
+    case Format::Jpeg:
+      sum.jpeg = true;
+      break;
+    case Format::Crw:
+      sum.crw = sum.raw = true;
+      break;
+    case Format::Nef:
+      sum.raw = true;
+      break;
+    case Format::Tiff:
+      sum.tiff = true;
+      if (!sum.raw && ends(".tif")) sum.raw = IsRawTiff(path);
+      break;
+    case Format::Avi:
+      sum.avi = true;
+      break;
+    default:
+      break;
   }
 }
 

@@ -15,7 +15,7 @@ ImageItem ImageItemMaker::operator()(const std::string& path, int size) const {
     const auto companions = companions_->Find(path);
     item.hasSound = !companions.wav.empty();
     item.hasViewingJpeg = !companions.jpg.empty();
-    item.pixels = imagefiles::MakeThumbnail(path, size, options_).pixels;
+    item.pixels = imagefiles::MakeThumbnail(path, size, options_, &companions).pixels;
     imagefiles::ColourManageThumbnail(item.pixels, path, colour_);
   } catch (const std::exception& error) {
     item.failure = error.what();

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <ctime>
 #include <limits>
 #include <optional>
 
@@ -28,10 +29,24 @@ std::vector<std::string> FilesOf(const std::string& path, const TimestampTools& 
   return files;
 }
 
-void SetFile(const std::string& path, std::int64_t nanoseconds, bool setReadOnly, const TimestampTools& tools) {
+struct ShootingTime {
+  std::string text;
+  std::int64_t nanoseconds = 0;
+};
+
+/// The date of a file that records none is its own time: that must neither lose its fraction nor, in the hour that
+/// comes twice when summer time ends, become the other hour's.
+bool HasTime(const std::string& path, const ShootingTime& time, platform::FileSystem& fileSystem) {
+  const auto status = platform::ReadFileStatus(path, fileSystem);
+  return status && platform::ExifDateText(static_cast<std::time_t>(status->modified / kSecond)) == time.text;
+}
+
+void SetFile(const std::string& path, const ShootingTime& time, bool setReadOnly, const TimestampTools& tools) {
+  const bool hasTime = HasTime(path, time, tools.fileSystem);
+  if (hasTime && !setReadOnly) return;
   if (tools.batch != nullptr) tools.batch->WillChangeStatus(path);
   // Read-only files keep that: their time can be set all the same.
-  platform::SetModificationTime(path, nanoseconds, tools.fileSystem);
+  if (!hasTime) platform::SetModificationTime(path, time.nanoseconds, tools.fileSystem);
   if (setReadOnly) platform::SetReadOnly(path, tools.fileSystem);
 }
 
@@ -52,7 +67,8 @@ bool SetTimestamp(const std::string& path, bool setReadOnly, const TimestampTool
   const auto nanoseconds = Nanoseconds(*date);
   if (!nanoseconds) return false;
   try {
-    for (const auto& file : FilesOf(path, tools)) SetFile(file, *nanoseconds, setReadOnly, tools);
+    const ShootingTime time{exif.dateTime, *nanoseconds};
+    for (const auto& file : FilesOf(path, tools)) SetFile(file, time, setReadOnly, tools);
   } catch (const platform::UserError&) {
     return false;  // the caller has the sentence for all of them
   }

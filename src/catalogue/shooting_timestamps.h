@@ -20,8 +20,8 @@ struct TimestampTools {
 
 /// Gives each image the time at which it was shot as the time of its last change, also the ".thm" of a ".crw" and the
 /// viewing JPEG of a ".tif"; with `setReadOnly` their write permissions are taken away. Files that do not exist, and
-/// those whose shooting date has no six numbers, are left alone. Links are followed. Gives the images for which this
-/// failed, after all others were done.
+/// those whose shooting date has no six numbers, are left alone; so is the time of a file that has it already. Links
+/// are followed. Gives the images for which this failed, after all others were done.
 std::vector<std::string> SetTimestamps(const std::vector<std::string>& paths, bool setReadOnly,
                                        const TimestampTools& tools);
 

@@ -58,15 +58,15 @@ OutputFile OutputFiles::Decide(const std::string& wanted, const std::string& sou
 
 void OutputFiles::Write(const OutputFile& output, std::span<const std::byte> bytes) {
   if (output.result == WriteResult::Skipped || output.result == WriteResult::Refused) return;
-  {
-    const std::lock_guard guard(lock_);
-    made_.insert(output.path);
-    wrote_ = wrote_ || output.result == WriteResult::Written;
+  const bool written = output.result == WriteResult::Written;
+  if (written) {
+    // What appeared since the choice was made is not overwritten either.
+    const auto existing = options_.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
+    platform::ReplaceFile(output.path, bytes, {.existing = existing, .newFile = platform::NewFileLasts::AfterSync});
   }
-  if (output.result == WriteResult::WouldWrite) return;
-  // What appeared since the choice was made is not overwritten either.
-  const auto existing = options_.overwrite ? platform::ExistingFile::Replace : platform::ExistingFile::Refuse;
-  platform::ReplaceFile(output.path, bytes, {.existing = existing, .newFile = platform::NewFileLasts::AfterSync});
+  const std::lock_guard guard(lock_);
+  made_.insert(output.path);
+  wrote_ = wrote_ || written;
 }
 
 void OutputFiles::Close(const OutputFile& output) {

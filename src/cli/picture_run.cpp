@@ -33,6 +33,8 @@ void Attempt(Job& job, const std::string& given, Step&& step) {
     job.failure = error.what();
   } catch (const std::exception& error) {
     job.failure = given + ": " + error.what();
+  } catch (...) {
+    job.failure = given + ": cannot be read";
   }
 }
 
@@ -48,6 +50,19 @@ class PictureJobs {
 
   /// Whether all were made or failed.
   bool Run() {
+    bool all = false;
+    try {
+      all = RunAll();
+    } catch (...) {
+      outputs_.Settle();
+      throw;
+    }
+    outputs_.Settle();
+    return all;
+  }
+
+ private:
+  bool RunAll() {
     const int count = static_cast<int>(jobs_.size());
     const int finished = platform::RunOrdered({.count = count,
                                                .threads = maker_.threads,
@@ -57,11 +72,9 @@ class PictureJobs {
                                               state_.stop);
     progress_.Clear();
     if (state_.json) PrintJson(result_);
-    outputs_.Settle();
     return finished == count;
   }
 
- private:
   Job& At(int index) { return jobs_[static_cast<std::size_t>(index)]; }
   const std::string& Given(int index) const { return run_.files[static_cast<std::size_t>(index)]; }
 

@@ -10,13 +10,16 @@ namespace ml::imagefiles {
 namespace {
 
 DisplayPicture MakeSafely(const LookAhead::Maker& maker, const std::string& path, const DisplayOptions& options) {
+  DisplayPicture result;
+  // Whatever is thrown here would end the program.
   try {
     return maker(path, options);
   } catch (const std::exception& error) {  // out of memory, for one
-    DisplayPicture result;
     result.failure = messages::UnableToRead(path, error.what());
-    return result;
+  } catch (...) {
+    result.failure = messages::UnableToRead(path, "The file is broken");
   }
+  return result;
 }
 
 }  // namespace
@@ -38,7 +41,7 @@ LookAhead::~LookAhead() {
 }
 
 LookAhead::Answer LookAhead::Want(PictureWish wish) {
-  const auto identity = platform::IdentityOf(wish.path);
+  const auto identity = PictureIdentityOf(wish.path);
   Answer answer;
   {
     const std::lock_guard guard(lock_);
@@ -161,7 +164,7 @@ std::shared_ptr<LookAhead::Job> LookAhead::Begin(Item& item) {
 }
 
 void LookAhead::Work(Job& job) {
-  const auto identity = platform::IdentityOf(job.path);
+  const auto identity = PictureIdentityOf(job.path);
   {
     const std::lock_guard guard(lock_);
     if (FindKept(job.path, identity) && job.wish == 0) {
@@ -171,11 +174,11 @@ void LookAhead::Work(Job& job) {
   }
   const auto picture = std::make_shared<const DisplayPicture>(MakeSafely(maker_, job.path, job.options));
   // A file that changed meanwhile may have given half of either.
-  const bool same = identity && platform::IdentityOf(job.path) == identity;
+  const bool same = identity && PictureIdentityOf(job.path) == identity;
   Finish(job, same ? identity : std::nullopt, picture);
 }
 
-void LookAhead::Finish(Job& job, const std::optional<platform::FileIdentity>& identity, const PicturePtr& picture) {
+void LookAhead::Finish(Job& job, const std::optional<PictureIdentity>& identity, const PicturePtr& picture) {
   std::uint64_t wish = 0;
   {
     const std::lock_guard guard(lock_);
@@ -188,8 +191,7 @@ void LookAhead::Finish(Job& job, const std::optional<platform::FileIdentity>& id
 }
 
 /// Needs the lock. A picture of another state of the file is dropped.
-LookAhead::PicturePtr LookAhead::FindKept(const std::string& path,
-                                          const std::optional<platform::FileIdentity>& identity) {
+LookAhead::PicturePtr LookAhead::FindKept(const std::string& path, const std::optional<PictureIdentity>& identity) {
   const auto kept = std::ranges::find(kept_, path, &Kept::path);
   if (kept == kept_.end()) return nullptr;
   if (kept->identity == identity) {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "imagefiles/display_picture.h"
-#include "platform/file_identity.h"
+#include "imagefiles/picture_identity.h"
 #include "platform/worker_gate.h"
 
 namespace ml::imagefiles {
@@ -24,8 +24,9 @@ struct PictureWish {
 };
 
 /// Makes pictures for the display on threads of its own: the one that is wanted first, then its neighbours, so that
-/// stepping on finds them ready. Finished pictures are kept, up to a number of bytes, as long as their files and the
-/// options stay the same. It only reads files. All functions may be called on any thread but its own.
+/// stepping on finds them ready. Finished pictures are kept, up to a number of bytes, as long as their files, those
+/// beside them that pictures are taken from, and the options stay the same. It only reads files. All functions may be
+/// called on any thread but its own.
 ///
 /// While a picture is wanted that nobody expected, the neighbours wait, unless wishes come faster than pictures.
 /// A wish replaces the one before. Neighbours of the old one that were not begun are dropped; a wanted picture already
@@ -82,7 +83,7 @@ class LookAhead final : public platform::WorkerGate {
   };
   struct Kept {
     std::string path;
-    platform::FileIdentity identity;
+    PictureIdentity identity;
     PicturePtr picture;
     std::uint64_t lastUse = 0;
   };
@@ -92,8 +93,8 @@ class LookAhead final : public platform::WorkerGate {
   bool NeighboursMayStart() const;
   std::shared_ptr<Job> Begin(Item& item);
   void Work(Job& job);
-  void Finish(Job& job, const std::optional<platform::FileIdentity>& identity, const PicturePtr& picture);
-  PicturePtr FindKept(const std::string& path, const std::optional<platform::FileIdentity>& identity);
+  void Finish(Job& job, const std::optional<PictureIdentity>& identity, const PicturePtr& picture);
+  PicturePtr FindKept(const std::string& path, const std::optional<PictureIdentity>& identity);
   Job* FindRunning(const std::string& path);
   void ForgetIf(const std::function<bool(const std::string& path)>& concerns);
   void TakeOptions(const DisplayOptions& options);

@@ -121,7 +121,8 @@ imaging::JpegScale PictureRequest::SmallJpegScale(imaging::Turn turn) const {
 }
 
 std::optional<Picture> ReadThmPicture(const FormatRow& row, const PictureRequest& request) {
-  const auto path = row.hasThm ? FindThm(request.path) : std::string();
+  if (!row.hasThm) return std::nullopt;
+  const auto path = request.companions != nullptr ? request.companions->thm : FindThm(request.path);
   const auto thm = path.empty() ? std::nullopt : platform::OpenIfReadable(path);
   if (!thm) return std::nullopt;
   // The camera turned neither of the two; a movie has nothing that tells of a turn.

@@ -8,6 +8,7 @@
 #include "imagefiles/picture.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "metadata/byte_source.h"
+#include "platform/companion_set.h"
 
 namespace ml::imagefiles {
 
@@ -23,7 +24,8 @@ struct PictureRequest {
   /// How the JPEG streams of cameras are scaled; empty: so that they just cover what is wanted.
   imaging::JpegScale smallJpegScale = {};
   int smallestPreview = kSmallestPicture;  ///< embedded ones below that only serve where there is nothing else
-  int threads = 2;                         ///< for decoders that can use several
+  const platform::CompanionSet* companions = nullptr;  ///< of the file; null: looked for where needed
+  int threads = 2;                                     ///< for decoders that can use several
 
   imaging::JpegScale SmallJpegScale(imaging::Turn turn) const;
 };

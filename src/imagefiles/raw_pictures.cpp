@@ -79,10 +79,15 @@ Picture Develop(const PictureRequest& request, Turn turn) {
   return {TurnPicture(std::move(decoded), turn)};
 }
 
-std::optional<Picture> ReadViewingJpeg(const PictureRequest& request) {
+std::string FindViewingJpeg(const PictureRequest& request) {
+  if (request.companions != nullptr) return request.companions->jpg;
   const auto directory = platform::DirectoryOf(request.path);
   platform::DirIndex index(directory.empty() ? "." : std::string(directory));
-  const auto path = platform::FindCompanion(request.path, ".jpg", index);
+  return platform::FindCompanion(request.path, ".jpg", index);
+}
+
+std::optional<Picture> ReadViewingJpeg(const PictureRequest& request) {
+  const auto path = FindViewingJpeg(request);
   const auto jpeg = path.empty() ? std::nullopt : platform::OpenIfReadable(path);
   if (!jpeg) return std::nullopt;
   try {

@@ -68,16 +68,18 @@ imaging::PixelBuffer Finish(imaging::DecodedPicture picture, int side, bool smal
 }
 
 /// Kept: not the test by which a file is opened; thumbnails follow the catalogue.
-const FormatRow* ThumbnailFormat(const std::string& path) {
+const FormatRow* ThumbnailFormat(const std::string& path, const platform::CompanionSet* companions) {
   const auto* row = FindFormat(path);
-  const bool raw = row != nullptr && row->format == Format::Tiff && catalogueEos1D(path);
-  return raw ? &RowOf(Format::Eos1DRaw) : row;
+  if (row == nullptr || row->format != Format::Tiff) return row;
+  const bool hasViewingJpeg = companions != nullptr && !companions->jpg.empty();
+  return hasViewingJpeg || catalogueEos1D(path) ? &RowOf(Format::Eos1DRaw) : row;
 }
 
 }  // namespace
 
-Thumbnail MakeThumbnail(const std::string& path, int size, const ImageFileOptions& options) {
-  const auto* row = ThumbnailFormat(path);
+Thumbnail MakeThumbnail(const std::string& path, int size, const ImageFileOptions& options,
+                        const platform::CompanionSet* companions) {
+  const auto* row = ThumbnailFormat(path, companions);
   if (row == nullptr) throw platform::UserError(messages::NoImage(path));
   const platform::ReadableFile file(path);
   const metadata::FileSource source(file);
@@ -89,6 +91,7 @@ Thumbnail MakeThumbnail(const std::string& path, int size, const ImageFileOption
       .wanted = [side](int width, int height) { return FitToSquare(width, height, side); },
       .smallJpegScale = [side](int w, int h) { return imaging::HalvedEighths(w, h, side, side); },
       .smallestPreview = std::min(side, kSmallestPicture),
+      .companions = companions,
       .threads = 1};  // the other processors work on other thumbnails
   try {
     auto picture = side <= kMaxEmbeddedThumbnail ? ReadReadyThumbnail(*row, request) : std::nullopt;

@@ -126,8 +126,11 @@ void AtomicFile::Publish(bool replaces) {
   OpenDirectory directory(fileSystem, target_);
   Record(replaces);
   RefuseChangedTarget();
-  const int result = options_.existing == ExistingFile::Refuse ? fileSystem.RenameNoReplace(temporary_, target_)
-                                                               : fileSystem.Rename(temporary_, target_);
+  // Content that does not last yet takes nobody's place.
+  const bool unsynced = !replaces && options_.newFile == NewFileLasts::AfterSync;
+  const bool mustBeFree = options_.existing == ExistingFile::Refuse || unsynced;
+  const int result =
+      mustBeFree ? fileSystem.RenameNoReplace(temporary_, target_) : fileSystem.Rename(temporary_, target_);
   if (result != 0) {
     if (errno == EEXIST) throw UserError(messages::kAlreadyExists + target_);
     ThrowFileError(messages::kUnableToWrite, target_, errno);

@@ -175,6 +175,23 @@ TEST_F(RenameTest, AFailureLeavesNoImageWithoutItsCompanions) {
             20);
 }
 
+TEST_F(RenameTest, WhatWasDisplacedBeforeAFailureComesBackByUndo) {
+  const Names names{"a.crw", "a.thm", "a.txt", "b.crw", "b.thm", "b.txt"};
+  const auto act = [&](platform::FileSystem& fileSystem) {
+    platform::EditBatch batch(journal_, "Rename");
+    RenameFiles(At(Names{"a.crw"}), At(Names{"b.crw"}), CaseMode::Unchanged,
+                {.companions = companions_, .trash = trash_, .batch = &batch, .fileSystem = fileSystem});
+  };
+  const auto verify = [&](test::Outcome outcome) {
+    EXPECT_EQ(Now().size(), outcome == test::Outcome::Done ? 3U : Now().size());
+    if (Now() != Untouched(names)) journal_.Undo();
+    EXPECT_EQ(Now(), Untouched(names));
+  };
+  EXPECT_GT(test::SweepFaults(
+                test::Fault::Eio, [&] { Fill(names); }, act, verify),
+            10);
+}
+
 TEST_F(RenameTest, TheWorkersEntriesFollowAndItStaysPaused) {
   Fill({"a.jpg", "b.jpg"});
   ImageList list;

@@ -69,6 +69,15 @@ TEST_F(TimestampTest, TakesTheSixNumbersAsTheyStand) {
   }
 }
 
+TEST_F(TimestampTest, AFileWithoutADateKeepsItsTimeToTheNanosecond) {
+  const auto path = Add("a.gif", "no picture");
+  platform::SetModificationTime(path, 1'000'000'000 * kSecond + 123'456'789);
+  const auto before = platform::ReadFileStatus(path);
+  EXPECT_EQ(SetTimestamps({path}, true, {.options = options_, .companions = companions_}), std::vector<std::string>{});
+  EXPECT_EQ(platform::ReadFileStatus(path)->modified, before->modified);
+  EXPECT_EQ(platform::ReadFileStatus(path)->mode & 0222, 0U) << "the rest is done";
+}
+
 TEST_F(TimestampTest, CompanionsShareItAndUndoBringsTheOldStateBack) {
   const auto photo = test::ReadAll(AddPhoto("source.jpg", "2003:10:04 10:00:00"));
   const auto crw = Add("a.crw", "no picture"), thm = Add("a.THM", *photo), txt = Add("a.txt", "note");

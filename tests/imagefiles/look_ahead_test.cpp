@@ -8,6 +8,7 @@
 #include <random>
 #include <stdexcept>
 
+#include "metadata/byte_view.h"
 #include "support/temp_dir.h"
 
 namespace ml::imagefiles {
@@ -73,6 +74,7 @@ class Bench {
     changed_.wait(guard, [this] { return permits_ != 0; });
     if (permits_ > 0) --permits_;
     if (path.find("throws") != std::string::npos) throw std::runtime_error("no memory");
+    if (path.find("breaks") != std::string::npos) throw metadata::ExifException::OutOfBounds;
     DisplayPicture picture;
     if (path.find("bad") != std::string::npos) {
       picture.failure = "bad";
@@ -202,14 +204,30 @@ TEST(LookAhead, AKeptPictureIsMadeAgainWhenItNoLongerHolds) {
   }
 }
 
+TEST(LookAhead, APictureTakenFromACompanionIsMadeAgainWhenThatChanges) {
+  struct Case {
+    const char *name, *companion;
+    bool madeAgain;
+  };
+  for (const auto& c : {Case{"a.tif", "a.JPG", true}, Case{"a.crw", "a.thm", true}, Case{"a.jpg", "a.thm", false}}) {
+    Bench bench;
+    bench.File(c.name), bench.File(c.companion);
+    bench.WaitUntilGiven(bench.Want(c.name).wish);
+    bench.Settle();
+    bench.File(c.companion, "longer");
+    EXPECT_EQ(bench.Want(c.name).picture == nullptr, c.madeAgain) << c.name;
+  }
+}
+
 TEST(LookAhead, FailuresAreGivenButNotKept) {
   Bench bench;
-  bench.File("bad"), bench.File("throws");
+  bench.File("bad"), bench.File("throws"), bench.File("breaks");
   EXPECT_EQ(bench.WaitUntilGiven(bench.Want("bad").wish)->failure, "bad");
   bench.Settle();
   EXPECT_EQ(bench.Want("bad").picture, nullptr);
   const auto failure = bench.WaitUntilGiven(bench.Want("throws").wish)->failure;
   EXPECT_NE(failure.find("no memory"), std::string::npos) << failure;
+  EXPECT_NE(bench.WaitUntilGiven(bench.Want("breaks").wish)->failure, "");
   EXPECT_EQ(bench.Look().KeptBytes(), 0U);
 }
 

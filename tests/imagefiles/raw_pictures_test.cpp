@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <functional>
 #include <string>
 
@@ -158,6 +160,16 @@ TEST_F(CompanionThumbnail, ThatIsBrokenIsPassedOver) {
   EXPECT_EQ(SourceOf(crw, 80), PictureSource::Embedded);
 }
 
+TEST_F(CompanionThumbnail, IsNotLookedForWhereItIsKnown) {
+  const auto path = dir_.Write("a.crw", Crw());
+  dir_.Write("a.thm", Thm());
+  platform::CompanionSet none, other;
+  other.thm = dir_.Write("b.thm", Thm());
+  EXPECT_EQ(MakeThumbnail(path, 80, {}, &none).source, PictureSource::Embedded);
+  std::filesystem::remove(dir_ / "a.thm");
+  EXPECT_EQ(MakeThumbnail(path, 80, {}, &other).source, PictureSource::Thm);
+}
+
 TEST_F(CompanionThumbnail, StandsForAMovieUpToItsSizeAndWhereNoFrameCanBeRead) {
   const auto movie = test::PaintPlain(320, 240, 0xff0000);
   dir_.Write("a.thm", Thm());
@@ -186,6 +198,10 @@ TEST_F(Eos1D, ShowsItsViewingJpegIfTheyAreBound) {
   EXPECT_EQ(image->Source(), PictureSource::Viewing);
   EXPECT_EQ(MakeThumbnail(path, 80, {}).source, PictureSource::Viewing);
   EXPECT_NE(MakeThumbnail(path, 80, {.bindJpegToEos1DRaw = false}).source, PictureSource::Viewing);
+  platform::CompanionSet known, none;
+  known.jpg = dir_ / "A.JPG";
+  EXPECT_EQ(MakeThumbnail(path, 80, {}, &known).source, PictureSource::Viewing);
+  EXPECT_EQ(MakeThumbnail(path, 80, {}, &none).source, PictureSource::Full);
 }
 
 TEST_F(Eos1D, ShowsEvenWithoutViewingJpeg) {

@@ -195,6 +195,28 @@ TEST(AtomicFile, NeverClobbersWhatItMustNotReplace) {
   EXPECT_EQ(CountTemporaries(dir.Path()), 0);
 }
 
+TEST(AtomicFile, OnlyANewFileMayLastLater) {
+  struct CountingFileSystem : test::FaultyFileSystem {
+    int syncs = 0;
+    CountingFileSystem() : FaultyFileSystem(Fault::Eio, -1) {}
+    int Fsync(int fd) override { return ++syncs, FaultyFileSystem::Fsync(fd); }
+  };
+  const test::TempDir dir;
+  const auto target = dir / "a.png";
+  CountingFileSystem fileSystem;
+  AtomicFileOptions options{.newFile = NewFileLasts::AfterSync, .stateDirectory = dir / "state"};
+  options.fileSystem = &fileSystem;
+  ReplaceFile(target, std::as_bytes(std::span("first", 5)), options);
+  EXPECT_EQ(fileSystem.syncs, 0);
+  ReplaceFile(target, std::as_bytes(std::span("second", 6)), options);
+  EXPECT_EQ(fileSystem.syncs, 2) << "the file and its directory";
+
+  fs::remove(target);
+  options.check = [&](const std::string&) { dir.Write("a.png", "of another program"); };
+  EXPECT_NE(Refusal([&] { ReplaceFile(target, std::as_bytes(std::span("third", 5)), options); }), "");
+  EXPECT_EQ(ReadAll(target), "of another program");
+}
+
 TEST(AtomicFile, NamesTheDirectoryThatCannotBeWritten) {
   const test::TempDir dir;
   dir.Write("closed/a", "old");
