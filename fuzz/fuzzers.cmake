@@ -8,6 +8,7 @@ set(ML_FUZZERS
   "decode_psd ml_imaging"
   "decode_raw ml_imaging"
   "exif ml_metadata"
+  "format_strings ml_metadata"
   "jp2 ml_metadata"
   "jpeg ml_metadata"
   "picture_size ml_metadata"

@@ -1,7 +1,10 @@
 #include "app/image_texts.h"
 
 #include "app/messages.h"
-#include "metadata/exif_text.h"
+#include "app/preferences/place_tokens.h"
+#include "metadata/format_strings/format_strings.h"
+#include "options/engine_options.h"
+#include "platform/ordered_replacements.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -9,11 +12,21 @@ namespace ml::app {
 namespace {
 
 constexpr std::string_view kProgram = "Marrowlantern";
+/// A setting is one line.
+constexpr std::string_view kLineEndEscape = "\\n";
 
 std::string ShownName(const std::string& path) { return platform::ToDisplayLine(platform::FileName(path)); }
 
-std::string PlaceText(const Session& session, int index) {
-  return std::to_string(index + 1) + "/" + std::to_string(session.list.Count());
+struct PlaceValue {
+  std::string_view token;
+  int value;
+};
+
+std::string Expanded(const Session& session, std::string_view format) {
+  auto* data = session.TargetData();
+  if (data == nullptr) return {};
+  const auto options = options::ExifOptionsOf(session.settings);
+  return metadata::ExpandFormatString(format, {*data, options, session.locale});
 }
 
 void AddCount(std::string& text, int count, std::string_view one, std::string_view several) {
@@ -22,15 +35,25 @@ void AddCount(std::string& text, int count, std::string_view one, std::string_vi
 
 }  // namespace
 
-std::string StatusText(const Session& session) {
-  const int index = session.TargetIndex();
-  if (index < 0) return {};
-  return ShownName(session.list.files[static_cast<std::size_t>(index)]) + "  " + PlaceText(session, index);
+std::string ExpandedLine(const Session& session, std::string_view format) {
+  const PlaceValue places[] = {{kImageNumberToken, session.TargetIndex() + 1},
+                               {kNumberOfImagesToken, session.list.Count()}};
+  return platform::ToDisplayLine(platform::ReplaceInOrder(
+      Expanded(session, format), places, [](const PlaceValue& place) { return std::to_string(place.value); }));
 }
 
-std::string SummaryText(Session& session) {
-  const auto* data = session.TargetData();
-  return data ? platform::ToDisplayUtf8(metadata::GetSummaryText(*data, session.locale)) : std::string();
+std::string ExpandedText(const Session& session, std::string_view format) {
+  return platform::ToDisplayUtf8(Expanded(session, platform::ReplaceAll(format, kLineEndEscape, "\n")));
+}
+
+std::string StatusText(const Session& session) {
+  return ExpandedLine(session, session.settings.shootingData.exifFormatString);
+}
+
+std::string SummaryText(const Session& session) {
+  const auto& formats = session.settings.shootingData;
+  return ExpandedText(session,
+                      IsFilmStrip(session.mode) ? formats.filmStripExifFormatString : formats.mainExifFormatString);
 }
 
 std::string TitleText(const Session& session) {

@@ -63,7 +63,7 @@ imagefiles::BitmapQuality Session::Quality() const {
   return {.highQuality = settings.display.highQualityMode != 0, .greyscale = blackAndWhite};
 }
 
-const metadata::ExifData* Session::TargetData() const {
+metadata::ExifData* Session::TargetData() const {
   const int index = TargetIndex();
   if (index < 0) return nullptr;
   return &shootingData_.Of(list.files[static_cast<std::size_t>(index)], options::ExifOptionsOf(settings));

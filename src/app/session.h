@@ -67,8 +67,8 @@ class Session final : private catalogue::CatalogueObserver {
   imagefiles::BitmapQuality Quality() const;
   /// The image that commands for one image act on; -1 if there is none.
   int TargetIndex() const { return Target(Place()); }
-  /// Of that image; null if there is none. Stays valid until the next call.
-  const metadata::ExifData* TargetData() const;
+  /// Of that image; null if there is none. Stays valid until the next call. Texts may spell out a field of it.
+  metadata::ExifData* TargetData() const;
   CommandState State() const;
 
   /// 0 small, 1 large, 2 extra large; the thumbnails are made again if the size changed.

@@ -4,7 +4,7 @@
 
 namespace ml::app {
 
-const metadata::ExifData& ShootingDataMemory::Of(const std::string& path, const metadata::ExifOptions& options) {
+metadata::ExifData& ShootingDataMemory::Of(const std::string& path, const metadata::ExifOptions& options) {
   const auto identity = platform::IdentityOf(path);
   if (!data_ || data_->path != path || identity != identity_ || options != options_) {
     data_.emplace(path, options);

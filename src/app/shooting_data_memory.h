@@ -13,7 +13,7 @@ namespace ml::app {
 class ShootingDataMemory {
  public:
   /// Stays valid until the next call. The file is read again if it is no longer the same or `options` differ.
-  const metadata::ExifData& Of(const std::string& path, const metadata::ExifOptions& options);
+  metadata::ExifData& Of(const std::string& path, const metadata::ExifOptions& options);
   /// A companion may have changed unseen.
   void Forget() { data_.reset(); }
 

@@ -68,6 +68,7 @@ int Main(int argc, char** argv) {
   AddTagsCommand(program, state);
   AddInfoCommand(program, state);
   AddTextCommand(program, state);
+  AddExpandCommand(program, state);
   AddThumbCommand(program, state);
   AddPreviewCommand(program, state);
   AddHistogramCommand(program, state);

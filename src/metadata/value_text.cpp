@@ -21,15 +21,11 @@ struct DistanceBreak {
 };
 constexpr DistanceBreak kDistanceBreaks[] = {{0.3, 3}, {6, 2}, {20, 1}};
 
-std::string Padded(std::int64_t number, std::size_t width) {
-  auto digits = std::to_string(number);
-  return digits.insert(0, width - std::min(width, digits.size()), '0');
-}
-
 std::string Grouped(std::uint64_t number, const char* unit, const platform::LocaleText& locale) {
   // Such a locale would read the grouping comma as a decimal separator.
   if (number < 1000 || locale.decimalSeparator == ",") return std::to_string(number) + unit;
-  return std::to_string(number / 1000) + "," + Padded(static_cast<std::int64_t>(number % 1000), 3) + unit;
+  return std::to_string(number / 1000) + "," + platform::PaddedNumber(static_cast<std::int64_t>(number % 1000), 3) +
+         unit;
 }
 
 }  // namespace
@@ -63,7 +59,7 @@ std::string DistanceText(double metres) {
 std::string ImageNumberText(std::int32_t imageNumber) {
   if (imageNumber <= 0) return {};
   const auto shown = imageNumber % 10'000'000;
-  return Padded(shown / 10'000, 3) + "-" + Padded(shown % 10'000, 4);
+  return platform::PaddedNumber(shown / 10'000, 3) + "-" + platform::PaddedNumber(shown % 10'000, 4);
 }
 
 std::string FormatFileSize(std::uint64_t bytes, const platform::LocaleText& locale) {

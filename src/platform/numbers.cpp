@@ -1,5 +1,6 @@
 #include "platform/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -31,6 +32,11 @@ std::string FixedNumber(double value, int digits) {
   const auto end =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, digits).ptr;
   return {buffer.data(), end};
+}
+
+std::string PaddedNumber(std::int64_t value, std::size_t width) {
+  auto digits = std::to_string(value);
+  return digits.insert(value < 0 ? 1 : 0, width - std::min(width, digits.size()), '0');
 }
 
 std::string ExactNumber(double value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@ namespace ml::platform {
 std::string ShortNumber(double value);
 /// `digits` (0..17) places behind the separator, as printf's "%.1f" writes them.
 std::string FixedNumber(double value, int digits);
+/// At least `width` characters, with zeros in front, as printf's "%07d" writes them.
+std::string PaddedNumber(std::int64_t value, std::size_t width);
 /// As many digits as the same double needs when read back ("0.7", "1", "0.1").
 std::string ExactNumber(double value);
 

@@ -29,10 +29,11 @@ class Preferences : public testing::Test {
   void Open() {
     dialog = std::make_unique<CPreferencesDialog>(
         settings,
-        [this](const std::string& start) {
-          browsedFrom = start;
-          return chosen;
-        },
+        FieldHelp{[this](const std::string& start) {
+                    browsedFrom = start;
+                    return chosen;
+                  },
+                  [this](TextForm form, const std::string& format) { return Example(form, format); }},
         nullptr);
     QObject::connect(dialog.get(), &CPreferencesDialog::applied, dialog.get(),
                      [this](const settings::Settings& edited) { applied.push_back(edited); });
@@ -64,6 +65,17 @@ class Preferences : public testing::Test {
     return std::ranges::any_of(dialog->findChildren<QLabel*>(),
                                [&](const auto* label) { return label->isVisible() && label->text() == text; });
   }
+  std::optional<std::string> Example(TextForm form, const std::string& format) const {
+    if (!hasImage) return std::nullopt;
+    return (form == TextForm::Line ? "line: " : "lines: ") + format;
+  }
+  QAction* InsertAction(const char* key, const char* token) {
+    auto* row = Field<QLineEdit>(key)->parentWidget();
+    for (auto* action : row->findChildren<QAction*>()) {
+      if (action->text().endsWith(QLatin1Char('\t') + QLatin1String(token))) return action;
+    }
+    return nullptr;
+  }
   QListWidget* Titles() { return dialog->findChild<QListWidget*>(); }
   SearchLine* Search() { return dialog->findChild<SearchLine*>(); }
 
@@ -72,6 +84,7 @@ class Preferences : public testing::Test {
   std::vector<settings::Settings> applied;
   std::optional<std::string> chosen;
   std::string browsedFrom;
+  bool hasImage = true;
 };
 
 TEST_F(Preferences, HandOutWhatWasEditedAndNothingElse) {
@@ -93,6 +106,34 @@ TEST_F(Preferences, HandOutWhatWasEditedAndNothingElse) {
   Button(QDialogButtonBox::Ok)->click();
   EXPECT_EQ(applied.size(), 1U) << "nothing new";
   EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(Preferences, TellWhatATextWithTokensGives) {
+  settings.shootingData.exifFormatString = "a\xC4";
+  Open();
+  dialog->ShowPage(8);
+  auto* line = Field<QLineEdit>("ExifFormatString");
+  const auto* example = Field<QLabel>("ExifFormatStringExample");
+  EXPECT_EQ(Field<QLabel>("MainExifFormatStringExample")->text(), QStringLiteral("lines: @exifSummary@"));
+  EXPECT_FALSE(Button(QDialogButtonBox::Apply)->isEnabled()) << "bytes that are no text stay";
+  line->setFocus();
+  line->selectAll();
+  QTest::keyClicks(line, QStringLiteral("x y"));
+  line->setCursorPosition(2);
+  for (const char* token : {"@iso@", "@IPTC_city@", "@imageNumber@"}) {
+    auto* action = InsertAction("ExifFormatString", token);
+    ASSERT_NE(action, nullptr) << token;
+    action->trigger();
+  }
+  EXPECT_EQ(example->text(), QStringLiteral("line: x @iso@@IPTC_city@@imageNumber@y"));
+  EXPECT_EQ(InsertAction("MainExifFormatString", "@imageNumber@"), nullptr) << "known to the line alone";
+  EXPECT_TRUE(InsertAction("MainExifFormatString", "@exif@")->text().startsWith(QStringLiteral("All shooting data")));
+  hasImage = false;
+  line->setText(QStringLiteral("@iso@ @x@"));
+  EXPECT_EQ(example->text(), QStringLiteral("ISO @x@"));
+  Button(QDialogButtonBox::Ok)->click();
+  ASSERT_EQ(applied.size(), 1U);
+  EXPECT_EQ(applied[0].shootingData.exifFormatString, "@iso@ @x@");
 }
 
 TEST_F(Preferences, AreLeftByEscapeWithoutAnEffect) {

@@ -8,6 +8,7 @@
 
 #include "app/command_actions.h"
 #include "app/control_column.h"
+#include "app/image_texts.h"
 #include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
@@ -152,8 +153,23 @@ TEST_F(Views, ShootingDataCollapsesAndComesBack) {
   EXPECT_TRUE(ShootingData().isVisible());
   QApplication::processEvents();
   EXPECT_EQ(ShootingData().height(), 180) << Kept().filmStripHorizontalSplitterPos;
-  EXPECT_TRUE(ShootingData().toPlainText().endsWith(QStringLiteral("Image size: 300 x 200")))
+  EXPECT_TRUE(ShootingData().toPlainText().startsWith(QStringLiteral("File: ")));
+  EXPECT_TRUE(ShootingData().toPlainText().contains(QStringLiteral("\nImage size: 300 x 200\n")))
       << ShootingData().toPlainText().toStdString();
+}
+
+TEST_F(Views, TellOfTheImageWhatTheSettingsSay) {
+  settings::Settings settings;
+  settings.shootingData.exifFormatString = "@file@ @imageNumber@/@numberOfImages@\\n@x@";
+  settings.shootingData.mainExifFormatString = "@fileNoExt@\\n@width@";
+  settings.shootingData.filmStripExifFormatString = "@year@ of @imageNumber@";
+  Open(std::move(settings));
+  Run(CommandId::MainView);
+  Run(CommandId::NextImage);
+  EXPECT_EQ(StatusText(*session), "2.jpg 2/5\\n@x@");
+  EXPECT_EQ(SummaryText(*session), "2\n300");
+  Run(CommandId::FilmStripView);
+  EXPECT_EQ(ShootingData().toPlainText(), QStringLiteral("2003 of @imageNumber@"));
 }
 
 TEST_F(Views, ModeOfTheLastRunComesBack) {

@@ -258,6 +258,20 @@ TEST_F(Cli, TextHasThreeForms) {
   EXPECT_EQ(run({"text", photo, "--as", "long"}).exitCode, 2);
 }
 
+TEST_F(Cli, ExpandFillsInTokensAndDescribesThem) {
+  const auto photo = dir.Write("a1.jpg", MakePhoto({.width = 64, .height = 48}));
+  const auto expanded = Json({"expand", "@dir@ @file@ @year@ @model@ @nothing@", photo, dir / "gone.jpg"}, 1);
+  ASSERT_EQ(expanded.size(), 2U);
+  EXPECT_EQ(expanded[0], (json{{"path", photo}, {"text", dir.Path() + "/ a1.jpg 2003 Sample @nothing@"}}));
+  EXPECT_EQ(expanded[1]["text"], dir.Path() + "/ gone.jpg   @nothing@");
+  EXPECT_EQ(run({"expand", "@fileAsNumber@\n@width@\n", photo, photo}).output, "1\n64\n1\n64\n");
+  EXPECT_EQ(Json({"expand", "@dir@", "some/a.jpg"}, 1)[0]["text"].get<std::string>().front(), '/');
+  EXPECT_EQ(run({"expand", "@iso@ @x@", "--describe"}).output, "ISO @x@\n");
+  EXPECT_EQ(Json({"expand", "@iso@", "--describe"}), (json{{{"text", "ISO"}}}));
+  EXPECT_EQ(Json({"expand", "@iso@", "--describe", photo}), (json{{{"path", photo}, {"text", "ISO"}}}));
+  EXPECT_EQ(run({"expand", "@iso@"}).exitCode, 2);
+}
+
 TEST_F(Cli, ListSortsByTheTimeOfTheShot) {
   dir.Write("a.jpg", MakePhoto({.width = 16, .height = 16, .dateTime = "2003:05:17 10:11:13"}));
   dir.Write("b.jpg", MakePhoto({.width = 16, .height = 16, .dateTime = "2003:05:17 10:11:12"}));

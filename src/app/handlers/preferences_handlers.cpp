@@ -1,5 +1,6 @@
 #include "app/command_runner.h"
 #include "app/file_dialogs.h"
+#include "app/image_texts.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/messages.h"
@@ -48,12 +49,20 @@ void TakeOver(const settings::Settings& edited, CommandContext& context) {
   if (effects.Has(Effect::ReloadPicture)) view.ReloadImage();
 }
 
+std::optional<std::string> ExampleOf(const Session& session, TextForm form, const std::string& format) {
+  if (session.TargetIndex() < 0) return std::nullopt;
+  return form == TextForm::Line ? ExpandedLine(session, format) : ExpandedText(session, format);
+}
+
 void ShowPreferences(CommandContext& context) {
   auto& session = context.session;
   auto& place = session.settings.dialogPlaces[kPlaceName];
   CPreferencesDialog* self = nullptr;
   CPreferencesDialog dialog(
-      session.settings, [&self](const std::string& path) { return BrowseForProfile(*self, path); }, &context.frame);
+      session.settings,
+      {[&self](const std::string& path) { return BrowseForProfile(*self, path); },
+       [&session](TextForm form, const std::string& format) { return ExampleOf(session, form, format); }},
+      &context.frame);
   self = &dialog;
   QObject::connect(&dialog, &CPreferencesDialog::applied, &context.frame, [&](const settings::Settings& edited) {
     context.frame.Runner().Do([&] { TakeOver(edited, context); });

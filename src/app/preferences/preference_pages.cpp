@@ -13,6 +13,7 @@ std::span<const PreferencePage> PreferencePages() {
       PreferencePage{"Display", DisplayRows()},   PreferencePage{"Colour", ColourRows()},
       PreferencePage{"Files", FileRows()},        PreferencePage{"Raw Images", RawRows()},
       PreferencePage{"IPTC", IptcRows()},         PreferencePage{"Editor", EditorRows()},
+      PreferencePage{"Texts", TextRows()},
   };
   return kPages;
 }

@@ -34,7 +34,14 @@ struct CommandLineField {};
 /// The path of a colour profile; empty for none.
 struct ProfileField {};
 
-using PreferenceField = std::variant<CheckField, NumberField, ChoiceField, CommandLineField, ProfileField>;
+/// Where a text with tokens is shown: as one line, with the image's place in the list, or as several.
+enum class TextForm { Line, Lines };
+/// A text with tokens such as "@iso@".
+struct FormatField {
+  TextForm form;
+};
+
+using PreferenceField = std::variant<CheckField, NumberField, ChoiceField, CommandLineField, ProfileField, FormatField>;
 
 /// A row that counts only while the flag `key` is on, or off; `reason` says so while it does not. An empty key: it
 /// always counts.

@@ -15,5 +15,6 @@ std::span<const PreferenceRow> FileRows();
 std::span<const PreferenceRow> RawRows();
 std::span<const PreferenceRow> IptcRows();
 std::span<const PreferenceRow> EditorRows();
+std::span<const PreferenceRow> TextRows();
 
 }  // namespace ml::app

@@ -2,8 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -12,7 +10,9 @@
 
 #include "app/preferences/preference_search.h"
 #include "app/preferences/preference_values.h"
+#include "app/preferences/ui/format_widgets.h"
 #include "app/preferences/ui/number_box.h"
+#include "app/preferences/ui/text_line.h"
 #include "platform/numbers.h"
 #include "platform/ui/qt_text.h"
 
@@ -23,7 +23,6 @@ using platform::ui::PathFromQt;
 using platform::ui::ToQString;
 using Edited = std::function<void(const std::string&)>;
 
-constexpr int kTextWidthInCharacters = 30;
 constexpr int kNarrowestChoice = 160;
 
 /// See NumberBox.
@@ -34,17 +33,6 @@ class ChoiceBox final : public QComboBox {
  protected:
   void wheelEvent(QWheelEvent* event) override { hasFocus() ? QComboBox::wheelEvent(event) : event->ignore(); }
 };
-
-QLineEdit* MakeLine(QWidget* parent) {
-  auto* line = new QLineEdit(parent);
-  line->setMinimumWidth(line->fontMetrics().averageCharWidth() * kTextWidthInCharacters);
-  return line;
-}
-
-/// Bytes as the line can give them back.
-QString ToLine(const std::string& bytes) {
-  return QFile::decodeName(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
-}
 
 FieldWidgets Make(const CheckField&, const PreferenceRow& row, const Edited& edited, QWidget* parent) {
   auto* box = new QCheckBox(ToQString(row.label), parent);
@@ -80,28 +68,23 @@ FieldWidgets Make(const ChoiceField& field, const PreferenceRow&, const Edited& 
 }
 
 FieldWidgets Make(const CommandLineField&, const PreferenceRow&, const Edited& edited, QWidget* parent) {
-  auto* line = MakeLine(parent);
+  auto* line = MakeTextLine(parent);
   QObject::connect(line, &QLineEdit::textEdited, line, [edited](const QString& text) { edited(PathFromQt(text)); });
-  return {line, line, [line](const std::string& value) { line->setText(ToLine(value)); }};
+  return {line, line, [line](const std::string& value) { line->setText(LineText(value)); }};
 }
 
 FieldWidgets MakeProfile(const PreferenceRow& row, const BrowseProfile& browse, const Edited& edited, QWidget* parent) {
-  auto* whole = new QWidget(parent);
-  auto* layout = new QHBoxLayout(whole);
-  layout->setContentsMargins(0, 0, 0, 0);
-  auto* line = MakeLine(whole);
+  auto* line = MakeTextLine(parent);
   line->setPlaceholderText(QStringLiteral("None"));
   line->setClearButtonEnabled(true);
-  auto* button = new QPushButton(QStringLiteral("Browse..."), whole);
+  auto* button = new QPushButton(QStringLiteral("Browse..."), parent);
   button->setAutoDefault(false);
   button->setAccessibleName(QStringLiteral("Browse for %1").arg(ToQString(PlainLabel(row.label)).toLower()));
-  layout->addWidget(line, 1);
-  layout->addWidget(button);
   // The clear button, too, is an edit.
   QObject::connect(line, &QLineEdit::textChanged, line, [edited](const QString& text) { edited(PathFromQt(text)); });
   const auto show = [line](const std::string& value) {
     const QSignalBlocker quiet(line);
-    line->setText(ToLine(value));
+    line->setText(LineText(value));
   };
   QObject::connect(button, &QPushButton::clicked, line, [line, browse, edited, show] {
     const auto chosen = browse ? browse(PathFromQt(line->text())) : std::nullopt;
@@ -109,17 +92,19 @@ FieldWidgets MakeProfile(const PreferenceRow& row, const BrowseProfile& browse, 
     show(*chosen);
     edited(*chosen);
   });
-  return {whole, line, show};
+  return {SideBySide(line, button, parent), line, show};
 }
 
 }  // namespace
 
-FieldWidgets MakeFieldWidgets(const PreferenceRow& row, const BrowseProfile& browse, const Edited& edited,
-                              QWidget* parent) {
+FieldWidgets MakeFieldWidgets(const PreferenceRow& row, const FieldHelp& help, const Edited& edited, QWidget* parent) {
   return std::visit(
       [&](const auto& field) {
-        if constexpr (std::is_same_v<std::remove_cvref_t<decltype(field)>, ProfileField>) {
-          return MakeProfile(row, browse, edited, parent);
+        using Field = std::remove_cvref_t<decltype(field)>;
+        if constexpr (std::is_same_v<Field, ProfileField>) {
+          return MakeProfile(row, help.browse, edited, parent);
+        } else if constexpr (std::is_same_v<Field, FormatField>) {
+          return MakeFormatWidgets(field, row, help.example, edited, parent);
         } else {
           return Make(field, row, edited, parent);
         }

@@ -26,12 +26,11 @@ QLabel* MakeNote(std::string_view text, QWidget* page) {
 
 }  // namespace
 
-PreferenceEditor::PreferenceEditor(const PreferenceRow& row, const BrowseProfile& browse, QGridLayout& grid,
-                                   QWidget* page)
+PreferenceEditor::PreferenceEditor(const PreferenceRow& row, const FieldHelp& help, QGridLayout& grid, QWidget* page)
     : QObject(page),
       row_(row),
       field_(MakeFieldWidgets(
-          row, browse, [this](const std::string& value) { Q_EMIT edited(value); }, page)) {
+          row, help, [this](const std::string& value) { Q_EMIT edited(value); }, page)) {
   const int line = grid.rowCount();
   if (std::holds_alternative<CheckField>(row.field)) {
     grid.addWidget(field_.whole, line, 0, 1, 2, Qt::AlignLeft);
@@ -39,13 +38,15 @@ PreferenceEditor::PreferenceEditor(const PreferenceRow& row, const BrowseProfile
     label_ = new QLabel(ToQString(row.label), page);
     label_->setBuddy(field_.focus);
     grid.addWidget(label_, line, 0, Qt::AlignLeft);
-    const bool wide =
-        std::holds_alternative<ProfileField>(row.field) || std::holds_alternative<CommandLineField>(row.field);
+    const bool wide = std::holds_alternative<ProfileField>(row.field) ||
+                      std::holds_alternative<CommandLineField>(row.field) ||
+                      std::holds_alternative<FormatField>(row.field);
     grid.addWidget(field_.whole, line, 1, wide ? Qt::Alignment() : Qt::AlignLeft);
   }
   field_.focus->setObjectName(ToQString(row.key));
   field_.focus->setAccessibleName(ToQString(PlainLabel(row.label)));
   AddRemark(grid, page);
+  if (field_.below != nullptr) grid.addWidget(field_.below, grid.rowCount(), 1);
   if (!row.note.empty()) grid.addWidget(MakeNote(row.note, page), grid.rowCount(), 1);
   SetTip(ToQString(row.explanation));
 }

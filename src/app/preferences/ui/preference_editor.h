@@ -18,7 +18,7 @@ class PreferenceEditor final : public QObject {
 
  public:
   /// Adds its widgets below what `grid` holds. `row` outlives the editor.
-  PreferenceEditor(const PreferenceRow& row, const BrowseProfile& browse, QGridLayout& grid, QWidget* page);
+  PreferenceEditor(const PreferenceRow& row, const FieldHelp& help, QGridLayout& grid, QWidget* page);
 
   const PreferenceRow& Row() const { return row_; }
   /// The widget that takes the keyboard.

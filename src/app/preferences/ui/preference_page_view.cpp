@@ -17,7 +17,7 @@ constexpr int kScrollMargin = 60;
 
 }  // namespace
 
-PreferencePageView::PreferencePageView(const PreferencePage& page, const BrowseProfile& browse, QWidget* parent)
+PreferencePageView::PreferencePageView(const PreferencePage& page, const FieldHelp& help, QWidget* parent)
     : QScrollArea(parent), page_(page) {
   setWidgetResizable(true);
   setFrameShape(QFrame::NoFrame);
@@ -33,7 +33,7 @@ PreferencePageView::PreferencePageView(const PreferencePage& page, const BrowseP
   for (const auto& row : page.rows) {
     if (row.heading != heading) AddHeading(*grid, content, row.heading);
     heading = row.heading;
-    editors_.push_back(new PreferenceEditor(row, browse, *grid, content));
+    editors_.push_back(new PreferenceEditor(row, help, *grid, content));
     if (row.example != Example::ThumbnailScheme) continue;
     examples_.push_back(new SchemeExample(content));
     grid->addWidget(examples_.back(), grid->rowCount(), 0, 1, 2, Qt::AlignLeft);

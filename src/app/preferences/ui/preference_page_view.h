@@ -20,7 +20,7 @@ class PreferencePageView final : public QScrollArea {
 
  public:
   /// `page` outlives the view.
-  PreferencePageView(const PreferencePage& page, const BrowseProfile& browse, QWidget* parent);
+  PreferencePageView(const PreferencePage& page, const FieldHelp& help, QWidget* parent);
 
   const PreferencePage& Page() const { return page_; }
   /// Parallel to the rows of the page.

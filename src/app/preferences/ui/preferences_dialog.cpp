@@ -35,7 +35,7 @@ QString CountText(std::size_t shown, std::size_t count) {
 
 }  // namespace
 
-CPreferencesDialog::CPreferencesDialog(const settings::Settings& settings, BrowseProfile browse, QWidget* parent)
+CPreferencesDialog::CPreferencesDialog(const settings::Settings& settings, const FieldHelp& help, QWidget* parent)
     : QDialog(parent), applied_(settings), edited_(settings) {
   setWindowTitle(QStringLiteral("Preferences"));
   auto* layout = new QGridLayout(this);
@@ -50,7 +50,7 @@ CPreferencesDialog::CPreferencesDialog(const settings::Settings& settings, Brows
   layout->addWidget(titles_, 1, 0);
   stack_ = new QStackedWidget(this);
   layout->addWidget(stack_, 1, 1);
-  MakePages(browse);
+  MakePages(help);
   MakeButtons(*layout);
   connect(titles_, &QListWidget::currentRowChanged, this, [this](int row) {
     stack_->setCurrentIndex(row);
@@ -86,9 +86,9 @@ void CPreferencesDialog::MakeSearch(QGridLayout& layout) {
   });
 }
 
-void CPreferencesDialog::MakePages(const BrowseProfile& browse) {
+void CPreferencesDialog::MakePages(const FieldHelp& help) {
   for (const auto& page : PreferencePages()) {
-    auto* view = new PreferencePageView(page, browse, stack_);
+    auto* view = new PreferencePageView(page, help, stack_);
     for (std::size_t row = 0; row < view->Editors().size(); ++row) {
       const FoundPreference place{pages_.size(), row};
       connect(view->Editors()[row], &PreferenceEditor::edited, this,

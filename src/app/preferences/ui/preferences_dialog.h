@@ -28,7 +28,7 @@ class CPreferencesDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  CPreferencesDialog(const settings::Settings& settings, BrowseProfile browse, QWidget* parent);
+  CPreferencesDialog(const settings::Settings& settings, const FieldHelp& help, QWidget* parent);
 
   int Page() const;
   /// A number outside is ignored.
@@ -40,7 +40,7 @@ class CPreferencesDialog final : public QDialog {
   void applied(const settings::Settings& settings);
 
  private:
-  void MakePages(const BrowseProfile& browse);
+  void MakePages(const FieldHelp& help);
   void MakeSearch(QGridLayout& layout);
   void MakeButtons(QGridLayout& layout);
   void Edit(const FoundPreference& place, const std::string& value);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+class QLineEdit;
+class QWidget;
+
+namespace ml::app {
+
+/// Wide enough for a path or a text with tokens.
+QLineEdit* MakeTextLine(QWidget* parent);
+/// Bytes as such a line can give them back.
+QString LineText(const std::string& bytes);
+/// `field` takes the width that `button` leaves.
+QWidget* SideBySide(QWidget* field, QWidget* button, QWidget* parent);
+
+}  // namespace ml::app

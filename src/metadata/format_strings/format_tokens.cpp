@@ -1,0 +1,108 @@
+#include "metadata/format_strings/format_tokens.h"
+
+#include "metadata/format_strings/token_values.h"
+
+namespace ml::metadata {
+namespace {
+
+using namespace token_value;
+using enum TokenGroup;
+using D = ExifData;
+
+// Tokens of which one begins like another end in "@", so that none is found inside another.
+constexpr FormatToken kTokens[] = {
+    {"@dir@", "Directory", File, Directory},
+    {"@dirEscaped@", "Directory", File, DirectoryEscaped, "Directory, backslashes doubled"},
+    {"@dirSlash@", "Directory", File, Directory, "Directory, with slashes"},
+    {"@file@", "Filename", File, FileName},
+    {"@fileNoExt@", "Filename (no ext)", File, Stem},
+    {"@fileLower@", "Filename (lower case)", File, FileNameLower},
+    {"@fileNoExtLower@", "Filename (no ext, lower case)", File, StemLower},
+    {"@fileAsNumber@", "Filename (as number)", File, FirstNumber, "First number in the filename"},
+    {"@fileAsNumber2@", "Filename (as number)", File, LastNumber, "Last number in the filename"},
+    {"@fileSize@", "File size", File, FileSize},
+    {"@fileSizeInBytes@", "File size", File, FileSizeInBytes, "File size in bytes, with separators"},
+    {"@fileSizePlain@", "File size", File, Whole<&D::fileSize>, "File size in bytes"},
+    {"@width@", "Image width", Picture, Whole<&D::imageWidth>},
+    {"@height@", "Image height", Picture, Whole<&D::imageHeight>},
+    {"@caption@", "Comments", Text, Caption},
+    {"@exifComments@", "", Text, ExifComments, "Comments, without the IPTC caption"},
+    {"@exifSummary@", "", Text, Summary, "Summary of the shooting data"},
+    {"@exif@", "", Text, Properties, "All shooting data"},
+    {"@owner@", "Owner", Text, Field<&D::owner>},
+    {"@copyright@", "Copyright", Text, Field<&D::copyright>},
+    {"@year@", "Year", Date, DatePart<1, 4>},
+    {"@month@", "Month", Date, DatePart<6, 7>},
+    {"@day@", "Day", Date, DatePart<9, 10>},
+    {"@time@", "Time", Date, TimePart<1, 8>},
+    {"@hour@", "Hour", Date, TimePart<1, 2>},
+    {"@minute@", "Minute", Date, TimePart<4, 5>},
+    {"@second@", "Second", Date, TimePart<7, 8>},
+    {"@dateTime@", "DateTime", Date, Field<&D::dateTime>, "Date and time"},
+    {"@date@", "Date", Date, LongDate, "Date in words"},
+    {"@model@", "Model", Camera, Field<&D::model>},
+    {"@bodyID@", "Body ID", Camera, Field<&D::bodySerial>},
+    {"@firmware@", "Firmware", Camera, Field<&D::firmware>},
+    {"@iso@", "ISO", Exposure, Field<&D::iso>},
+    {"@shutter@", "Shutter speed", Exposure, Field<&D::shutterSpeed>},
+    {"@aperture@", "Aperture", Exposure, Field<&D::aperture>},
+    {"@lens@", "Lens", Camera, Lens},
+    {"@focalLength@", "Focal length", Camera, Fixed<&D::focalLength, 0>},
+    {"@digitalZoom@", "", Camera, Field<&D::digitalZoom>, "Digital zoom"},
+    {"@exposureMode@", "ExposureMode", Exposure, Field<&D::exposureMode>, "Exposure mode"},
+    {"@meteringMode@", "Metering mode", Exposure, Field<&D::meteringMode>},
+    {"@whiteBalance@", "White balance", Picture, Field<&D::whiteBalance>},
+    {"@flash@", "Flash", Exposure, Field<&D::flash>},
+    {"@EFguideNumber@", "EF Guide number", Exposure, Fixed<&D::flashGuideNumber, 2>},
+    {"@selfTimer@", "Self timer", Camera, SelfTimer},
+    {"@imageStabilisation@", "Image stabilisation", Camera, ImageStabilisation},
+    {"@macro@", "Macro", Camera, Field<&D::macroFocus>},
+    {"@focusPoint@", "Focus point", Camera, Field<&D::focusPoint>},
+    {"@focusMode@", "AF mode", Camera, Field<&D::afMode>},
+    {"@driveMode@", "Drive mode", Camera, Field<&D::driveMode>},
+    {"@quality@", "Image quality", Picture, Field<&D::imageQuality>},
+    {"@saturation@", "Saturation", Picture, Field<&D::saturation>},
+    {"@contrast@", "Contrast", Picture, Field<&D::contrast>},
+    {"@sharpness@", "Sharpness", Picture, Field<&D::sharpness>},
+    {"@subjectDistance@", "Subject distance", Camera, SubjectDistance},
+    {"@exposureCompensation@", "Exposure compensation", Exposure, Stops<&D::exposureCompensation>},
+    {"@flashCompensation@", "Flash compensation", Exposure, Stops<&D::flashCompensation>},
+    {"@aebExpCompensation@", "AEB exposure compensation", Exposure, Stops<&D::aebCompensation>},
+    {"@aebShotNumber@", "AEB shooting number", Exposure, Whole<&D::aebShot>},
+    {"@seqNumber@", "Image number", Camera, SequenceNumber},
+    {"@customFunctions@", "Custom functions", Camera, Field<&D::customFunctions>},
+    {"@IPTC_objectName@", "IPTC objectName", Iptc, IptcLast<5>},
+    {"@IPTC_editStatus@", "IPTC editStatus", Iptc, IptcLast<7>},
+    {"@IPTC_priority@", "IPTC priority", Iptc, IptcLast<10>},
+    {"@IPTC_category@", "IPTC category", Iptc, IptcLast<15>},
+    {"@IPTC_supplementalCategories@", "IPTC supplementalCategories", Iptc, IptcAll<20>},
+    {"@IPTC_jobID@", "IPTC jobID", Iptc, IptcLast<22>},
+    {"@IPTC_keywords@", "IPTC keywords", Iptc, IptcAll<25>},
+    {"@IPTC_releaseDate@", "IPTC releaseDate", Iptc, IptcLast<30>},
+    {"@IPTC_releaseTime@", "IPTC releaseTime", Iptc, IptcLast<35>},
+    {"@IPTC_specialInstructions@", "IPTC specialInstructions", Iptc, IptcLast<40>},
+    {"@IPTC_dateCreated@", "IPTC dateCreated", Iptc, IptcLast<55>},
+    {"@IPTC_timeCreated@", "IPTC timeCreated", Iptc, IptcLast<60>},
+    {"@IPTC_originatingProgram@", "IPTC originatingProgram", Iptc, IptcLast<65>},
+    {"@IPTC_objectCycle@", "IPTC objectCycle", Iptc, IptcLast<75>},
+    {"@IPTC_byline@", "IPTC byline", Iptc, IptcLast<80>},
+    {"@IPTC_bylineTitle@", "IPTC bylineTitle", Iptc, IptcLast<85>},
+    {"@IPTC_city@", "IPTC city", Iptc, IptcLast<90>},
+    {"@IPTC_sublocation@", "IPTC sublocation", Iptc, IptcLast<92>},
+    {"@IPTC_state@", "IPTC state", Iptc, IptcLast<95>},
+    {"@IPTC_countryCode@", "IPTC countryCode", Iptc, IptcLast<100>},
+    {"@IPTC_country@", "IPTC country", Iptc, IptcLast<101>},
+    {"@IPTC_origTransRef@", "IPTC originalTransmissionReference", Iptc, IptcLast<103>},
+    {"@IPTC_headline@", "IPTC headline", Iptc, IptcLast<105>},
+    {"@IPTC_credit@", "IPTC credit", Iptc, IptcLast<110>},
+    {"@IPTC_source@", "IPTC source", Iptc, IptcLast<115>},
+    {"@IPTC_copyright@", "IPTC copyright", Iptc, IptcLast<116>},
+    {"@IPTC_caption@", "IPTC caption", Iptc, IptcLast<120>},
+    {"@IPTC_captionWriter@", "IPTC captionWriter", Iptc, IptcLast<122>},
+};
+
+}  // namespace
+
+std::span<const FormatToken> FormatTokens() { return kTokens; }
+
+}  // namespace ml::metadata
