@@ -10,6 +10,7 @@
 #include "support/gif_builder.h"
 #include "support/jp2_builder.h"
 #include "support/jpeg_builder.h"
+#include "support/maker_notes.h"
 #include "support/metadata_blocks.h"
 #include "support/picture_tiff.h"
 #include "support/png_builder.h"
@@ -50,6 +51,24 @@ void AddRaws(std::vector<SmallFile>& files, const std::string& suffix, const Cam
   files.push_back({"Crw" + suffix, "a.crw", CrwHeap(raw).BuildFile(raw.order)});
 }
 
+/// Notes of the makers in the forms in which their cameras write them.
+void AddMakerNotes(std::vector<SmallFile>& files) {
+  const auto jpeg = [](const TiffBuilder& tiff) {
+    return InsertSegments(EncodeJpeg(SmallPicture()), ExifSegment(tiff));
+  };
+  for (const auto order : {Endian::Little, Endian::Big}) {
+    const std::string suffix = order == Endian::Big ? "BigEndian" : "";
+    const auto headed = WithNikonNote(NikonNoteDirectory(order)), bare = WithBareNikonNote(NikonNoteDirectory(order));
+    files.push_back({"JpegNikon" + suffix, "a.jpg", jpeg(headed)});
+    files.push_back({"JpegNikonBare" + suffix, "a.jpg", jpeg(bare)});
+    files.push_back({"NefNikon" + suffix, "a.nef", headed.Build()});
+    files.push_back({"NefNikonBare" + suffix, "a.nef", bare.Build()});
+  }
+  files.push_back({"JpegOlympus", "a.jpg", jpeg(WithOlympusNote(OlympusNoteDirectory()))});
+  files.push_back({"JpegFuji", "a.jpg", jpeg(WithFujiNote(FujiNoteDirectory()))});
+  files.push_back({"JpegCasio", "a.jpg", jpeg(WithCasioNote(CasioNoteDirectory()))});
+}
+
 void AddPngs(std::vector<SmallFile>& files) {
   const auto before = PngProfile("Sample", IccProfile("Sample RGB")) + PngText("Author", "Tarnwick");
   const auto after = PngCompressedText("Description", "A description") +
@@ -84,6 +103,7 @@ std::vector<SmallFile> MakeFiles() {
   AddRaws(files, "BigEndian", SmallRaw(Endian::Big));
   const auto mrw = SmallRaw(Endian::Big);
   files.push_back({"Mrw", "a.mrw", MrwFile(mrw, MrwDirectories(mrw))});
+  AddMakerNotes(files);
   AddPngs(files);
   AddPsds(files);
   AddJp2s(files);
