@@ -40,8 +40,9 @@ TEST(SampleNotes, NikonAgreesWithTheReference) {
   const auto samples = test::SamplesDir();
   if (!samples) GTEST_SKIP() << "no real files here";
   std::ifstream file(*samples + "/expected.json");
+  const auto reference = json::parse(file);
   int compared = 0;
-  for (const auto& [name, record] : json::parse(file).items()) {
+  for (const auto& [name, record] : reference.items()) {
     const auto& raw = record.at("raw");
     // Kept: the note of the oldest kind gives nothing, and a JPEG under a raw file's name is none.
     if (!raw.contains("Nikon:FocusMode") || name == "nef/jpeg-named-nef.nef") continue;
