@@ -51,24 +51,6 @@ void AddRaws(std::vector<SmallFile>& files, const std::string& suffix, const Cam
   files.push_back({"Crw" + suffix, "a.crw", CrwHeap(raw).BuildFile(raw.order)});
 }
 
-/// Notes of the makers in the forms in which their cameras write them.
-void AddMakerNotes(std::vector<SmallFile>& files) {
-  const auto jpeg = [](const TiffBuilder& tiff) {
-    return InsertSegments(EncodeJpeg(SmallPicture()), ExifSegment(tiff));
-  };
-  for (const auto order : {Endian::Little, Endian::Big}) {
-    const std::string suffix = order == Endian::Big ? "BigEndian" : "";
-    const auto headed = WithNikonNote(NikonNoteDirectory(order)), bare = WithBareNikonNote(NikonNoteDirectory(order));
-    files.push_back({"JpegNikon" + suffix, "a.jpg", jpeg(headed)});
-    files.push_back({"JpegNikonBare" + suffix, "a.jpg", jpeg(bare)});
-    files.push_back({"NefNikon" + suffix, "a.nef", headed.Build()});
-    files.push_back({"NefNikonBare" + suffix, "a.nef", bare.Build()});
-  }
-  files.push_back({"JpegOlympus", "a.jpg", jpeg(WithOlympusNote(OlympusNoteDirectory()))});
-  files.push_back({"JpegFuji", "a.jpg", jpeg(WithFujiNote(FujiNoteDirectory()))});
-  files.push_back({"JpegCasio", "a.jpg", jpeg(WithCasioNote(CasioNoteDirectory()))});
-}
-
 void AddPngs(std::vector<SmallFile>& files) {
   const auto before = PngProfile("Sample", IccProfile("Sample RGB")) + PngText("Author", "Tarnwick");
   const auto after = PngCompressedText("Description", "A description") +
@@ -103,7 +85,6 @@ std::vector<SmallFile> MakeFiles() {
   AddRaws(files, "BigEndian", SmallRaw(Endian::Big));
   const auto mrw = SmallRaw(Endian::Big);
   files.push_back({"Mrw", "a.mrw", MrwFile(mrw, MrwDirectories(mrw))});
-  AddMakerNotes(files);
   AddPngs(files);
   AddPsds(files);
   AddJp2s(files);
@@ -116,10 +97,34 @@ std::vector<SmallFile> MakeFiles() {
   return files;
 }
 
+std::vector<SmallFile> MakeMakerNoteFiles() {
+  std::vector<SmallFile> files;
+  const auto jpeg = [](const TiffBuilder& tiff) {
+    return InsertSegments(EncodeJpeg(SmallPicture()), ExifSegment(tiff));
+  };
+  for (const auto order : {Endian::Little, Endian::Big}) {
+    const std::string suffix = order == Endian::Big ? "BigEndian" : "";
+    const auto headed = WithNikonNote(NikonNoteDirectory(order)), bare = WithBareNikonNote(NikonNoteDirectory(order));
+    files.push_back({"JpegNikon" + suffix, "a.jpg", jpeg(headed)});
+    files.push_back({"JpegNikonBare" + suffix, "a.jpg", jpeg(bare)});
+    files.push_back({"NefNikon" + suffix, "a.nef", headed.Build()});
+    files.push_back({"NefNikonBare" + suffix, "a.nef", bare.Build()});
+  }
+  files.push_back({"JpegOlympus", "a.jpg", jpeg(WithOlympusNote(OlympusNoteDirectory()))});
+  files.push_back({"JpegFuji", "a.jpg", jpeg(WithFujiNote(FujiNoteDirectory()))});
+  files.push_back({"JpegCasio", "a.jpg", jpeg(WithCasioNote(CasioNoteDirectory()))});
+  return files;
+}
+
 }  // namespace
 
 const std::vector<SmallFile>& SmallFiles() {
   static const auto files = MakeFiles();
+  return files;
+}
+
+const std::vector<SmallFile>& MakerNoteFiles() {
+  static const auto files = MakeMakerNoteFiles();
   return files;
 }
 
