@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <iterator>
 
+#include "metadata/casio/casio_note.h"
+#include "metadata/fuji/fuji_note.h"
+#include "metadata/nikon/nikon_note.h"
+#include "metadata/olympus/olympus_note.h"
 #include "platform/paths.h"
 
 namespace ml::metadata {
@@ -13,8 +17,10 @@ struct MakerRow {
   MakerNoteReader read;
 };
 /// The order decides where a make holds two of the words.
-constexpr MakerRow kMakers[] = {{"canon", nullptr}, {"olympus", nullptr}, {"fuji", nullptr},
-                                {"nikon", nullptr}, {"casio", nullptr},   {"pentax", nullptr}};
+constexpr MakerRow kMakers[] = {
+    {"canon", nullptr},       {"olympus", ReadOlympusNote}, {"fuji", ReadFujiNote},
+    {"nikon", ReadNikonNote}, {"casio", ReadCasioNote},     {"pentax", nullptr},  // nothing in it is shown
+};
 
 }  // namespace
 

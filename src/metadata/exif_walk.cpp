@@ -124,7 +124,6 @@ void ExifWalk::ReadMakerNote(const IfdEntry& entry) {
   if (read == nullptr) return;
   // Kept: a note's offset never counts from the TIFF header of a file that has something in front of it.
   const MakerNote note{source_, walker_.Order(), entry.rawValue, entry.count, rules_.form};
-  if (InFile()) return read(data_, note);
   try {
     read(data_, note);
   } catch (ExifException) {

@@ -1,15 +1,9 @@
 #include "metadata/exif_words.h"
 
-#include <algorithm>
-#include <span>
+#include "metadata/code_words.h"
 
 namespace ml::metadata {
 namespace {
-
-struct CodeWord {
-  std::uint32_t code;
-  std::string_view word;
-};
 
 constexpr CodeWord kExposureModes[] = {{1, "Manual"},       {2, "Program"}, {3, "Av"},       {4, "Tv"},
                                        {5, "Slow Program"}, {6, "Sport"},   {7, "Portrait"}, {8, "Landscape"}};
@@ -44,17 +38,12 @@ constexpr CodeWord kLevels[] = {{0, "Normal"}, {1, "Low"}, {2, "High"}};
 
 constexpr std::uint32_t kFlashFired = 0x01, kFlashAutomatic = 0x18, kFlashRedEye = 0x40;
 
-std::string_view WordOf(std::span<const CodeWord> words, std::uint32_t code, std::string_view otherwise) {
-  const auto found = std::ranges::find(words, code, &CodeWord::code);
-  return found == words.end() ? otherwise : found->word;
-}
-
 }  // namespace
 
-std::string_view ExposureModeWord(std::uint32_t code) { return WordOf(kExposureModes, code, ""); }
+std::string_view ExposureModeWord(std::uint32_t code) { return WordOf(kExposureModes, code); }
 std::string_view MeteringModeWord(std::uint32_t code) { return WordOf(kMeteringModes, code, "Unknown"); }
 std::string_view WhiteBalanceWord(std::uint32_t code) { return WordOf(kWhiteBalances, code, "Other"); }
-std::string_view LevelWord(std::uint32_t code) { return WordOf(kLevels, code, ""); }
+std::string_view LevelWord(std::uint32_t code) { return WordOf(kLevels, code); }
 
 std::string FlashWord(std::uint32_t flags) {
   std::string word = "Off";

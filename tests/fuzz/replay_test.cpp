@@ -95,6 +95,9 @@ TEST_P(TruncatedFile, EndsCleanlyInItsReadersAtEveryLength) {
 INSTANTIATE_TEST_SUITE_P(Kinds, TruncatedFile, testing::ValuesIn(test::SmallFiles()),
                          [](const auto& c) { return c.param.name; });
 
+INSTANTIATE_TEST_SUITE_P(MakerNotes, TruncatedFile, testing::ValuesIn(test::MakerNoteFiles()),
+                         [](const auto& c) { return c.param.name; });
+
 /// A file may have any name, so every reader meets every format.
 TEST(CameraFiles, EndCleanlyInEveryReader) {
   for (const auto& path : FilesBelow(test::SamplesDir().value_or("/nowhere"))) {

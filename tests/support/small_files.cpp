@@ -10,6 +10,7 @@
 #include "support/gif_builder.h"
 #include "support/jp2_builder.h"
 #include "support/jpeg_builder.h"
+#include "support/maker_notes.h"
 #include "support/metadata_blocks.h"
 #include "support/picture_tiff.h"
 #include "support/png_builder.h"
@@ -96,10 +97,34 @@ std::vector<SmallFile> MakeFiles() {
   return files;
 }
 
+std::vector<SmallFile> MakeMakerNoteFiles() {
+  std::vector<SmallFile> files;
+  const auto jpeg = [](const TiffBuilder& tiff) {
+    return InsertSegments(EncodeJpeg(SmallPicture()), ExifSegment(tiff));
+  };
+  for (const auto order : {Endian::Little, Endian::Big}) {
+    const std::string suffix = order == Endian::Big ? "BigEndian" : "";
+    const auto headed = WithNikonNote(NikonNoteDirectory(order)), bare = WithBareNikonNote(NikonNoteDirectory(order));
+    files.push_back({"JpegNikon" + suffix, "a.jpg", jpeg(headed)});
+    files.push_back({"JpegNikonBare" + suffix, "a.jpg", jpeg(bare)});
+    files.push_back({"NefNikon" + suffix, "a.nef", headed.Build()});
+    files.push_back({"NefNikonBare" + suffix, "a.nef", bare.Build()});
+  }
+  files.push_back({"JpegOlympus", "a.jpg", jpeg(WithOlympusNote(OlympusNoteDirectory()))});
+  files.push_back({"JpegFuji", "a.jpg", jpeg(WithFujiNote(FujiNoteDirectory()))});
+  files.push_back({"JpegCasio", "a.jpg", jpeg(WithCasioNote(CasioNoteDirectory()))});
+  return files;
+}
+
 }  // namespace
 
 const std::vector<SmallFile>& SmallFiles() {
   static const auto files = MakeFiles();
+  return files;
+}
+
+const std::vector<SmallFile>& MakerNoteFiles() {
+  static const auto files = MakeMakerNoteFiles();
   return files;
 }
 

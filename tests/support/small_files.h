@@ -16,7 +16,10 @@ struct SmallFile {
 
 /// Files of every kind, with all the metadata that the kind carries, small enough to be read thousands of times.
 const std::vector<SmallFile>& SmallFiles();
-/// The first whose extension this is. Ends the program if there is none.
+/// Files with the private notes of camera makers, in each form in which cameras write them; the raw ones hold no
+/// picture.
+const std::vector<SmallFile>& MakerNoteFiles();
+/// The first of SmallFiles whose extension this is. Ends the program if there is none.
 const SmallFile& SmallFileWith(const std::string& extension);
 
 }  // namespace ml::test

@@ -112,8 +112,14 @@ TiffBuilder& TiffBuilder::Magic(int magic) {
 }
 
 std::string TiffBuilder::Build() const {
+  ByteString header(order_);
+  header.Text(order_ == Endian::Big ? "MM" : "II").Short(static_cast<std::uint64_t>(magic_)).Long(8);
+  return BuildBehind(header.Bytes());
+}
+
+std::string TiffBuilder::BuildBehind(std::string_view head) const {
   ByteString out(order_);
-  out.Text(order_ == Endian::Big ? "MM" : "II").Short(static_cast<std::uint64_t>(magic_)).Long(8);
+  out.Text(head);
   std::vector<Deferred> deferred;
   Write(out, deferred);
   for (const auto& [offsets, pieces] : deferred) {

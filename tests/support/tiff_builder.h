@@ -64,8 +64,11 @@ class TiffBuilder {
   /// Instead of 42.
   TiffBuilder& Magic(int magic);
 
+  Endian Order() const { return order_; }
   std::size_t EntryCount() const { return entries_.size(); }
   std::string Build() const;
+  /// Behind `head` instead of a TIFF header; offsets count from the start of that.
+  std::string BuildBehind(std::string_view head) const;
 
  private:
   struct Entry {

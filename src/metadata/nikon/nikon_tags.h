@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+#include "metadata/exif_hooks.h"
+#include "metadata/ifd.h"
+
+namespace ml::metadata {
+
+/// The record that a Nikon note fills and where the values of its entries stand.
+struct NikonValues {
+  ExifData& data;
+  const ByteSource& source;
+  ByteOrder order;
+  std::uint64_t base;  ///< offsets count from here
+};
+
+/// What one entry says; the notes of JPEGs are asked for more than those of files.
+void TakeNikonTag(const NikonValues& values, const IfdEntry& entry, MakerNoteForm form);
+
+}  // namespace ml::metadata

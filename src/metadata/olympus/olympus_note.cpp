@@ -1,0 +1,53 @@
+#include "metadata/olympus/olympus_note.h"
+
+#include "metadata/note_values.h"
+
+namespace ml::metadata {
+namespace {
+
+// Tags 0x201 and 0x202: "Description of Exif file format" by T. Tachibanaya, Olympus MakerNote. Tag 0x1004: the table
+// of Olympus values in the documentation of libexif. The others: documentation of ExifTool, page "Olympus Tags".
+constexpr CodeWord kQualities[] = {{1, "SQ"}, {2, "HQ"}, {3, "SHQ"}, {4, "RAW/TIFF"}};
+constexpr CodeWord kMacros[] = {{1, "On"}, {2, "Super Macro"}};
+/// Automatic and switched off say less than the standard's tag, which knows whether it fired.
+constexpr CodeWord kFlashes[] = {{1, "Red-eye reduction"}, {2, "Fill"}};
+constexpr CodeWord kFocusModes[] = {{0, "Auto Focus"}, {1, "Manual Focus"}};
+constexpr CodeWord kSharpnesses[] = {{0, "Normal"}, {1, "Hard"}, {2, "Soft"}};
+constexpr CodeWord kContrasts[] = {{0, "High"}, {1, "Normal"}, {2, "Low"}};
+
+constexpr NoteWordRow kRows[] = {
+    {0x0201, &ExifData::imageQuality, kQualities, "Unknown"},
+    {0x0202, &ExifData::macroFocus, kMacros},
+    {0x1004, &ExifData::flash, kFlashes},
+    {0x100b, &ExifData::afMode, kFocusModes},
+    {0x100f, &ExifData::sharpness, kSharpnesses},
+    {0x1029, &ExifData::contrast, kContrasts},
+};
+
+/// How a note begins, where its directory follows, and where its byte order is told if not by the block's.
+struct Head {
+  std::string_view start;
+  std::uint32_t directory;
+  std::size_t orderMark;
+};
+constexpr std::size_t kLongestHead = 12;
+constexpr Head kHeads[] = {{"OLYMPUS", 12, 8}, {"OLYMP", 8, 0}, {"", 0, 0}};
+
+}  // namespace
+
+void ReadOlympusNote(ExifData& data, const MakerNote& note) {
+  if (note.form != MakerNoteForm::Block) return;
+  const auto bytes = note.source.ReadUpTo(note.offset, kLongestHead);
+  const ByteView start(bytes, ByteOrder::Big);
+  const auto* head = kHeads;
+  while (!start.StartsWith(head->start)) ++head;  // the last one fits everything
+  auto order = note.order;
+  if (head->orderMark != 0) order = start.StartsWith("MM", head->orderMark) ? ByteOrder::Big : ByteOrder::Little;
+  IfdWalker walker(note.source, order, {.followNext = false});
+  walker.Walk(NoteDirectoryOffset(note, head->directory), [&](const IfdEntry& entry) {
+    TakeNoteWord(data, kRows, entry, order);
+    return Visit::Continue;
+  });
+}
+
+}  // namespace ml::metadata
