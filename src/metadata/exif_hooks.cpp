@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "metadata/canon/canon_note.h"
 #include "platform/paths.h"
 
 namespace ml::metadata {
@@ -13,8 +14,12 @@ struct MakerRow {
   MakerNoteReader read;
 };
 /// The order decides where a make holds two of the words.
-constexpr MakerRow kMakers[] = {{"canon", nullptr}, {"olympus", nullptr}, {"fuji", nullptr},
-                                {"nikon", nullptr}, {"casio", nullptr},   {"pentax", nullptr}};
+constexpr MakerRow kMakers[] = {{"canon", ReadCanonMakerNote},
+                                {"olympus", nullptr},
+                                {"fuji", nullptr},
+                                {"nikon", nullptr},
+                                {"casio", nullptr},
+                                {"pentax", nullptr}};
 
 }  // namespace
 

@@ -1,15 +1,9 @@
 #include "metadata/exif_words.h"
 
-#include <algorithm>
-#include <span>
+#include "metadata/code_word.h"
 
 namespace ml::metadata {
 namespace {
-
-struct CodeWord {
-  std::uint32_t code;
-  std::string_view word;
-};
 
 constexpr CodeWord kExposureModes[] = {{1, "Manual"},       {2, "Program"}, {3, "Av"},       {4, "Tv"},
                                        {5, "Slow Program"}, {6, "Sport"},   {7, "Portrait"}, {8, "Landscape"}};
@@ -43,11 +37,6 @@ constexpr CodeWord kWhiteBalances[] = {
 constexpr CodeWord kLevels[] = {{0, "Normal"}, {1, "Low"}, {2, "High"}};
 
 constexpr std::uint32_t kFlashFired = 0x01, kFlashAutomatic = 0x18, kFlashRedEye = 0x40;
-
-std::string_view WordOf(std::span<const CodeWord> words, std::uint32_t code, std::string_view otherwise) {
-  const auto found = std::ranges::find(words, code, &CodeWord::code);
-  return found == words.end() ? otherwise : found->word;
-}
 
 }  // namespace
 
