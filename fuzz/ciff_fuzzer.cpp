@@ -1,3 +1,4 @@
+#include "metadata/canon/crw_properties.h"
 #include "metadata/ciff.h"
 #include "metadata/crw_file.h"
 
@@ -9,6 +10,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Refusable([&] { ReadCrwBasics(source); });
   Refusable([&] { ReadCrwSettings(source); });
   Refusable([&] { ReadCiffRecords(source); });
+  ExifData record;
+  ReadCrwProperties(record, source);
   FindCrwPreview(source);
   return 0;
 }

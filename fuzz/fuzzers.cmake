@@ -1,5 +1,6 @@
 # One target a reader, <name>_fuzzer.cpp, its finds in tests/data/fuzz/<name>; behind the name what it links.
 set(ML_FUZZERS
+  "canon_note ml_metadata"
   "ciff ml_metadata"
   "decode_dib ml_imaging"
   "decode_jp2 ml_imaging"

@@ -98,6 +98,19 @@ std::vector<Point> SevenPoints(const Sensor& sensor, std::uint32_t value) {
           {x, 3 * height / 4, boxHeight, boxWidth, is(0x04)}};
 }
 
+/// 0 if it is not known.
+std::uint32_t FocusWordOf(const metadata::ExifData& exif, FocusCamera camera) {
+  switch (camera) {
+    case FocusCamera::SevenPoints:
+      return static_cast<std::uint32_t>(exif.stitchShot);  // their word stands where other cameras count such shots
+    case FocusCamera::ThreePoints:
+      return static_cast<std::uint32_t>(exif.focusPointCode);
+    case FocusCamera::FortyFivePoints:
+      return 0;  // no file is known to tell them
+  }
+  return 0;
+}
+
 /// The high nibble of the camera's word says who chose the point; 0 is no word at all.
 constexpr std::uint32_t ChosenBy(std::uint32_t value) { return (value & 0xf000) >> 12; }
 
@@ -185,10 +198,10 @@ std::optional<FocusCamera> FocusCameraOf(std::string_view model) {
 
 std::optional<FocusPointData> FocusPointsOf(const metadata::ExifData& exif, bool useJpegExifOrientation) {
   const auto camera = FocusCameraOf(exif.model);
-  // The records of the other cameras do not hold their words yet.
-  if (camera != FocusCamera::SevenPoints || exif.stitchShot == 0) return std::nullopt;
+  const auto value = camera ? FocusWordOf(exif, *camera) : 0;
+  if (value == 0) return std::nullopt;
   return FocusPointData{.camera = *camera,
-                        .value = static_cast<std::uint32_t>(exif.stitchShot),
+                        .value = value,
                         .circle = StandsBehindStart(platform::AsciiLower(exif.model), "eos 10d"),
                         .rotation = RotationOf(exif, useJpegExifOrientation)};
 }

@@ -4,6 +4,7 @@
 #include <ctime>
 #include <string>
 
+#include "metadata/canon/crw_properties.h"
 #include "metadata/crw_file.h"
 #include "metadata/exif_hooks.h"
 #include "metadata/exif_reader.h"
@@ -61,7 +62,7 @@ void ReadJpegWithIptc(ExifData& data, const ByteSource& file) {
 void ReadCrwWithCompanion(ExifData& data, const ByteSource& file) {
   const bool hasCompanion = ReadCompanion(data);
   if (!hasCompanion || data.imageNumber == 0) ReadHeaps(data, file);
-  if (kExifHooks.ciffProperties != nullptr) kExifHooks.ciffProperties(data, file);
+  ReadCrwProperties(data, file);
 }
 
 void ReadAviCompanion(ExifData& data, const ByteSource&) { ReadCompanion(data); }

@@ -69,6 +69,7 @@ struct ExifData {
   std::int32_t focalLength35 = 0;             ///< millimetres on 35mm film
   double subjectDistance = 0;                 ///< metres
   std::string focusPoint, afMode, macroFocus, digitalZoom;
+  std::int32_t focusPointCode = 0;  ///< the word behind `focusPoint`
   bool imageStabilisation = false;
 
   // Drive

@@ -57,6 +57,7 @@ constexpr ExifFieldRow kFields[] = {
     {"focalLength35", Of<&E::focalLength35>},
     {"subjectDistance", Of<&E::subjectDistance>},
     {"focusPoint", Of<&E::focusPoint>},
+    {"focusPointCode", Of<&E::focusPointCode>},
     {"afMode", Of<&E::afMode>},
     {"macroFocus", Of<&E::macroFocus>},
     {"digitalZoom", Of<&E::digitalZoom>},

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "metadata/canon/white_balance.h"
 #include "metadata/crw_file.h"
-#include "metadata/exif_hooks.h"
 #include "metadata/jpeg_size.h"
 #include "platform/dates.h"
 #include "platform/paths.h"
@@ -37,9 +37,7 @@ void TakeHeapSettings(ExifData& data, const ByteSource& file) {
   if (settings.stitchShot) data.stitchShot = *settings.stitchShot;
   if (settings.colorSpace == 1) data.colorSpace = "sRGB";
   if (settings.colorSpace == 2) data.colorSpace = "AdobeRGB";
-  if (settings.whiteBalance && kExifHooks.canonWhiteBalance != nullptr) {
-    data.whiteBalance = kExifHooks.canonWhiteBalance(*settings.whiteBalance);
-  }
+  if (settings.whiteBalance) data.whiteBalance = CanonWhiteBalanceWord(*settings.whiteBalance);
 }
 
 std::string FindFirmware(const ByteSource& file) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "metadata/canon/canon_note.h"
 #include "metadata/casio/casio_note.h"
 #include "metadata/fuji/fuji_note.h"
 #include "metadata/nikon/nikon_note.h"
@@ -18,8 +19,8 @@ struct MakerRow {
 };
 /// The order decides where a make holds two of the words.
 constexpr MakerRow kMakers[] = {
-    {"canon", nullptr},       {"olympus", ReadOlympusNote}, {"fuji", ReadFujiNote},
-    {"nikon", ReadNikonNote}, {"casio", ReadCasioNote},     {"pentax", nullptr},  // nothing in it is shown
+    {"canon", ReadCanonMakerNote}, {"olympus", ReadOlympusNote}, {"fuji", ReadFujiNote},
+    {"nikon", ReadNikonNote},      {"casio", ReadCasioNote},     {"pentax", nullptr},  // nothing in it is shown
 };
 
 }  // namespace

@@ -135,8 +135,13 @@ TEST(FocusPoints, ComeFromTheShootingData) {
   EXPECT_EQ(FocusPointsOf(exif, false)->rotation, 180);
   exif.model = "Canon EOS 300D DIGITAL";
   EXPECT_FALSE(FocusPointsOf(exif, false)->circle);
-  exif.model = "NIKON D100";
-  EXPECT_FALSE(FocusPointsOf(exif, false));
+  exif.focusPointCode = 0x3002;
+  exif.model = "Canon EOS D60";
+  EXPECT_EQ(FocusPointsOf(exif, false)->value, 0x3002U);
+  for (const auto* model : {"NIKON D100", "Canon EOS-1D"}) {
+    exif.model = model;
+    EXPECT_FALSE(FocusPointsOf(exif, false)) << model;
+  }
 }
 
 /// One letter a pixel: R and r the reds, B and b the black and the grey.

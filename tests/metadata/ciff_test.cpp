@@ -45,7 +45,7 @@ TEST_P(CrwOrder, ValuesComeFromTheHeaps) {
   EXPECT_EQ(settings.stitchShot, 4);
   EXPECT_EQ(settings.colorTemperature, 5200);
   EXPECT_EQ(settings.colorSpace, 1);
-  EXPECT_EQ(settings.whiteBalance, 0);
+  EXPECT_EQ(settings.whiteBalance, 9);
 }
 INSTANTIATE_TEST_SUITE_P(Both, CrwOrder, testing::Values(Endian::Little, Endian::Big));
 

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <nlohmann/json.hpp>
-
 #include "metadata/bmp_size.h"
 #include "metadata/crw_file.h"
 #include "metadata/gif_size.h"
@@ -10,6 +7,7 @@
 #include "metadata/png_chunks.h"
 #include "metadata/psd_resources.h"
 #include "metadata/riff.h"
+#include "metadata/sample_reference.h"
 #include "metadata/tiff_facts.h"
 #include "platform/paths.h"
 #include "support/temp_dir.h"
@@ -17,16 +15,7 @@
 namespace ml::metadata {
 namespace {
 
-using nlohmann::json;
 using Size = std::pair<int, int>;
-
-/// The reference reading of the real files; empty where there are none.
-json Reference() {
-  const auto samples = test::SamplesDir();
-  if (!samples) return json::object();
-  std::ifstream file(*samples + "/expected.json");
-  return json::parse(file);
-}
 
 template <class Picture>
 std::optional<Size> SizeOf(const std::optional<Picture>& picture) {
@@ -50,7 +39,7 @@ constexpr SizeReader kReaders[] = {
 };
 
 TEST(SampleContainers, SizesAgreeWithTheReference) {
-  const auto reference = Reference();
+  const auto reference = test::SampleReference();
   int compared = 0;
   for (const auto& [name, record] : reference.items()) {
     const auto& raw = record.at("raw");
@@ -69,7 +58,7 @@ TEST(SampleContainers, SizesAgreeWithTheReference) {
 }
 
 TEST(SampleContainers, CrwValuesAgreeWithTheReference) {
-  const auto reference = Reference();
+  const auto reference = test::SampleReference();
   for (const auto& [name, record] : reference.items()) {
     if (!name.ends_with(".crw")) continue;
     const auto& raw = record.at("raw");

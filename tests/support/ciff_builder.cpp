@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "support/canon_builder.h"
+
 namespace ml::test {
 namespace {
 
@@ -22,12 +24,14 @@ std::int64_t SecondsOf(const std::string& dateTime) {
       .count();
 }
 
-/// An array with its size in bytes in front, zero but for these words.
 std::vector<int> Words(std::size_t count, const std::vector<std::pair<std::size_t, int>>& set) {
-  std::vector<int> words(count);
-  words[0] = static_cast<int>(2 * count);
-  for (const auto& [index, value] : set) words[index] = value;
-  return words;
+  const auto words = CanonArray(count, set);
+  return {words.begin(), words.end()};
+}
+
+std::string PaddedText(std::string text, std::size_t size, char padding = '\0') {
+  text.resize(size, padding);
+  return text;
 }
 
 }  // namespace
@@ -84,12 +88,16 @@ CiffBuilder CrwProperties(const CameraRaw& raw) {
   CiffBuilder camera;
   camera.Data(0x080a, (raw.make.empty() ? "Canon" : raw.make) + '\0' +
                           (raw.model.empty() ? "Canon PowerShot G2" : raw.model) + '\0');
+  camera.Data(0x0810, PaddedText("A. Photographer", 32)).Data(0x080b, PaddedText("Firmware Version 1.00D", 32));
+  camera.Entry(0x580b, 305465770, 0);
   CiffBuilder settings;
-  settings.Shorts(0x1029, {8, 35, 286, 214}).Shorts(0x102a, Words(33, {{2, 160}, {4, 161}, {5, 223}}));
-  settings.Shorts(0x102d, Words(46, {{1, 2}, {3, 3}, {23, 1102}, {24, 224}, {25, 32}}));
-  settings.Shorts(0x1038, Words(23, {{22, 4}})).Shorts(0x10ae, {5200}).Shorts(0x10b4, {1});
+  settings.Entry(0x5029, raw.order == Endian::Big ? 0x00000023 : 0x00230000, 0);  // four words, the second 35
+  settings.Shorts(0x102a, Words(33, {{2, 160}, {4, 161}, {5, 223}, {6, 0xffec}, {7, 9}, {21, 160}, {22, 0xffb4}}));
+  settings.Shorts(0x102d, Words(46, {{1, 2}, {3, 3}, {23, 1120}, {24, 448}, {25, 16}, {29, 0x2000}}));
+  settings.Shorts(0x1033, Words(18, {{12, 0x0c01}})).Shorts(0x1038, Words(24, {{22, 4}}));
+  settings.Shorts(0x10ae, {5200}).Shorts(0x10b4, {1});
   CiffBuilder properties;
-  properties.Data(0x0805, std::string("ASCII") + std::string(251, ' ')).Heap(0x2807, camera);
+  properties.Data(0x0805, PaddedText("ASCIIA comment", 256, ' ')).Heap(0x2807, camera);
   properties.Longs(0x180e, {SecondsOf(raw.dateTime), 0, 0});
   properties.Longs(
       0x1810, {raw.width, raw.height, 0x3f800000, RotationDegrees(raw.orientation), kComponentBits, kColourBits, 1});

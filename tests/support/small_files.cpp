@@ -6,6 +6,7 @@
 #include "support/avi_builder.h"
 #include "support/bmp_builder.h"
 #include "support/camera_raw.h"
+#include "support/canon_builder.h"
 #include "support/ciff_builder.h"
 #include "support/gif_builder.h"
 #include "support/jp2_builder.h"
@@ -40,6 +41,17 @@ std::string SmallTiff(const TiffEncoding& encoding) {
   tiff.Bytes(700, XmpPacket("A description")).Undefined(33723, Iptc()).Bytes(34377, ImageResources({{1028, Iptc()}}));
   tiff.Undefined(34675, IccProfile("Sample RGB"));
   return tiff.Directory(34665, TiffBuilder().Rational(33434, 1, 125).Ascii(36867, "2003:05:17 10:11:12")).Build();
+}
+
+TiffBuilder CanonDirectories(Endian order) {
+  const auto exif = TiffBuilder(order).Rational(37386, 35).Note(37500, "", CanonNote()).Long(40962, 24);
+  return TiffBuilder(order).Ascii(271, "Canon").Ascii(272, "Canon EOS 10D").Directory(34665, exif);
+}
+
+void AddCanon(std::vector<SmallFile>& files) {
+  const auto exif = ExifSegment(CanonDirectories(Endian::Little));
+  files.push_back({"JpegCanon", "a.jpg", InsertSegments(EncodeJpeg(SmallPicture()), exif)});
+  files.push_back({"TiffCanon", "a.tif", CanonDirectories(Endian::Big).Build()});
 }
 
 void AddRaws(std::vector<SmallFile>& files, const std::string& suffix, const CameraRaw& raw) {
@@ -81,6 +93,7 @@ std::vector<SmallFile> MakeFiles() {
   files.push_back({"JpegBigEndian", "a.jpg", SmallJpeg(Endian::Big)});
   files.push_back({"Tiff", "a.tif", SmallTiff({.rowsPerStrip = 5})});
   files.push_back({"TiffDeepPlanar", "a.tif", SmallTiff({.order = Endian::Big, .bits = 16, .planar = true})});
+  AddCanon(files);
   AddRaws(files, "", SmallRaw(Endian::Little));
   AddRaws(files, "BigEndian", SmallRaw(Endian::Big));
   const auto mrw = SmallRaw(Endian::Big);
