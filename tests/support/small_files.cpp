@@ -43,15 +43,16 @@ std::string SmallTiff(const TiffEncoding& encoding) {
   return tiff.Directory(34665, TiffBuilder().Rational(33434, 1, 125).Ascii(36867, "2003:05:17 10:11:12")).Build();
 }
 
-TiffBuilder CanonDirectories(Endian order) {
+TiffBuilder WithCanonNote(TiffBuilder tiff, Endian order) {
   const auto exif = TiffBuilder(order).Rational(37386, 35).Note(37500, "", CanonNote()).Long(40962, 24);
-  return TiffBuilder(order).Ascii(271, "Canon").Ascii(272, "Canon EOS 10D").Directory(34665, exif);
+  return tiff.Ascii(271, "Canon").Ascii(272, "Canon EOS 10D").Directory(34665, exif);
 }
 
 void AddCanon(std::vector<SmallFile>& files) {
-  const auto exif = ExifSegment(CanonDirectories(Endian::Little));
+  const auto exif = ExifSegment(WithCanonNote(TiffBuilder(), Endian::Little));
   files.push_back({"JpegCanon", "a.jpg", InsertSegments(EncodeJpeg(SmallPicture()), exif)});
-  files.push_back({"TiffCanon", "a.tif", CanonDirectories(Endian::Big).Build()});
+  const auto tiff = PictureDirectory(SmallPicture(), {.order = Endian::Big});
+  files.push_back({"TiffCanon", "a.tif", WithCanonNote(tiff, Endian::Big).Build()});
 }
 
 void AddRaws(std::vector<SmallFile>& files, const std::string& suffix, const CameraRaw& raw) {
