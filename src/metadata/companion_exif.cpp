@@ -7,6 +7,7 @@
 #include "metadata/crw_file.h"
 #include "metadata/exif_hooks.h"
 #include "metadata/exif_reader.h"
+#include "metadata/iptc/iptc_readers.h"
 #include "platform/companion_set.h"
 #include "platform/dates.h"
 #include "platform/dir_index.h"
@@ -55,7 +56,7 @@ void ReadHeaps(ExifData& data, const ByteSource& file) {
 
 void ReadJpegWithIptc(ExifData& data, const ByteSource& file) {
   ReadJpegSegments(data, file);
-  if (kExifHooks.jpegIptc != nullptr) kExifHooks.jpegIptc(data, file);
+  ReadJpegIptc(data, file);
 }
 
 void ReadCrwWithCompanion(ExifData& data, const ByteSource& file) {

@@ -26,14 +26,9 @@ using MakerNoteReader = void (*)(ExifData& data, const MakerNote& note);
 /// Chosen by the first maker's word that stands anywhere in `make`, in any case; null if there is none.
 MakerNoteReader FindMakerNoteReader(std::string_view make);
 
-using BytesReader = void (*)(ExifData& data, ByteView bytes);
 using FileReader = void (*)(ExifData& data, const ByteSource& file);
 
 struct ExifHooks {
-  BytesReader xmp = nullptr;            ///< an XMP packet
-  BytesReader iptcBlock = nullptr;      ///< a bare run of datasets: TIFF tag 33723, a box of JPEG 2000
-  BytesReader iptcResource = nullptr;   ///< the image resource of a PSD file
-  FileReader jpegIptc = nullptr;        ///< a whole JPEG file with its APP13
   FileReader ciffProperties = nullptr;  ///< a whole CRW file, for what has no rule of its own
   std::string_view (*canonWhiteBalance)(std::uint32_t code) = nullptr;
 };
