@@ -16,8 +16,8 @@ enum class IptcCarrier {
 };
 
 struct IptcBlock {
-  std::vector<IptcItem> items;  ///< of all records, in file order; without the version and without empty values
-  IptcSurroundings surroundings;
+  std::vector<IptcItem> items{};  ///< of all records, in file order; without the version and without empty values
+  IptcSurroundings surroundings{};
 };
 
 /// Never fails: what is no dataset is passed over, and a value that the end cuts off is taken as far as it is there.
