@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "metadata/exif_fields.h"
 #include "metadata/xmp_values.h"
 #include "support/jp2_builder.h"
