@@ -35,7 +35,7 @@ void PutFields(const ExifData& data, Json& object) {
     const auto value = field.value(data);
     if (metadata::HasContent(value) || field.name == "exifInvalid") object[std::string(field.name)] = JsonOf(value);
   }
-  object["iptc"] = JsonOf(data.iptc);
+  object["iptc"] = JsonOfIptc(data.iptc);
 }
 
 void PrintFields(const std::string& given, const ExifData& data) {

@@ -63,7 +63,7 @@ Json ShowOne(const std::string& given, const IptcArguments& arguments, RunState&
   }
   Json object;
   PutPath(object, "path", given);
-  object["iptc"] = JsonOf(items);
+  object["iptc"] = JsonOfIptc(items);
   object["ok"] = message.empty();
   object["message"] = JsonText(message);
   return object;

@@ -8,7 +8,7 @@
 
 namespace ml::cli {
 
-Json JsonOf(const std::vector<metadata::IptcItem>& items) {
+Json JsonOfIptc(const std::vector<metadata::IptcItem>& items) {
   auto array = Json::array();
   for (const auto& item : items) {
     array.push_back({{"record", item.record}, {"dataset", item.dataset}, {"value", JsonText(item.value)}});

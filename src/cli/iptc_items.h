@@ -8,7 +8,7 @@
 namespace ml::cli {
 
 /// An array of `{record, dataset, value}`.
-Json JsonOf(const std::vector<metadata::IptcItem>& items);
+Json JsonOfIptc(const std::vector<metadata::IptcItem>& items);
 /// A line each, such as "2:120 caption: .."; `indent` stands in front.
 void PrintIptc(const std::vector<metadata::IptcItem>& items, std::string_view indent);
 
