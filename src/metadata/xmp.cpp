@@ -143,6 +143,7 @@ constexpr ElementRow kElements[] = {
 
 void ReadXmp(ExifData& data, ByteView packet) {
   auto text = packet.Text(0, packet.Size());
+  text.remove_prefix(std::min(text.find('<'), text.size()));  // what names the packet may end in a zero of its own
   text = text.substr(0, text.find('\0'));
   Element element{text, {}, {}};
   while (NextElement(element)) {

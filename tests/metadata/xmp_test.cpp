@@ -73,7 +73,7 @@ TEST(Xmp, OddPacketsChangeNothingElse) {
         "<exif:FNumber>0.5</exif:FNumber>", "<dc:creator><rdf:Seq></rdf:Seq></dc:creator>"}) {
     EXPECT_TRUE(empty(text)) << text;
   }
-  EXPECT_TRUE(empty(std::string("\0<tiff:Make>x</tiff:Make>", 25))) << "read behind the end";
+  EXPECT_TRUE(empty(std::string("<a>\0<tiff:Make>x</tiff:Make>", 28))) << "read behind the end";
 }
 
 TEST(Xmp, NamesInAnyCaseAttributesAndLines) {
