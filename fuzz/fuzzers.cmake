@@ -10,6 +10,8 @@ set(ML_FUZZERS
   "decode_raw ml_imaging"
   "exif ml_metadata"
   "format_strings ml_metadata"
+  "iptc ml_metadata"
+  "iptc_file ml_metadata"
   "jp2 ml_metadata"
   "jpeg ml_metadata"
   "picture_size ml_metadata"
@@ -18,4 +20,5 @@ set(ML_FUZZERS
   "riff ml_metadata"
   "tiff_facts ml_metadata"
   "tiff_raw ml_metadata"
-  "uncompressed_tiff ml_imaging")
+  "uncompressed_tiff ml_imaging"
+  "xmp ml_metadata")

@@ -7,6 +7,7 @@
 
 #include "cli/commands.h"
 #include "cli/exif_command.h"
+#include "cli/iptc_items.h"
 #include "metadata/exif_fields.h"
 #include "platform/numbers.h"
 
@@ -34,10 +35,7 @@ void PutFields(const ExifData& data, Json& object) {
     const auto value = field.value(data);
     if (metadata::HasContent(value) || field.name == "exifInvalid") object[std::string(field.name)] = JsonOf(value);
   }
-  object["iptc"] = Json::array();
-  for (const auto& item : data.iptc) {
-    object["iptc"].push_back({{"record", item.record}, {"dataset", item.dataset}, {"value", JsonText(item.value)}});
-  }
+  object["iptc"] = JsonOfIptc(data.iptc);
 }
 
 void PrintFields(const std::string& given, const ExifData& data) {
@@ -46,9 +44,7 @@ void PrintFields(const std::string& given, const ExifData& data) {
     const auto value = field.value(data);
     if (metadata::HasContent(value)) PrintLine("  " + std::string(field.name) + ": " + TextOf(value));
   }
-  for (const auto& item : data.iptc) {
-    PrintLine("  iptc " + std::to_string(item.record) + ":" + std::to_string(item.dataset) + ": " + item.value);
-  }
+  PrintIptc(data.iptc, "  iptc ");
 }
 
 }  // namespace

@@ -67,6 +67,7 @@ int Main(int argc, char** argv) {
   AddOrderCommand(program, state);
   AddTagsCommand(program, state);
   AddInfoCommand(program, state);
+  AddIptcCommand(program, state);
   AddTextCommand(program, state);
   AddExpandCommand(program, state);
   AddThumbCommand(program, state);

@@ -6,8 +6,9 @@
 
 #include "metadata/canon/crw_properties.h"
 #include "metadata/crw_file.h"
-#include "metadata/exif_hooks.h"
 #include "metadata/exif_reader.h"
+#include "metadata/iptc/iptc_readers.h"
+#include "metadata/maker_note.h"
 #include "platform/companion_set.h"
 #include "platform/dates.h"
 #include "platform/dir_index.h"
@@ -56,7 +57,7 @@ void ReadHeaps(ExifData& data, const ByteSource& file) {
 
 void ReadJpegWithIptc(ExifData& data, const ByteSource& file) {
   ReadJpegSegments(data, file);
-  if (kExifHooks.jpegIptc != nullptr) kExifHooks.jpegIptc(data, file);
+  ReadJpegIptc(data, file);
 }
 
 void ReadCrwWithCompanion(ExifData& data, const ByteSource& file) {

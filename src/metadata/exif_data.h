@@ -105,6 +105,7 @@ struct ExifData {
   std::uint32_t ifd0EntryCount = 0, exifIfdEntryCount = 0;
   std::vector<std::byte> exifBlock;                           ///< the first EXIF segment from its length field on
   std::vector<std::byte> photoshopData;                       ///< tag 34377
+  IptcSurroundings iptcSurroundings;                          ///< to be written back around `iptc`
   std::uint32_t userCommentPtr = 0, userCommentSize = 0;      ///< in `exifBlock`
   std::uint32_t userCommentOffset = 0, userCommentCount = 0;  ///< in the file
   std::uint32_t imageDescriptionPtr = 0;                      ///< in `exifBlock`

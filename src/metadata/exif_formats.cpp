@@ -5,12 +5,13 @@
 
 #include "metadata/bmp_size.h"
 #include "metadata/companion_exif.h"
-#include "metadata/exif_hooks.h"
 #include "metadata/exif_reader.h"
 #include "metadata/gif_size.h"
+#include "metadata/iptc/iptc_readers.h"
 #include "metadata/jp2_boxes.h"
 #include "metadata/png_chunks.h"
 #include "metadata/psd_resources.h"
+#include "metadata/xmp.h"
 #include "metadata/xmp_scan.h"
 #include "platform/dates.h"
 #include "platform/paths.h"
@@ -20,6 +21,7 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::uint64_t kSmallestEos1DRaw = 1'638'401;  ///< bytes
+constexpr std::uint64_t kMostIptc = 64ULL << 20;        ///< bytes; nobody writes a thousandth of it
 constexpr std::int32_t kLargestEos1DThumbnail = 289;    ///< pixels
 
 template <class Size>
@@ -66,6 +68,7 @@ void ReadPng(ExifData& data, const ByteSource& file) {
   TakeSize(data, *png);
   data.hasIccProfile = png->hasIccProfile;
   TakePngTexts(data, *png);
+  if (const auto* iptc = png->FindText("IPTC")) ReadPngIptc(data, *iptc);
 }
 
 void ReadPsd(ExifData& data, const ByteSource& file) {
@@ -74,23 +77,22 @@ void ReadPsd(ExifData& data, const ByteSource& file) {
   TakeSize(data, *psd);
   data.hasIccProfile = FindPsdResource(psd->resources, psd_resource::kIccProfile) != nullptr;
   const auto* iptc = FindPsdResource(psd->resources, psd_resource::kIptc);
-  if (iptc == nullptr || kExifHooks.iptcResource == nullptr) return;
-  const auto bytes = file.ReadUpTo(iptc->data.position, iptc->data.size);
-  kExifHooks.iptcResource(data, ByteView(bytes, ByteOrder::Big));
+  if (iptc == nullptr) return;
+  const auto bytes = file.ReadUpTo(iptc->data.position, std::min(iptc->data.size, kMostIptc));
+  ReadIptcResource(data, ByteView(bytes, ByteOrder::Big));
 }
 
 void ReadJp2(ExifData& data, const ByteSource& file) {
   if (const auto jp2 = ReadJp2File(file)) {
     TakeSize(data, *jp2);
     data.hasIccProfile = jp2->iccProfile.size > 0;
-    const auto iptc = kExifHooks.iptcBlock == nullptr ? std::nullopt : jp2->FindUuid(file, kIptcUuid);
-    if (iptc) {
-      const auto bytes = file.ReadUpTo(iptc->position, iptc->size);
-      kExifHooks.iptcBlock(data, ByteView(bytes, ByteOrder::Big));
+    if (const auto iptc = jp2->FindUuid(file, kIptcUuid)) {
+      const auto bytes = file.ReadUpTo(iptc->position, std::min(iptc->size, kMostIptc));
+      ReadBareIptc(data, ByteView(bytes, ByteOrder::Big));
     }
   }
-  if (kExifHooks.xmp == nullptr) return;
-  if (const auto packet = FindXmpPacket(file); !packet.empty()) kExifHooks.xmp(data, ByteView(packet, ByteOrder::Big));
+  const auto packet = FindXmpPacket(file);
+  ReadXmp(data, ByteView(packet, ByteOrder::Big));
 }
 
 void ReadGif(ExifData& data, const ByteSource& file) {

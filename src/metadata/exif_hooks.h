@@ -6,8 +6,7 @@
 #include "metadata/byte_source.h"
 #include "metadata/exif_data.h"
 
-/// Where readers of private and foreign data join the reading of shooting data. A null reader is a kind of data that is
-/// passed over.
+/// Where the readers of makers' private notes join the reading of shooting data.
 namespace ml::metadata {
 
 /// Makers' notes are read by other rules in the EXIF block of a JPEG than in a TIFF-like file.
@@ -25,16 +24,5 @@ struct MakerNote {
 using MakerNoteReader = void (*)(ExifData& data, const MakerNote& note);
 /// Chosen by the first maker's word that stands anywhere in `make`, in any case; null if there is none.
 MakerNoteReader FindMakerNoteReader(std::string_view make);
-
-using BytesReader = void (*)(ExifData& data, ByteView bytes);
-using FileReader = void (*)(ExifData& data, const ByteSource& file);
-
-struct ExifHooks {
-  BytesReader xmp = nullptr;           ///< an XMP packet
-  BytesReader iptcBlock = nullptr;     ///< a bare run of datasets: TIFF tag 33723, a box of JPEG 2000
-  BytesReader iptcResource = nullptr;  ///< the image resource of a PSD file
-  FileReader jpegIptc = nullptr;       ///< a whole JPEG file with its APP13
-};
-inline constexpr ExifHooks kExifHooks;
 
 }  // namespace ml::metadata

@@ -1,9 +1,9 @@
 #include "metadata/exif_reader.h"
 
 #include "metadata/exif_block.h"
-#include "metadata/exif_hooks.h"
 #include "metadata/exif_walk.h"
 #include "metadata/jpeg_segments.h"
+#include "metadata/xmp.h"
 
 namespace ml::metadata {
 namespace {
@@ -21,14 +21,13 @@ void KeepExifSegment(ExifData& data, const ByteSource& file, const JpegSegment& 
 }
 
 void ReadXmpSegment(ExifData& data, const JpegSegments& segments, const JpegSegment& segment) {
-  if (kExifHooks.xmp == nullptr) return;
   const auto payload = segments.Payload(segment);
   const ByteView view(payload, ByteOrder::Big);
   const auto text = view.Text(0, view.Size());
   const auto mark = text.find(kXmpMark);
   const bool isXmp = mark != std::string_view::npos && mark > 0;
   const auto packet = mark + kXmpMark.size() + kXmpVersionSize;
-  if (isXmp && packet <= view.Size()) kExifHooks.xmp(data, view.From(packet));
+  if (isXmp && packet <= view.Size()) ReadXmp(data, view.From(packet));
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 
 #include "metadata/exif_walk.h"
 #include "metadata/exif_words.h"
+#include "metadata/iptc/iptc_readers.h"
 #include "metadata/value_text.h"
+#include "metadata/xmp.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 
@@ -124,12 +126,11 @@ void ReadMakerNoteTag(ExifWalk& walk, const IfdEntry& entry) { walk.ReadMakerNot
 void ReadIccMark(ExifWalk& walk, const IfdEntry&) { walk.Data().hasIccProfile = true; }
 void ReadPhotoshop(ExifWalk& walk, const IfdEntry& entry) { walk.Data().photoshopData = walk.Bytes(entry); }
 
-template <BytesReader ExifHooks::*Hook>
+template <void (*Read)(ExifData& data, ByteView bytes)>
 void ReadForeign(ExifWalk& walk, const IfdEntry& entry) {
-  const auto read = kExifHooks.*Hook;
-  if (read == nullptr || !(entry.Is(IfdType::Byte) || entry.Is(IfdType::Long))) return;
+  if (!entry.Is(IfdType::Byte) && !entry.Is(IfdType::Long)) return;
   const auto bytes = walk.Bytes(entry);
-  read(walk.Data(), ByteView(bytes, ByteOrder::Big));
+  Read(walk.Data(), ByteView(bytes, ByteOrder::Big));
 }
 
 struct TagRow {
@@ -157,11 +158,11 @@ constexpr TagRow kTags[] = {
     {315, kBlockIfd0, ReadOwnerIfNone},
     {315, kFileIfd0, ReadTrimmed<&D::owner>},
     {330, kFileIfd0, ReadSubIfd},
-    {700, kFileIfd0, ReadForeign<&ExifHooks::xmp>},
+    {700, kFileIfd0, ReadForeign<ReadXmp>},
     {33432, kIfd0, ReadTrimmed<&D::copyright>},
     {33434, kExifOrFile, ReadShutter},
     {33437, kExifOrFile, ReadAperture},
-    {33723, kFileIfd0, ReadForeign<&ExifHooks::iptcBlock>},
+    {33723, kFileIfd0, ReadForeign<ReadBareIptc>},
     {34377, kFileIfd0, ReadPhotoshop},
     {34665, kIfd0, ReadExifDirectory},
     {34675, kFileIfd0, ReadIccMark},

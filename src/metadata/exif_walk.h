@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "metadata/exif_data.h"
-#include "metadata/exif_hooks.h"
 #include "metadata/ifd.h"
+#include "metadata/maker_note.h"
 
 namespace ml::metadata {
 

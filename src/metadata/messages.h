@@ -9,4 +9,13 @@ inline constexpr char kCrwEntries[] = "numEntries > 20";
 inline constexpr char kCrwSeek[] = "fseek() error extracting picture info";
 inline constexpr char kCrwPictureData[] = "End of file reached trying to read picture data";
 
+/// Behind the path of the file.
+inline constexpr char kIptcValueTooLong[] = ": holds an IPTC value of more than 5,120 bytes";
+
+inline constexpr char kIptcCategoryTooLong[] = "Category must be three characters or less";
+inline constexpr char kIptcCategoryLetters[] = "Category must consist of alphabetic characters";
+inline constexpr char kIptcDate[] = "Invalid date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
+inline constexpr char kIptcReleaseDate[] =
+    "Invalid release date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
+
 }  // namespace ml::metadata::messages

@@ -8,8 +8,8 @@
 
 #include "metadata/code_words.h"
 #include "metadata/exif_data.h"
-#include "metadata/exif_hooks.h"
 #include "metadata/ifd.h"
+#include "metadata/maker_note.h"
 
 /// What the readers of makers' notes that are built like a TIFF directory share.
 namespace ml::metadata {

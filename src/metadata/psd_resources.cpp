@@ -13,14 +13,13 @@ constexpr std::string_view kSignature = "8BIM";
 std::uint64_t Even(std::uint64_t size) { return size + (size & 1); }
 
 /// Throws OutOfBounds at the end of the source.
-std::optional<PsdResource> ReadResource(const ByteSource& source, std::uint64_t position, std::uint64_t end) {
+std::optional<PsdResource> ReadResource(const ByteSource& source, std::uint64_t position) {
   const auto head = source.Read(position, 7);  // signature, id, length of the name
   const ByteView view(head, ByteOrder::Big);
   if (!view.StartsWith(kSignature)) return std::nullopt;
   const auto sizeField = position + 6 + Even(1U + view.readByte(6));
   const std::uint64_t size = source.ReadNumber(sizeField, 4, ByteOrder::Big);
-  const PsdResource resource{view.readShort(4), position, {sizeField + 4, size}};
-  return resource.data.End() > end ? std::nullopt : std::optional(resource);
+  return PsdResource{view.readShort(4), position, {sizeField + 4, size}};
 }
 
 /// A section is a length, of eight bytes if it is wide, and as many bytes. Throws OutOfBounds if it is not wholly
@@ -58,13 +57,16 @@ std::optional<PsdFile> ReadHeader(const ByteSource& source, PsdVersions versions
 
 }  // namespace
 
-std::vector<PsdResource> ReadPsdResources(const ByteSource& source, const FileRange& area) {
+std::vector<PsdResource> ReadPsdResources(const ByteSource& source, const FileRange& area, CutResource cut) {
   std::vector<PsdResource> resources;
   auto position = area.position;
   try {
     while (position < area.End() && resources.size() < kMaxResources) {
-      const auto resource = ReadResource(source, position, area.End());
-      if (!resource) break;
+      auto resource = ReadResource(source, position);
+      if (!resource || resource->data.position > area.End()) break;
+      const auto room = area.End() - resource->data.position;
+      if (resource->data.size > room && cut == CutResource::Drop) break;
+      resource->data.size = std::min(resource->data.size, room);
       resources.push_back(*resource);
       position = resource->data.position + Even(resource->data.size);
     }

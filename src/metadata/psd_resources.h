@@ -22,8 +22,10 @@ struct PsdResource {
 };
 
 /// The blocks from `area`'s start on, at most 4,096: each begins with "8BIM"; the walk ends at whatever does not
-/// and at a block that does not lie in `area` wholly, but for its pad byte.
-std::vector<PsdResource> ReadPsdResources(const ByteSource& source, const FileRange& area);
+/// and at a block that does not lie in `area` wholly, but for its pad byte, or with the part of it that does.
+enum class CutResource { Drop, Keep };
+std::vector<PsdResource> ReadPsdResources(const ByteSource& source, const FileRange& area,
+                                          CutResource cut = CutResource::Drop);
 /// The first with this id, or null.
 const PsdResource* FindPsdResource(const std::vector<PsdResource>& resources, std::uint16_t id);
 

@@ -60,7 +60,7 @@ struct Kind {
   std::vector<std::string_view> targets;
 };
 const Kind kKinds[] = {
-    {".jpg", {"exif", "jpeg"}},
+    {".jpg", {"exif", "jpeg", "iptc", "iptc_file", "xmp"}},
     {".tif", {"exif", "tiff_facts", "tiff_raw", "uncompressed_tiff", "decode_magick"}},
     {".nef", {"exif", "tiff_raw", "decode_raw"}},
     {".orf", {"exif", "tiff_raw", "decode_raw"}},
@@ -68,9 +68,9 @@ const Kind kKinds[] = {
     {".raf", {"exif", "tiff_raw", "decode_raw"}},
     {".mrw", {"exif", "tiff_raw", "decode_raw"}},
     {".crw", {"ciff", "decode_raw"}},
-    {".png", {"png", "decode_png"}},
-    {".psd", {"psd", "decode_psd"}},
-    {".jp2", {"exif", "jp2", "decode_jp2"}},
+    {".png", {"png", "iptc", "decode_png"}},
+    {".psd", {"psd", "iptc", "decode_psd"}},
+    {".jp2", {"exif", "jp2", "iptc", "xmp", "decode_jp2"}},
     {".avi", {"riff"}},
     {".gif", {"picture_size", "decode_magick"}},
     {".bmp", {"picture_size", "decode_magick"}},

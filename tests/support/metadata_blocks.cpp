@@ -54,14 +54,32 @@ std::string ImageResources(const std::vector<ImageResource>& resources) {
   return out.Take();
 }
 
-std::string XmpPacket(std::string_view description) {
+std::string XmpPacket(std::string_view description, std::string_view elements) {
   std::string out = "<?xpacket begin='\xef\xbb\xbf' id='W5M0MpCehiHzreSzNTczkc9d'?>\n";
   out += "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">";
   out += "<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\"><dc:description><rdf:Alt>";
   out += "<rdf:li xml:lang=\"x-default\">";
   out += description;
-  out += "</rdf:li></rdf:Alt></dc:description></rdf:Description></rdf:RDF></x:xmpmeta>\n<?xpacket end='w'?>";
+  out += "</rdf:li></rdf:Alt></dc:description>";
+  out += elements;
+  out += "</rdf:Description></rdf:RDF></x:xmpmeta>\n<?xpacket end='w'?>";
   return out;
+}
+
+std::string XmpShot() {
+  return "<tiff:Make>Tarnwick</tiff:Make><tiff:Model> Sample 1 </tiff:Model>"
+         "<exif:ExposureTime>1/125</exif:ExposureTime><exif:FNumber>28/10</exif:FNumber>"
+         "<exif:ExposureProgram>3</exif:ExposureProgram>"
+         "<exif:ISOSpeedRatings><rdf:Seq><rdf:li>200</rdf:li><rdf:li>400</rdf:li></rdf:Seq></exif:ISOSpeedRatings>"
+         "<exif:DateTimeOriginal>2003-05-17T10:11:12+02:00</exif:DateTimeOriginal>"
+         "<exif:MeteringMode>5</exif:MeteringMode><exif:LightSource>10</exif:LightSource>"
+         "<exif:Contrast>0</exif:Contrast><exif:Saturation>1</exif:Saturation><exif:Sharpness>2</exif:Sharpness>"
+         "<exif:FocalLength>182/10</exif:FocalLength><exif:FocalLengthIn35mmFilm>29</exif:FocalLengthIn35mmFilm>"
+         "<exif:Flash rdf:parseType=\"Resource\"><exif:Fired>True</exif:Fired><exif:Mode>1</exif:Mode>"
+         "<exif:RedEyeMode>True</exif:RedEyeMode></exif:Flash>"
+         "<exif:ExposureBiasValue>-1/3</exif:ExposureBiasValue>"
+         "<dc:creator><rdf:Seq><rdf:li>A. Photographer</rdf:li></rdf:Seq></dc:creator>"
+         "<aux:SerialNumber>42</aux:SerialNumber><aux:Lens>18.0-70.0 mm</aux:Lens>";
 }
 
 std::string IccProfile(std::string_view description, std::size_t size) {

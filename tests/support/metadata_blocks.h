@@ -24,8 +24,10 @@ struct ImageResource {
 /// The resources with their 8BIM heads, each padded to even.
 std::string ImageResources(const std::vector<ImageResource>& resources);
 
-/// A packet with one property, the description.
-std::string XmpPacket(std::string_view description);
+/// A packet with the description and whatever elements follow it.
+std::string XmpPacket(std::string_view description, std::string_view elements = "");
+/// Elements that tell of a shot, of each form that readers know.
+std::string XmpShot();
 
 /// A matrix profile of a monitor with the primaries of sRGB and a gamma of 2.2.
 /// `size` asks for unused bytes behind the tags, where that is more than the tags need.

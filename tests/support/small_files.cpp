@@ -30,7 +30,8 @@ std::string Iptc() { return IptcBlock({{0, std::string("\0\2", 2)}, {25, "one"},
 std::string SmallJpeg(Endian order) {
   const auto exif = RafDirectories(SmallRaw(order));
   const auto resources = ImageResources({{1005, "odd"}, {1028, Iptc(), "named"}});
-  return InsertSegments(EncodeJpeg(SmallPicture()), ExifSegment(exif) + XmpSegment(XmpPacket("A description")) +
+  return InsertSegments(EncodeJpeg(SmallPicture()), ExifSegment(exif) +
+                                                        XmpSegment(XmpPacket("A description", XmpShot())) +
                                                         IccSegments(IccProfile("Sample RGB"), 2) +
                                                         ResourceSegment(resources) + CommentSegment("A comment"));
 }
@@ -38,7 +39,9 @@ std::string SmallJpeg(Endian order) {
 std::string SmallTiff(const TiffEncoding& encoding) {
   auto tiff = PictureDirectory(SmallPicture(), encoding);
   tiff.Ascii(270, "A description").Ascii(271, "Tarnwick").Ascii(306, "2003:05:17 10:11:12");
-  tiff.Bytes(700, XmpPacket("A description")).Undefined(33723, Iptc()).Bytes(34377, ImageResources({{1028, Iptc()}}));
+  tiff.Bytes(700, XmpPacket("A description", XmpShot()))
+      .Bytes(33723, Iptc())
+      .Bytes(34377, ImageResources({{1028, Iptc()}}));
   tiff.Undefined(34675, IccProfile("Sample RGB"));
   return tiff.Directory(34665, TiffBuilder().Rational(33434, 1, 125).Ascii(36867, "2003:05:17 10:11:12")).Build();
 }
@@ -67,7 +70,8 @@ void AddRaws(std::vector<SmallFile>& files, const std::string& suffix, const Cam
 void AddPngs(std::vector<SmallFile>& files) {
   const auto before = PngProfile("Sample", IccProfile("Sample RGB")) + PngText("Author", "Tarnwick");
   const auto after = PngCompressedText("Description", "A description") +
-                     PngInternationalText("Comment", "A comment", Compression::Deflate);
+                     PngInternationalText("Comment", "A comment", Compression::Deflate) +
+                     PngText("IPTC", "2:25:3:one\n2:120:9:A caption\n");
   files.push_back({"Png", "a.png", EncodePng(SmallPicture(), {.before = before, .after = after, .dataChunks = 2})});
   files.push_back({"PngPalette", "a.png", EncodePng(SmallPicture(), {.colours = PngColours::Palette})});
   files.push_back({"PngDeep", "a.png", EncodePng(SmallPicture(), {.colours = PngColours::RgbWithAlpha, .bits = 16})});
@@ -81,7 +85,7 @@ void AddPsds(std::vector<SmallFile>& files) {
 }
 
 void AddJp2s(std::vector<SmallFile>& files) {
-  const auto boxes = Jp2IptcBox(Iptc()) + Jp2XmpBox(XmpPacket("A description"));
+  const auto boxes = Jp2IptcBox(Iptc()) + Jp2XmpBox(XmpPacket("A description", XmpShot()));
   const auto profile = IccProfile("Sample RGB");
   files.push_back({"Jp2", "a.jp2", EncodeJp2(SmallPicture(), {.profile = profile, .after = boxes})});
   files.push_back({"Jp2OpenEnd", "a.jp2", EncodeJp2(SmallPicture(), {.before = boxes, .length = BoxLength::ToEnd})});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "metadata/exif_hooks.h"
+#include "metadata/maker_note.h"
 
 namespace ml::metadata {
 

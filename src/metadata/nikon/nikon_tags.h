@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "metadata/exif_hooks.h"
 #include "metadata/ifd.h"
+#include "metadata/maker_note.h"
 
 namespace ml::metadata {
 

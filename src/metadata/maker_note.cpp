@@ -1,4 +1,4 @@
-#include "metadata/exif_hooks.h"
+#include "metadata/maker_note.h"
 
 #include <algorithm>
 #include <iterator>
