@@ -34,7 +34,7 @@ QToolButton* MakeButton(QWidget* parent) {
 ControlColumn::ControlColumn(QWidget* parent)
     : QWidget(parent),
       names_(new QComboBox(this)),
-      tagged_(new QCheckBox(QStringLiteral("&Tagged"), this)),
+      tagged_(new QCheckBox(QStringLiteral("Ta&gged"), this)),
       previous_(MakeButton(this)),
       next_(MakeButton(this)),
       summary_(new SummaryPane(this)),

@@ -23,6 +23,8 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
   Q_EMIT colourUnderMouse({});
   if (IsFilmStrip(old) && IsFilmStrip(mode)) SetPlaces(LimitedTo(Places(), width(), height()));
   if (mode == ViewMode::Thumbnails) display_->Stop();
+  // A pane that hides with the focus would hand it on as if by the Tab key.
+  if (auto* focused = focusWidget(); focused && focused->hasFocus()) focused->clearFocus();
   ArrangeFilmStrip();
   ApplyLayout();
   if (old == ViewMode::Main) {
@@ -30,7 +32,7 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
   } else if (old == ViewMode::Thumbnails) {
     LoadImage(session_.list.currentIndex, Reload::Force);
   }
-  if (IsFilmStrip(mode)) thumbnails_->ScrollTo(session_.list.currentIndex);
+  if (mode != ViewMode::Main) thumbnails_->ScrollTo(session_.TargetIndex());
   FocusMainPane();
   Q_EMIT viewModeChanged(mode);
 }

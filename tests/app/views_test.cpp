@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QMimeData>
 #include <QTest>
 #include <cstdlib>
@@ -15,6 +16,7 @@
 #include "app/picture_view.h"
 #include "app/session.h"
 #include "app/summary_pane.h"
+#include "app/theme.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "platform/ui/internal_drag.h"
@@ -135,6 +137,46 @@ TEST_F(Views, FilmStripGoesRoundAndKeepsItsPlaces) {
   Run(CommandId::ThumbnailView);
   Run(CommandId::FilmStripView);
   EXPECT_EQ(session->mode, ViewMode::FilmStripSide);
+}
+
+TEST_F(Views, FocusedImageStaysInSight) {
+  Open();
+  Kept().filmStripSplitterPos = 600;
+  Run(CommandId::ExtraLargeThumbnails);
+  const auto inSight = [&] {
+    QApplication::processEvents();
+    return List().visualRect(List().currentIndex()).intersects(List().viewport()->rect());
+  };
+  for (const auto mode : {CommandId::FilmStripSide, CommandId::FilmStripBelow}) {
+    SCOPED_TRACE(static_cast<int>(mode));
+    Run(CommandId::SmallThumbnails);
+    Run(mode);
+    QTest::keyClick(&List(), Qt::Key_End);
+    ASSERT_TRUE(inSight());
+    Run(CommandId::ExtraLargeThumbnails);
+    EXPECT_TRUE(inSight()) << "larger thumbnails";
+  }
+  Run(CommandId::FilmStripSide);
+  EXPECT_TRUE(inSight());
+  frame->resize(700, 500);
+  EXPECT_TRUE(inSight()) << "fewer thumbnails in a row";
+  List().scrollToTop();
+  Run(CommandId::ThumbnailView);
+  EXPECT_TRUE(inSight()) << "another view";
+}
+
+TEST_F(Views, PictureGetsItsFocusRingFromTheTabKeyOnly) {
+  Open();
+  Run(CommandId::FilmStripSide);
+  Run(CommandId::MainView);
+  auto& picture = Pane<PictureView>();
+  const auto corner = [&] { return picture.grab().toImage().pixelColor(1, 1); };
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !frame->View().Display().Busy(); }, 30'000));
+  EXPECT_EQ(frame->focusWidget(), &picture);
+  EXPECT_EQ(corner(), PictureGround()) << "the pane that hid had the focus";
+  Pane<ControlColumn>().findChild<QCheckBox*>()->setFocus();
+  picture.setFocus(Qt::TabFocusReason);
+  EXPECT_NE(corner(), PictureGround());
 }
 
 TEST_F(Views, ShootingDataCollapsesAndComesBack) {

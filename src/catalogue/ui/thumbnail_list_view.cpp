@@ -98,8 +98,10 @@ void ThumbnailListView::ItemReady(int index) {
 
 void ThumbnailListView::SetThumbnailSize(int size) {
   const int top = TopVisibleIndex();
+  const bool inSight = FocusInSight();
   ApplyGeometry(size);
   ScrollTo(top, PositionAtTop);
+  if (inSight) ScrollTo(list_.focusIndex);
 }
 
 int ThumbnailListView::ThumbnailPixels() const {
@@ -229,6 +231,13 @@ void ThumbnailListView::changeEvent(QEvent* event) {
   }
 }
 
+/// In other rows the focused image would be somewhere else.
+void ThumbnailListView::doItemsLayout() {
+  const bool inSight = FocusInSight();
+  QListView::doItemsLayout();
+  if (inSight) scrollTo(currentIndex());
+}
+
 void ThumbnailListView::scrollContentsBy(int dx, int dy) {
   QListView::scrollContentsBy(dx, dy);
   if (isVisible()) LookAtTop();
@@ -272,6 +281,8 @@ QModelIndex ThumbnailListView::moveCursor(CursorAction action, Qt::KeyboardModif
   return IndexOf(GridNeighbour(*move, currentIndex().row(),
                                {.count = model_->rowCount(), .line = ItemsInLine(), .page = std::max(1, inSight)}));
 }
+
+bool ThumbnailListView::FocusInSight() const { return visualRect(currentIndex()).intersects(viewport()->rect()); }
 
 QModelIndex ThumbnailListView::IndexOf(int row) const { return model_->index(row, 0); }
 

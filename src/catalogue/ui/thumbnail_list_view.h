@@ -86,12 +86,14 @@ class ThumbnailListView final : public QListView {
   void resizeEvent(QResizeEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void doItemsLayout() override;
   void scrollContentsBy(int dx, int dy) override;
   void startDrag(Qt::DropActions supported) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
  private:
   static std::optional<GridMove> MoveOf(CursorAction action, bool columns);
+  bool FocusInSight() const;
   QModelIndex IndexOf(int row) const;
   int ItemsInLine() const;
   bool IsTypingAhead() const;
