@@ -89,7 +89,11 @@ void MakeFiles(const std::string& directory, bool previews) {
 class Stepper final : public QObject {
  public:
   Stepper(CMainFrame& frame, Session& session, std::string name, std::chrono::milliseconds pace)
-      : QObject(&frame), frame_(frame), session_(session), pane_(*frame.findChild<PictureView*>()), name_(std::move(name)) {
+      : QObject(&frame),
+        frame_(frame),
+        session_(session),
+        pane_(*frame.findChild<PictureView*>()),
+        name_(std::move(name)) {
     // The keys of commands only go to a window that has the focus.
     frame_.activateWindow();
     if (!QTest::qWaitForWindowActive(&frame_)) throw std::runtime_error("the window gets no focus");
@@ -115,13 +119,16 @@ class Stepper final : public QObject {
     }
     const auto last = Clock::now();
     while (!stop.stop_requested() && Clock::now() - last < kTooLong) std::this_thread::sleep_for(pace);
-    if (!stop.stop_requested()) QMetaObject::invokeMethod(this, [this] { End(); }, Qt::QueuedConnection);
+    if (!stop.stop_requested())
+      QMetaObject::invokeMethod(
+          this, [this] { End(); }, Qt::QueuedConnection);
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     // What is painted now is on the screen when the next event is handled.
     if (event->type() == QEvent::Paint && !looking_) {
-      QMetaObject::invokeMethod(this, [this] { Painted(); }, Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          this, [this] { Painted(); }, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
   }
