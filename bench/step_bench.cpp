@@ -46,6 +46,7 @@ constexpr int kWidth = 4000, kHeight = 3000, kQuality = 90;
 /// A patch in the middle of each picture whose colour tells its number.
 constexpr int kPatch = 600, kColourStep = 25;
 constexpr auto kTooLong = std::chrono::seconds(5);
+constexpr auto kLook = std::chrono::milliseconds(2);
 
 void Stamp(ml::test::Picture& picture, int number) {
   const char colour[] = {static_cast<char>(number % 10 * kColourStep), static_cast<char>(number / 10 * kColourStep),
@@ -118,7 +119,7 @@ class Stepper final : public QObject {
           Qt::QueuedConnection);
     }
     const auto last = Clock::now();
-    while (!stop.stop_requested() && Clock::now() - last < kTooLong) std::this_thread::sleep_for(pace);
+    while (!stop.stop_requested() && Clock::now() - last < kTooLong) std::this_thread::sleep_for(kLook);
     if (!stop.stop_requested())
       QMetaObject::invokeMethod(
           this, [this] { End(); }, Qt::QueuedConnection);
