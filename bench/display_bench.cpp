@@ -7,9 +7,6 @@
 #include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
-// jpeglib.h needs the line above.
-#include <jpeglib.h>
-
 #include <mutex>
 #include <string>
 #include <thread>
@@ -19,6 +16,7 @@
 #include "imagefiles/look_ahead.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
+#include "whole_decode.h"
 
 namespace {
 
@@ -41,25 +39,6 @@ std::vector<std::string> WriteFiles(const ml::test::TempDir& dir) {
     paths.push_back(dir.Write("p" + std::to_string(i) + ".jpg", photos[static_cast<std::size_t>(i % kViews)]));
   }
   return paths;
-}
-
-double WholeDecode(const std::string& path) {
-  const auto start = Clock::now();
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  jpeg_decompress_struct info{};
-  jpeg_error_mgr errors{};
-  info.err = jpeg_std_error(&errors);
-  jpeg_create_decompress(&info);
-  jpeg_stdio_src(&info, file);
-  jpeg_read_header(&info, TRUE);
-  jpeg_start_decompress(&info);
-  std::vector<JSAMPLE> row(static_cast<std::size_t>(info.output_width) * 3);
-  JSAMPROW rows[] = {row.data()};
-  while (info.output_scanline < info.output_height) jpeg_read_scanlines(&info, rows, 1);
-  jpeg_finish_decompress(&info);
-  jpeg_destroy_decompress(&info);
-  std::fclose(file);
-  return Since(start);
 }
 
 /// The window's part: presses keys and notes when each picture came.
@@ -134,7 +113,7 @@ void Step(const char* what, const std::vector<std::string>& paths, const ml::ima
 void First(const std::vector<std::string>& paths, const ml::imagefiles::DisplayOptions& options) {
   std::vector<double> first, alone, whole;
   for (int i = 0; i < 9; ++i) {
-    whole.push_back(WholeDecode(paths[0]));
+    whole.push_back(ml::bench::WholeDecode(paths[0]));
     const auto start = Clock::now();
     ml::imagefiles::MakeDisplayPicture(paths[0], options);
     alone.push_back(Since(start));

@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -34,10 +35,11 @@
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
+#include "window_runs.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using namespace ml::bench;
 using ml::app::CMainFrame;
 using ml::app::Session;
 using ml::catalogue::ThumbnailState;
@@ -46,19 +48,8 @@ using ml::catalogue::ui::ThumbnailListView;
 constexpr int kFiles = 1000, kRuns = 5;
 constexpr int kWidth = 3072, kHeight = 2048, kQuality = 90;
 constexpr int kPictures = 4;  ///< encoded ones; the files differ in their thumbnails and dates
-constexpr auto kStartVariable = "ML_BENCH_STARTED";
 constexpr auto kFrame = std::chrono::milliseconds(16);
 constexpr auto kBeat = std::chrono::microseconds(500);
-
-double MillisecondsSince(Clock::time_point start) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-// The parent leaves the time at which it started this process; both have the same clock.
-Clock::time_point ProcessStart() {
-  const char* ticks = std::getenv(kStartVariable);
-  return ticks ? Clock::time_point(Clock::duration(std::atoll(ticks))) : Clock::now();
-}
 
 void MakeFiles(const std::string& directory) {
   std::filesystem::create_directories(directory);
@@ -83,20 +74,24 @@ void MakeFiles(const std::string& directory) {
   }
 }
 
-/// Kilobytes of this process in memory, a row of /proc.
-double MemoryRow(const std::string& row) {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with(row + ":")) return std::atof(line.c_str() + row.size() + 1);
-  }
-  return 0;
+double ThreadMilliseconds() {
+  timespec now{};
+  ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
 /// Asks the window's thread again and again how soon it answers.
 class Heartbeat {
  public:
   explicit Heartbeat(QObject* target) : thread_([this, target](const std::stop_token& stop) { Beat(target, stop); }) {}
+  void Stop() {
+    thread_.request_stop();
+    thread_.join();
+  }
   double LongestMilliseconds() const { return longest_; }
+  /// The most processor time that the window's thread spent from one answer to the next: what remains of a stall
+  /// when other programs leave the processors alone.
+  double MostWork() const { return mostWork_; }
 
  private:
   void Beat(QObject* target, const std::stop_token& stop) {
@@ -104,28 +99,42 @@ class Heartbeat {
       // The answer may come when nobody waits for it any more.
       const auto beat = std::make_shared<std::atomic<double>>(0.0);
       const auto asked = Clock::now();
-      QMetaObject::invokeMethod(target, [beat, asked] { *beat = MillisecondsSince(asked); });
+      QMetaObject::invokeMethod(target, [this, beat, asked] {
+        Answer();
+        *beat = MillisecondsSince(asked);
+      });
       while (*beat == 0 && !stop.stop_requested()) std::this_thread::sleep_for(kBeat);
       longest_ = std::max(longest_.load(), beat->load());
     }
   }
+  /// On the window's thread.
+  void Answer() {
+    const double now = ThreadMilliseconds();
+    if (lastAnswer_ > 0) mostWork_ = std::max(mostWork_, now - lastAnswer_);
+    lastAnswer_ = now;
+  }
+
+  double lastAnswer_ = 0, mostWork_ = 0;
   std::atomic<double> longest_ = 0;
   std::jthread thread_;
+};
+
+enum class Run {
+  Usual,
+  Cold,  ///< scrolls as soon as there is a list, while its thumbnails are made
 };
 
 /// Goes through the stages of one run, each begun when the one before is painted.
 class Watcher final : public QObject {
  public:
-  Watcher(CMainFrame& frame, Session& session, Clock::time_point start)
-      : QObject(&frame), session_(session), list_(*frame.findChild<ThumbnailListView*>()), stageStart_(start) {
-    Report("loaded", MillisecondsSince(start));
+  Watcher(CMainFrame& frame, Session& session, Run run)
+      : QObject(&frame), session_(session), list_(*frame.findChild<ThumbnailListView*>()), run_(run) {
+    if (run_ == Run::Usual) Report("loaded", MillisecondsSince(stageStart_));
     list_.viewport()->installEventFilter(this);
   }
 
  private:
   enum class Stage { Listed, FirstScreen, Middle, Scroll, All };
-
-  static void Report(const char* what, double value) { std::printf("%s %.1f\n", what, value); }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::Paint) {
@@ -150,6 +159,10 @@ class Watcher final : public QObject {
 
   void Painted(bool complete) {
     if (stage_ == Stage::Listed) {
+      if (run_ == Run::Cold) {
+        Begin(Stage::Scroll);
+        return Scroll();
+      }
       Report("list-painted", MillisecondsSince(stageStart_));
       Begin(Stage::FirstScreen);
       list_.viewport()->update();  // it may be complete already
@@ -175,25 +188,31 @@ class Watcher final : public QObject {
   void Scroll() {
     auto* bar = list_.verticalScrollBar();
     bar->setValue(0);
+    const int finished = session_.Worker().FinishedCount();
     heartbeat_.emplace(this);
     auto* timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, [this, bar, timer] {
+    connect(timer, &QTimer::timeout, this, [this, bar, timer, finished] {
       if (bar->value() < bar->maximum()) return bar->setValue(bar->value() + 3 * bar->singleStep());
       timer->stop();
-      Report("longest-stall", heartbeat_->LongestMilliseconds());
-      heartbeat_.reset();
+      const std::string cold = run_ == Run::Cold ? "cold-" : "";
+      Report(cold + "longest-stall", heartbeat_->LongestMilliseconds());
+      Report(cold + "most-work", heartbeat_->MostWork());
+      Report(cold + "made-while-scrolling", session_.Worker().FinishedCount() - finished);
+      heartbeat_->Stop();
       WaitForAll();
     });
     timer->start(kFrame);
   }
 
   void WaitForAll() {
+    if (run_ == Run::Cold) return QCoreApplication::exit(0);
     stage_ = Stage::All;
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, [this] {
       if (session_.Worker().FinishedCount() < session_.list.Count()) return;
-      Report("memory-MiB", MemoryRow("VmRSS") / 1024);
-      Report("peak-memory-MiB", MemoryRow("VmHWM") / 1024);
+      Report("memory-MiB", MemoryMiB("VmRSS"));
+      Report("peak-memory-MiB", MemoryMiB("VmHWM"));
+      ReportQuit();
       QCoreApplication::exit(0);
     });
     timer->start(kFrame);
@@ -201,63 +220,44 @@ class Watcher final : public QObject {
 
   Session& session_;
   ThumbnailListView& list_;
+  const Run run_;
   Stage stage_ = Stage::Listed;
-  Clock::time_point stageStart_;
+  Clock::time_point stageStart_ = ProcessStart();
   std::optional<Heartbeat> heartbeat_;
 };
 
-int Measure(int argc, char** argv) {
-  const auto start = ProcessStart();
-  std::printf("main %.1f\n", MillisecondsSince(start));
+int Measure(int argc, char** argv, Run run) {
+  if (run == Run::Usual) Report("main", MillisecondsSince(ProcessStart()));
   return ml::app::RunApplication(argc, argv,
-                                 [&](CMainFrame& frame, Session& session) { new Watcher(frame, session, start); });
+                                 [&](CMainFrame& frame, Session& session) { new Watcher(frame, session, run); });
 }
 
-/// Name and value of each line that one run prints.
-void AddRun(const std::string& program, const std::string& directory, std::map<std::string, std::vector<double>>& all) {
-  ::setenv(kStartVariable, std::to_string(Clock::now().time_since_epoch().count()).c_str(), 1);
-  std::FILE* out = ::popen(("exec '" + program + "' --measure '" + directory + "'").c_str(), "r");
-  if (!out) throw std::runtime_error("cannot start " + program);
-  char name[64];
-  double value = 0;
-  while (std::fscanf(out, "%63s %lf", name, &value) == 2) all[name].push_back(value);
-  if (::pclose(out) != 0) throw std::runtime_error("a run failed");
-}
-
-struct Row {
-  const char *name, *text;
-  double aim;  ///< 0: none
-};
 constexpr Row kRows[] = {{"main", "main() entered, ms", 0},
                          {"loaded", "list in the window, ms", 0},
                          {"list-painted", "list painted, ms", 400},
                          {"first-screen", "then first screen, ms", 500},
                          {"middle", "jump to the middle, ms", 500},
-                         {"longest-stall", "longest stall, ms", 30},
+                         {"longest-stall", "longest stall scrolling, ms", 30},
+                         {"most-work", "  its own work in one go, ms", 0},
+                         {"made-while-scrolling", "  thumbnails made meanwhile", 0},
+                         {"cold-longest-stall", "the same from the start, ms", 30},
+                         {"cold-most-work", "  its own work in one go, ms", 0},
+                         {"cold-made-while-scrolling", "  thumbnails made meanwhile", 0},
                          {"memory-MiB", "memory with all made, MiB", 0},
-                         {"peak-memory-MiB", "most memory, MiB", 0}};
+                         {"peak-memory-MiB", "most memory, MiB", 0},
+                         {"exit", "from quitting to the end, ms", 300}};
 
-void PrintTable(std::map<std::string, std::vector<double>>& all) {
-  std::printf("%-28s %10s %10s %10s\n", "", "median", "worst", "aim");
-  for (const auto& row : kRows) {
-    auto& values = all[row.name];
-    if (values.empty()) throw std::runtime_error(std::string("nothing measured: ") + row.text);
-    std::ranges::sort(values);
-    std::printf("%-28s %10.1f %10.1f ", row.text, values[values.size() / 2], values.back());
-    row.aim > 0 ? std::printf("%10.0f%s\n", row.aim, values.back() > row.aim ? "  missed" : "") : std::printf("\n");
-  }
-}
-
-int RunAll(const std::string& program, std::optional<std::string> directory) {
+int RunAll(std::optional<std::string> directory) {
   const ml::test::TempDir own;
-  for (const auto* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
-    ::setenv(variable, (own / "xdg").c_str(), 1);
-  }
+  UseFolder(own / "xdg");
   if (!directory) directory = own / "photos";
   if (!std::filesystem::exists(*directory)) MakeFiles(*directory);
-  std::map<std::string, std::vector<double>> all;
-  for (int run = 0; run < kRuns; ++run) AddRun(program, *directory, all);
-  PrintTable(all);
+  Values all;
+  for (int run = 0; run < kRuns; ++run) {
+    AddRun({"--measure", *directory}, all);
+    AddRun({"--measure-cold", *directory}, all);
+  }
+  PrintTable(kRows, all);
   return 0;
 }
 
@@ -265,12 +265,12 @@ int RunAll(const std::string& program, std::optional<std::string> directory) {
 
 int main(int argc, char** argv) {
   try {
-    if (argc == 3 && std::string(argv[1]) == "--measure") {
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (argc == 3 && first.starts_with("--measure")) {
       argv[1] = argv[0];
-      return Measure(argc - 1, argv + 1);
+      return Measure(argc - 1, argv + 1, first == "--measure" ? Run::Usual : Run::Cold);
     }
-    return RunAll(std::filesystem::read_symlink("/proc/self/exe"),
-                  argc > 1 ? std::optional<std::string>(argv[1]) : std::nullopt);
+    return RunAll(argc > 1 ? std::optional(first) : std::nullopt);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "ml_bench_window: %s\n", error.what());
     return 1;

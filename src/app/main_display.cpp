@@ -21,6 +21,8 @@ using PixelsPtr = std::shared_ptr<const imaging::PixelBuffer>;
 constexpr int kBlinkMilliseconds = 750;
 /// A cursor that changes for each picture would only flicker.
 constexpr int kPatienceMilliseconds = 150;
+/// Longer than from key to key while one is held down.
+constexpr int kRestMilliseconds = 200;
 
 int Processors() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4); }
 
@@ -47,6 +49,9 @@ MainDisplay::MainDisplay(Session& session, PictureView& view, QObject* parent)
   patience_.setSingleShot(true);
   patience_.setInterval(kPatienceMilliseconds);
   connect(&patience_, &QTimer::timeout, this, [this] { SetWaitCursor(busy_); });
+  rest_.setSingleShot(true);
+  rest_.setInterval(kRestMilliseconds);
+  connect(&rest_, &QTimer::timeout, this, [this] { busy_ ? rest_.start() : ReleaseThumbnails(); });
   connect(this, &MainDisplay::ready, this, &MainDisplay::Take, Qt::QueuedConnection);
 }
 
@@ -75,6 +80,7 @@ void MainDisplay::Show(int index, int columnWidth) {
   for (const int neighbour : Neighbours(index, direction_, count, wraparound)) {
     wish.neighbours.push_back(files[static_cast<std::size_t>(neighbour)]);
   }
+  HoldThumbnails();
   const auto answer = lookAhead_.Want(std::move(wish));
   wanted_ = answer.wish;
   SetBusy(answer.picture == nullptr);
@@ -85,6 +91,18 @@ void MainDisplay::Stop() {
   lookAhead_.WantNothing();
   given_ = wanted_;
   SetBusy(false);
+  ReleaseThumbnails();
+}
+
+/// The picture on show and those beside it go before thumbnails, until the user rests.
+void MainDisplay::HoldThumbnails() {
+  session_.Worker().GiveWay();
+  rest_.start();
+}
+
+void MainDisplay::ReleaseThumbnails() {
+  rest_.stop();
+  session_.Worker().GoOn();
 }
 
 void MainDisplay::Clear(const std::string& message) {

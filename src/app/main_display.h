@@ -50,11 +50,14 @@ class MainDisplay final : public QObject {
   void MarkViewingJpeg();
   void SetBusy(bool busy);
   void SetWaitCursor(bool wait);
+  void HoldThumbnails();
+  void ReleaseThumbnails();
 
   Session& session_;
   PictureView& view_;
   QTimer blink_;
   QTimer patience_;
+  QTimer rest_;  ///< runs while no thumbnail is begun
   bool busy_ = false, waitCursor_ = false;
   int lastIndex_ = -1, direction_ = 1;
   std::uint64_t wanted_ = 0, given_ = 0;

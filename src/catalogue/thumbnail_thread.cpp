@@ -44,9 +44,9 @@ void CThumbnailThread::Run(const std::stop_token& stop) {
   platform::SetThreadNice(kWorkerNice);
   std::unique_lock guard(lock_);
   while (!stop.stop_requested()) {
-    const int index = paused_ ? -1 : NextToDo();
+    const int index = NextToDo();
     if (index < 0) {
-      wake_.wait(guard, stop, [this] { return !paused_ && NextToDo() >= 0; });
+      wake_.wait(guard, stop, [this] { return NextToDo() >= 0; });
       continue;
     }
     entries_[static_cast<std::size_t>(index)]->claimed = true;
@@ -59,9 +59,10 @@ void CThumbnailThread::Run(const std::stop_token& stop) {
   }
 }
 
-/// The next entry that nobody works on, from the cursor on and then from the top; -1 if there is none. Needs
-/// the lock.
+/// The next entry that nobody works on, from the cursor on and then from the top; -1 if there is none, or
+/// none may be begun. Needs the lock.
 int CThumbnailThread::NextToDo() const {
+  if (paused_ || givesWay_) return -1;
   const auto count = entries_.size();
   const auto start = cursor_ < count ? cursor_ : 0;
   for (std::size_t n = 0; n < count; ++n) {
@@ -194,6 +195,19 @@ RenameTools CThumbnailThread::Following(const RenameTools& tools) {
 void CThumbnailThread::JumpTo(int index) {
   const std::lock_guard guard(lock_);
   cursor_ = static_cast<std::size_t>(std::max(index, 0));
+}
+
+void CThumbnailThread::GiveWay() {
+  const std::lock_guard guard(lock_);
+  givesWay_ = true;
+}
+
+void CThumbnailThread::GoOn() {
+  {
+    const std::lock_guard guard(lock_);
+    givesWay_ = false;
+  }
+  wake_.notify_all();
 }
 
 ThumbnailState CThumbnailThread::State(int index) const {

@@ -87,6 +87,11 @@ class CThumbnailThread final : public ListGate {
   /// pause.
   void JumpTo(int index);
 
+  /// From now on no thumbnail is begun, so that something more urgent has the processors; those in progress go on.
+  /// Needs no pause, and is not ended by Resume().
+  void GiveWay();
+  void GoOn();
+
   /// ToDo for a bad index.
   ThumbnailState State(int index) const;
   /// The record of an entry whose state is not ToDo, else null. Valid until the next gated call.
@@ -119,7 +124,8 @@ class CThumbnailThread final : public ListGate {
   std::mutex lock_;
   std::condition_variable_any wake_;  ///< something to do, or the end
   std::condition_variable idle_;      ///< nothing in progress
-  bool paused_ = true;                ///< guarded by lock_, like the next two
+  bool paused_ = true;                ///< guarded by lock_, like the next three
+  bool givesWay_ = false;
   int inProgress_ = 0;
   std::size_t cursor_ = 0;
   std::vector<std::jthread> threads_;  ///< last: they use all of the above

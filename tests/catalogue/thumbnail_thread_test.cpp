@@ -135,6 +135,22 @@ TEST_F(WorkerOnTwoThreads, PauseWaitsForThumbnailsInProgressAndLetsNoneStart) {
   WaitUntilFinished(6);
 }
 
+TEST_F(Worker, GivingWayFinishesWhatWasBegunAndBeginsNothing) {
+  maker_.Allow(1);
+  thread_.LoadList(Names({"a", "b", "c"}));
+  thread_.Resume();
+  maker_.WaitUntilAsked(2);
+  thread_.GiveWay();
+  maker_.Allow(-1);
+  WaitUntilFinished(2);
+  thread_.Pause();
+  thread_.Resume();  // does not end it
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_EQ(Names({"a", "b"}), maker_.Asked());
+  thread_.GoOn();
+  WaitUntilFinished(3);
+}
+
 TEST_F(Worker, PausesDoNotNest) {
   thread_.Pause();
   thread_.Pause();
