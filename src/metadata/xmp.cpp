@@ -26,7 +26,9 @@ struct Element {
   std::string tag;         ///< what follows the name, with the ">"
 };
 
-bool Is(const Element& element, std::string_view name) { return platform::EqualsAsciiFolded(element.name, name); }
+bool Is(const Element& element, std::string_view name) {
+  return element.name.size() == name.size() && platform::EqualsAsciiFolded(element.name, name);
+}
 bool IsEmpty(const Element& element) { return element.tag.ends_with("/>"); }
 
 /// Goes on to the next tag with a name. False at the end.

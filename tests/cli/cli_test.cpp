@@ -9,6 +9,8 @@
 
 #include "cli/cli_run.h"
 #include "support/child_process.h"
+#include "support/jpeg_builder.h"
+#include "support/metadata_blocks.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -128,6 +130,28 @@ TEST_F(Cli, TagsAreKeptInTheDirectory) {
   EXPECT_EQ(run({"tags", dir.Path(), "--save", dir / "no/directory.tag"}).exitCode, 1);
   EXPECT_EQ(run({"tags", dir / "a.jpg", "--add", "a.jpg"}).exitCode, 1) << "took a file for a directory";
   EXPECT_FALSE(ReadAll(dir / "marrowlantern.dat")) << "tags wrote the order file";
+}
+
+TEST_F(Cli, IptcIsShownAndSaved) {
+  const auto block = IptcBlock({{25, "\xE4"}, {120, "A caption"}});
+  const auto resources = ResourceSegment(ImageResources({{1028, block}}));
+  const auto photo = dir.Write("a.jpg", InsertSegments(MakePhoto({.width = 60, .height = 40}), resources));
+  const auto file = dir / "a.ipt";
+  const auto expected = json::parse(
+      R"([{"record": 2, "dataset": 25, "value": "\u00e4"}, {"record": 2, "dataset": 120, "value": "A caption"}])");
+  EXPECT_EQ(Json({"iptc", photo, "--save", file, "--dry-run"})[0]["iptc"], expected);
+  EXPECT_FALSE(ReadAll(file));
+  EXPECT_EQ(Json({"iptc", photo, "--save", file})[0]["ok"], true);
+  EXPECT_EQ(Json({"iptc", file})[0]["iptc"], expected);
+  EXPECT_EQ(ReadAll(file)->substr(7), block);
+  EXPECT_EQ(Json({"info", photo})[0]["iptc"], expected);
+  const auto again = Json({"iptc", photo, "--save", file}, 1);
+  EXPECT_EQ(again[0]["ok"], false);
+  EXPECT_NE(again[0]["message"], "");
+  EXPECT_EQ(run({"iptc", photo, "--save", file, "--overwrite"}).exitCode, 0);
+  EXPECT_EQ(run({"iptc", photo, "--save", photo, "--overwrite"}).exitCode, 1) << "replaced the image";
+  EXPECT_EQ(run({"iptc", photo, file, "--save", dir / "b.ipt"}).exitCode, 2);
+  EXPECT_EQ(Json({"iptc", dir / "gone.jpg", photo}, 1)[1]["ok"], true);
 }
 
 TEST_F(Cli, OrderIsKeptInTheDirectory) {
