@@ -101,6 +101,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ConnectRest();
   void SetCurrent(int index);
   void BringFocusToCurrent();
+  void BringTargetIntoSight();
   void ArrangeFilmStrip();
   SplitterPlaces Places() const;
   void SetPlaces(const SplitterPlaces& places);

@@ -32,9 +32,15 @@ void CMarrowlanternView::SetViewMode(ViewMode mode) {
   } else if (old == ViewMode::Thumbnails) {
     LoadImage(session_.list.currentIndex, Reload::Force);
   }
-  if (mode != ViewMode::Main) thumbnails_->ScrollTo(session_.TargetIndex());
+  BringTargetIntoSight();
+  // Once more when the panes have got their sizes, which they do with events that still come.
+  QMetaObject::invokeMethod(this, &CMarrowlanternView::BringTargetIntoSight, Qt::QueuedConnection);
   FocusMainPane();
   Q_EMIT viewModeChanged(mode);
+}
+
+void CMarrowlanternView::BringTargetIntoSight() {
+  if (session_.mode != ViewMode::Main) thumbnails_->ScrollTo(session_.TargetIndex());
 }
 
 /// Between picture and shooting data the strip is a pane of their splitter, else it stands beside them.

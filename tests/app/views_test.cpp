@@ -163,6 +163,8 @@ TEST_F(Views, FocusedImageStaysInSight) {
   List().scrollToTop();
   Run(CommandId::ThumbnailView);
   EXPECT_TRUE(inSight()) << "another view";
+  Run(CommandId::FilmStripBelow);
+  EXPECT_TRUE(QTest::qWaitFor(inSight)) << "a strip that gets its size later";
 }
 
 TEST_F(Views, PictureGetsItsFocusRingFromTheTabKeyOnly) {

@@ -179,10 +179,14 @@ void DirectoryTree::currentChanged(const QModelIndex& current, const QModelIndex
   choice_.start(byKey_ ? kKeysRest : 0);
 }
 
-/// The current row moves on to a neighbour when its directory is gone; nobody chose that one.
+/// The toolkit would move on to a neighbour when the current directory is gone; nobody chose that one.
 void DirectoryTree::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) {
+  QModelIndex beside = currentIndex();
+  while (beside.isValid() && beside.parent() != parent) beside = beside.parent();
+  const bool currentGoes = beside.isValid() && beside.row() >= start && beside.row() <= end;
   const QScopedValueRollback guard(quiet_, true);
   QTreeView::rowsAboutToBeRemoved(parent, start, end);
+  if (currentGoes) selectionModel()->clear();
 }
 
 /// A view without a current row takes its first one when it gets the focus.

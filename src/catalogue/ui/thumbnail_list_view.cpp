@@ -212,8 +212,13 @@ void ThumbnailListView::paintEvent(QPaintEvent* event) {
   }
 }
 
+/// The focused image stays in sight, or comes there with the first room: the toolkit lays out later, when nobody knows
+/// any more what was to be seen.
 void ThumbnailListView::resizeEvent(QResizeEvent* event) {
+  const QRect before({}, event->oldSize());
+  const bool inSight = before.isEmpty() || visualRect(currentIndex()).intersects(before);
   QListView::resizeEvent(event);
+  if (inSight) ScrollTo(currentIndex().row());
   LookAtTop();
 }
 
