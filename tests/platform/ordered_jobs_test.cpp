@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <numeric>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -37,13 +38,13 @@ TEST(RunOrdered, BeginsAndFinishesInOrderAndWorksOnceOnEach) {
 }
 
 TEST(RunOrdered, AStopLetsWhatWasBegunBeFinished) {
-  std::stop_source stop;
+  const auto stop = std::make_unique<std::stop_source>();  // on the stack g++ 12 takes it for uninitialised
   std::atomic<int> begun = 0;
   const int finished = RunOrdered({.count = 1000,
                                    .threads = 3,
                                    .begin = [&](int index) { begun = index + 1; },
-                                   .work = [&](int index) { index == 20 ? stop.request_stop() : false; }},
-                                  stop.get_token());
+                                   .work = [&](int index) { index == 20 ? stop->request_stop() : false; }},
+                                  stop->get_token());
   EXPECT_EQ(finished, begun);
   EXPECT_GE(finished, 21);
   EXPECT_LT(finished, 1000);
