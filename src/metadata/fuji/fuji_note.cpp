@@ -6,9 +6,9 @@
 namespace ml::metadata {
 namespace {
 
-// Codes and the form of the note: "Fujifilm Makernote Format Specification" of the PHP JPEG Metadata Toolkit by
-// E. Hartman; the later kinds of fluorescent light, the flash light and the numbered custom settings of the white
-// balance: documentation of ExifTool, page "FujiFilm Tags".
+// Codes and the form of the note: "Fujifilm Makernote Format Specification" of the PHP JPEG Metadata
+// Toolkit; the later kinds of fluorescent light, the flash light and the numbered custom settings of the white balance:
+// documentation of ExifTool, page "FujiFilm Tags".
 constexpr CodeWord kSharpnesses[] = {{1, "Soft"}, {2, "Soft"}, {3, "Normal"}, {4, "Hard"}, {5, "Hard"}};
 constexpr CodeWord kWhiteBalances[] = {
     {0x000, "Auto"},        {0x100, "Daylight"},    {0x200, "Cloudy"},      {0x300, "Fluorescent"},

@@ -5,8 +5,8 @@
 namespace ml::metadata {
 namespace {
 
-// Tags 0x201 and 0x202: "Description of Exif file format" by T. Tachibanaya, Olympus MakerNote. Tag 0x1004: the table
-// of Olympus values in the documentation of libexif. The others: documentation of ExifTool, page "Olympus Tags".
+// Tags 0x201 and 0x202: "Description of Exif file format" by T. Tachibanaya, Olympus MakerNote. Tag 0x1004: the words
+// that libexif gives its values. The others: documentation of ExifTool, page "Olympus Tags".
 constexpr CodeWord kQualities[] = {{1, "SQ"}, {2, "HQ"}, {3, "SHQ"}, {4, "RAW/TIFF"}};
 constexpr CodeWord kMacros[] = {{1, "On"}, {2, "Super Macro"}};
 /// Automatic and switched off say less than the standard's tag, which knows whether it fired.
