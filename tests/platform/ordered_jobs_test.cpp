@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <numeric>
 #include <memory>
+#include <numeric>
 #include <stdexcept>
 #include <vector>
 

@@ -47,7 +47,8 @@ std::optional<CodeStreamGap> FollowTileParts(const metadata::ByteSource& source,
   return whole ? std::nullopt : std::optional(CodeStreamGap{position, position, 0, 0});
 }
 
-/// Puts those of the `size` bytes of `value`, big-endian at `field`, into `out` that lie in it; `out` begins at `offset`.
+/// Puts those of the `size` bytes of `value`, big-endian at `field`, into `out` that lie in it; `out` begins at
+/// `offset`.
 void Patch(std::uint64_t offset, std::span<std::byte> out, std::uint64_t field, std::uint32_t value, unsigned size) {
   for (unsigned i = 0; i < size; ++i) {
     const auto index = field + i - offset;  // wraps before `out`

@@ -5,7 +5,8 @@
 namespace ml::metadata {
 namespace {
 
-// "Casio Makernote Format Specification" of the PHP JPEG Metadata Toolkit, type 1; the recording modes from 7 on, the spot focus and the levels from 16 on: documentation of ExifTool, page "Casio Tags".
+// "Casio Makernote Format Specification" of the PHP JPEG Metadata Toolkit, type 1; the recording modes from 7 on, the
+// spot focus and the levels from 16 on: documentation of ExifTool, page "Casio Tags".
 constexpr CodeWord kRecordingModes[] = {{2, "Panorama"}, {3, "Night Scene"},  {4, "Portrait"},  {5, "Landscape"},
                                         {7, "Panorama"}, {10, "Night Scene"}, {15, "Portrait"}, {16, "Landscape"}};
 constexpr CodeWord kQualities[] = {{1, "Economy"}, {2, "Normal"}, {3, "Fine"}};
