@@ -3,16 +3,11 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-// jpeglib.h needs the line above.
-#include <jpeglib.h>
-
-#include <vector>
-
 #include "imagefiles/image_file.h"
 #include "imagefiles/thumbnail_maker.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
+#include "whole_decode.h"
 
 namespace {
 
@@ -46,24 +41,7 @@ void WholeFileThumbnail(benchmark::State& state) {
 BENCHMARK(WholeFileThumbnail)->Arg(80)->Arg(160)->Arg(240)->Unit(benchmark::kMillisecond);
 
 void LibraryAlone(benchmark::State& state) {
-  for (auto _ : state) {
-    std::FILE* file = std::fopen(TheFiles().plain.c_str(), "rb");
-    jpeg_decompress_struct info{};
-    jpeg_error_mgr errors{};
-    info.err = jpeg_std_error(&errors);
-    jpeg_create_decompress(&info);
-    jpeg_stdio_src(&info, file);
-    jpeg_read_header(&info, TRUE);
-    info.scale_num = 1;
-    info.scale_denom = 8;
-    jpeg_start_decompress(&info);
-    std::vector<JSAMPLE> row(static_cast<std::size_t>(info.output_width) * 3);
-    JSAMPROW rows[] = {row.data()};
-    while (info.output_scanline < info.output_height) jpeg_read_scanlines(&info, rows, 1);
-    jpeg_finish_decompress(&info);
-    jpeg_destroy_decompress(&info);
-    std::fclose(file);
-  }
+  for (auto _ : state) benchmark::DoNotOptimize(ml::bench::WholeDecode(TheFiles().plain, 8));
 }
 BENCHMARK(LibraryAlone)->Unit(benchmark::kMillisecond);
 

@@ -9,7 +9,7 @@
 
 namespace ml::bench {
 
-double WholeDecode(const std::string& path) {
+double WholeDecode(const std::string& path, unsigned denominator) {
   using Clock = std::chrono::steady_clock;
   const auto start = Clock::now();
   std::FILE* file = std::fopen(path.c_str(), "rb");
@@ -19,6 +19,8 @@ double WholeDecode(const std::string& path) {
   jpeg_create_decompress(&info);
   jpeg_stdio_src(&info, file);
   jpeg_read_header(&info, TRUE);
+  info.scale_num = 1;
+  info.scale_denom = denominator;
   jpeg_start_decompress(&info);
   std::vector<JSAMPLE> row(static_cast<std::size_t>(info.output_width) * 3);
   JSAMPROW rows[] = {row.data()};

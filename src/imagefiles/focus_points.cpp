@@ -6,6 +6,7 @@
 #include <string>
 
 #include "imagefiles/format_table.h"
+#include "metadata/exif_block.h"
 #include "platform/paths.h"
 
 namespace ml::imagefiles {
@@ -27,16 +28,7 @@ bool StandsBehindStart(std::string_view text, std::string_view part) {
 }
 
 int DegreesOf(std::int32_t orientation) {
-  switch (orientation) {
-    case 3:
-      return 180;
-    case 6:
-      return 90;
-    case 8:
-      return 270;
-    default:
-      return 0;
-  }
+  return metadata::DegreesOfOrientation(static_cast<std::uint32_t>(orientation)).value_or(0);
 }
 
 /// By how much the picture of the file was turned.

@@ -26,16 +26,7 @@ imaging::Turn TurnOfDegrees(int degrees) {
 }
 
 imaging::Turn TurnOfOrientation(std::uint32_t orientation) {
-  switch (orientation) {
-    case 3:
-      return imaging::Turn::half;
-    case 6:
-      return imaging::Turn::cw90;
-    case 8:
-      return imaging::Turn::cw270;
-    default:
-      return imaging::Turn::None;
-  }
+  return TurnOfDegrees(metadata::DegreesOfOrientation(orientation).value_or(0));
 }
 
 imaging::Turn RecordedTurn(const metadata::ByteSource& jpeg) {

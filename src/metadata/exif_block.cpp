@@ -32,7 +32,9 @@ void WalkExifChains(const ByteSource& source, Visitor&& visitor) {
   }
 }
 
-std::optional<int> DegreesOf(std::uint32_t orientation) {
+}  // namespace
+
+std::optional<int> DegreesOfOrientation(std::uint32_t orientation) {
   switch (orientation) {
     case 1:
       return 0;
@@ -46,8 +48,6 @@ std::optional<int> DegreesOf(std::uint32_t orientation) {
       return std::nullopt;
   }
 }
-
-}  // namespace
 
 bool IsExifSegment(const JpegSegments& segments, const JpegSegment& segment) {
   return segment.marker == jpeg_marker::kApp1 && segment.payloadSize >= kSmallestExif &&
@@ -68,7 +68,7 @@ std::optional<ExifBlock> NextExifBlock(JpegSegments& segments) {
 std::optional<int> ReadOrientationFromExif(const ByteSource& source) {
   std::optional<int> degrees;
   WalkExifChains(source, [&](const ExifBlock&, const IfdEntry& entry) {
-    if (entry.tag == kOrientation) degrees = DegreesOf(entry.value);
+    if (entry.tag == kOrientation) degrees = DegreesOfOrientation(entry.value);
     return degrees ? Visit::Stop : Visit::Continue;
   });
   return degrees;

@@ -25,6 +25,9 @@ bool IsExifSegment(const JpegSegments& segments, const JpegSegment& segment);
 /// The next EXIF segment of the walk, if any. A file may have several.
 std::optional<ExifBlock> NextExifBlock(JpegSegments& segments);
 
+/// The clockwise turn that a value of tag 274 asks for: 0, 90, 180 or 270; nothing for mirrored and unknown ones.
+std::optional<int> DegreesOfOrientation(std::uint32_t orientation);
+
 /// What tag 274 of the first block and directory that has a known value says: the clockwise turn that shows
 /// the picture upright, 0, 90, 180 or 270. Mirrored orientations count as unknown.
 std::optional<int> ReadOrientationFromExif(const ByteSource& source);

@@ -126,21 +126,10 @@ TEST(DirectoryTreeView, GoneDirectoryDoesNotChooseItsNeighbour) {
   ASSERT_TRUE(tree.WaitAt(dir / "a"));
   ASSERT_EQ(rmdir((dir / "a").c_str()), 0);
   tree.view.Refresh();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return tree.view.Directory().empty(); })) << tree.view.Directory();
   tree.view.SetDirectory(dir / "b");
   ASSERT_TRUE(tree.WaitAt(dir / "b"));
   QTest::qWait(50);
-  EXPECT_TRUE(tree.chosen.empty());
-}
-
-TEST(DirectoryTreeView, GoneDirectoryLeavesNoCurrentRow) {
-  const test::TempDir dir;
-  for (const char* name : {"a", "b"}) MakeDirectory(dir / name);
-  Tree tree;
-  tree.view.SetDirectory(dir / "a");
-  ASSERT_TRUE(tree.WaitAt(dir / "a"));
-  ASSERT_EQ(rmdir((dir / "a").c_str()), 0);
-  tree.view.Refresh();
-  EXPECT_TRUE(QTest::qWaitFor([&] { return tree.view.Directory().empty(); })) << tree.view.Directory();
   EXPECT_TRUE(tree.chosen.empty());
 }
 

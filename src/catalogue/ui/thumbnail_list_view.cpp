@@ -236,13 +236,6 @@ void ThumbnailListView::changeEvent(QEvent* event) {
   }
 }
 
-/// In other rows the focused image would be somewhere else.
-void ThumbnailListView::doItemsLayout() {
-  const bool inSight = FocusInSight();
-  QListView::doItemsLayout();
-  if (inSight) scrollTo(currentIndex());
-}
-
 void ThumbnailListView::scrollContentsBy(int dx, int dy) {
   QListView::scrollContentsBy(dx, dy);
   if (isVisible()) LookAtTop();

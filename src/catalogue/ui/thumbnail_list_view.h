@@ -86,7 +86,6 @@ class ThumbnailListView final : public QListView {
   void resizeEvent(QResizeEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
-  void doItemsLayout() override;
   void scrollContentsBy(int dx, int dy) override;
   void startDrag(Qt::DropActions supported) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
