@@ -23,9 +23,16 @@ inline constexpr std::string_view kPefComment = "Pentax raw image comments are n
 inline constexpr std::string_view kEos1DExifCopy =
     "Copying EXIF data to Canon EOS 1D/1Ds raw files\nis not supported in this version";
 
+inline constexpr std::string_view kRotateReadOnly = "Unable to rotate image because it is read-only";
+inline constexpr std::string_view kCommentReadOnly = "Unable to add comment because image is read-only";
+inline constexpr std::string_view kIptcDataReadOnly = "Unable to write IPTC data because image is read-only";
+inline constexpr std::string_view kIptcReadOnly = "Unable to write IPTC because image is read-only";
+inline constexpr std::string_view kUpdateReadOnly = "Unable to update image because it is read-only";
+
 inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
 inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
 
+inline std::string CannotHoldIptc(const std::string& path) { return "This format cannot hold IPTC data:\n" + path; }
 inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
 inline std::string UnableToRead(const std::string& path, const std::string& reason) {
   return "Unable to read image:\n" + path + "\n" + reason;

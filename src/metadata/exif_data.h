@@ -101,6 +101,7 @@ struct ExifData {
 
   // For those who copy the metadata or write into it. Places count from the start of the EXIF segment's copy or of the
   // file; 0 is none.
+  bool dateRecorded = false;  ///< `shootingTime` is a date in the file, not that of its last change
   bool littleEndian = false;
   std::uint32_t ifd0EntryCount = 0, exifIfdEntryCount = 0;
   std::vector<std::byte> exifBlock;                           ///< the first EXIF segment from its length field on

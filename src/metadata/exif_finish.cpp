@@ -99,7 +99,9 @@ void CompleteDate(ExifData& data) {
   }
   const auto fields = platform::ParseDateTime(data.dateTime, platform::DateForm::DotsAllowed);
   const auto time = fields ? platform::ToTime(*fields) : std::nullopt;
-  if (time) data.shootingTime = *time;
+  if (!time) return;
+  data.shootingTime = *time;
+  data.dateRecorded = true;
 }
 
 void CompleteSize(ExifData& data) {

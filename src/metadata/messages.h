@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 /// What the readers of this module say when they give up; users see these where an edit needs the file whole.
 namespace ml::metadata::messages {
 
@@ -17,5 +19,10 @@ inline constexpr char kIptcCategoryLetters[] = "Category must consist of alphabe
 inline constexpr char kIptcDate[] = "Invalid date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
 inline constexpr char kIptcReleaseDate[] =
     "Invalid release date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
+
+inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
+inline std::string NotAsWritten(const std::string& path) {
+  return "The new file does not read back as it was written, the old one was kept:\n" + path;
+}
 
 }  // namespace ml::metadata::messages

@@ -66,7 +66,7 @@ void CheckUnchanged(const OpenFile& file, const PatchSet& set) {
   if (!same) throw UserError(messages::kChangedMeanwhile + file.Label());
 }
 
-void ReplaceWhole(const OpenFile& file, const PatchSet& set, const PatchOptions& options) {
+void ReplaceWhole(const OpenFile& file, const PatchSet& set, const EditOptions& options) {
   AtomicFile out(file.Label(), {.read = IdentityOf(file.Status()),
                                 .recorder = options.recorder,
                                 .stateDirectory = options.stateDirectory,
@@ -141,7 +141,7 @@ void PatchInPlace(OpenFile& file, const PatchSet& set, Bounds bounds, EditRecord
 
 }  // namespace
 
-void ApplyPatches(const std::string& path, const PatchSet& set, const PatchOptions& options) {
+void ApplyPatches(const std::string& path, const PatchSet& set, const EditOptions& options) {
   auto& fileSystem = *options.fileSystem;
   const auto target = ResolveLinks(fileSystem, path);
   const auto bounds = ChangedBounds(set.patches);

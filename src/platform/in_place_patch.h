@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/data_folders.h"
-#include "platform/edit_recorder.h"
+#include "platform/edit_options.h"
 #include "platform/file_identity.h"
-#include "platform/file_system.h"
 
 namespace ml::platform {
 
@@ -29,13 +27,6 @@ struct PatchSet {
   std::optional<FileIdentity> read = std::nullopt;
 };
 
-struct PatchOptions {
-  /// Not owned; null if the edit is not kept for undo.
-  EditRecorder* recorder = nullptr;
-  std::string stateDirectory = userStateDir();
-  FileSystem* fileSystem = &RealFileSystem();
-};
-
 /// Widest span from the first to the last changed byte that is written in place.
 inline constexpr std::uint64_t kMaxInPlaceSpan = 64 * 1024;
 
@@ -44,6 +35,6 @@ inline constexpr std::uint64_t kMaxInPlaceSpan = 64 * 1024;
 /// one write: at every moment the file reads as the old or as the new one. Wider spans go through AtomicFile.
 /// Nothing is written if nothing changes. Throws UserError naming the file; the file is then as it was, or
 /// the sentence says that it may be damaged (the disk refused to take the old bytes back).
-void ApplyPatches(const std::string& path, const PatchSet& set, const PatchOptions& options = {});
+void ApplyPatches(const std::string& path, const PatchSet& set, const EditOptions& options = {});
 
 }  // namespace ml::platform

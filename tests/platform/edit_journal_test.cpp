@@ -67,7 +67,7 @@ class EditJournalTest : public testing::Test {
       batch.WillRename(from, to);
       if (fileSystem.RenameNoReplace(from, to) != 0) ThrowFileError("", from, errno);
     };
-    const PatchOptions patching{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
+    const EditOptions patching{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
     const AtomicFileOptions writing{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
     ApplyPatches(image("raw"),
                  {.fileSize = 14, .patches = {{0, Bytes("con"), Bytes("CON")}}, .appended = Bytes("tail")}, patching);

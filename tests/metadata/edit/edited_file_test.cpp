@@ -1,0 +1,126 @@
+#include "metadata/edit/edited_file.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "metadata/edit/apply_edit.h"
+#include "support/fault_sweep.h"
+#include "support/temp_dir.h"
+
+namespace ml::metadata {
+namespace {
+
+std::span<const std::byte> Bytes(const std::string& text) { return std::as_bytes(std::span(text)); }
+
+std::string Content(const ByteSource& source, std::uint64_t offset, std::size_t count) {
+  std::string text(count, '\0');
+  text.resize(source.ReadSome(offset, std::as_writable_bytes(std::span(text))));
+  return text;
+}
+
+TEST(EditedFile, ReadsLikeTheTextThatTheSameEditsMake) {
+  std::mt19937 random(7);
+  const auto below = [&](std::size_t limit) {
+    return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
+  };
+  for (int round = 0; round < 200; ++round) {
+    const std::string original = "abcdefghijklmnopqrstuvwxyz";
+    const MemorySource source(Bytes(original));
+    EditedFile edited(source);
+    std::string model = original;
+    for (int edit = 0; edit < 8; ++edit) {
+      const auto at = below(model.size() + 1);
+      const auto size = below(model.size() - at + 1);
+      const std::string bytes(below(5), static_cast<char>('0' + edit));
+      edited.Replace({at, size}, Bytes(bytes));
+      model.replace(at, size, bytes);
+      ASSERT_EQ(edited.Size(), model.size());
+      const auto from = below(model.size() + 1);
+      ASSERT_EQ(Content(edited, from, 100), model.substr(from));
+      ASSERT_EQ(Content(edited, from, 3), model.substr(from, 3));
+    }
+    const auto patches = edited.InPlace();
+    if (!patches) continue;
+    std::string patched = original;
+    for (const auto& patch : patches->patches) {
+      ASSERT_EQ(patch.oldBytes.size(), patch.newBytes.size());
+      for (std::size_t i = 0; i < patch.newBytes.size(); ++i) {
+        ASSERT_EQ(static_cast<char>(patch.oldBytes[i]), original[patch.offset + i]);
+        patched[patch.offset + i] = static_cast<char>(patch.newBytes[i]);
+      }
+    }
+    for (const auto byte : patches->appended) patched += static_cast<char>(byte);
+    ASSERT_EQ(patched, model);
+  }
+}
+
+TEST(EditedFile, StaysInPlaceOnlyWhereNothingMoves) {
+  const std::string original = "0123456789";
+  const MemorySource source(Bytes(original));
+  const auto inPlace = [&](const std::function<void(EditedFile&)>& edit) {
+    EditedFile edited(source);
+    edit(edited);
+    return edited.InPlace().has_value();
+  };
+  EXPECT_TRUE(inPlace([](EditedFile& e) { e.Overwrite(3, Bytes("ab")); }));
+  EXPECT_TRUE(inPlace([](EditedFile& e) { e.Append(Bytes("ab")); }));
+  EXPECT_TRUE(inPlace([](EditedFile& e) { e.Replace({8, 2}, Bytes("abcd")); })) << "grows over the end";
+  EXPECT_TRUE(inPlace([](EditedFile& e) {
+    e.Replace({2, 1}, Bytes("ab"));
+    e.Remove({3, 1});
+  })) << "what moved is back at its place";
+  EXPECT_FALSE(inPlace([](EditedFile& e) { e.Insert(3, Bytes("a")); }));
+  EXPECT_FALSE(inPlace([](EditedFile& e) { e.Remove({9, 1}); }));
+  EXPECT_THROW(inPlace([](EditedFile& e) { e.Replace({9, 2}, {}); }), ExifException);
+  EXPECT_THROW(inPlace([](EditedFile& e) { e.Insert(11, Bytes("a")); }), ExifException);
+}
+
+TEST(ApplyEdit, LeavesTheOldOrTheNewFileUnderEveryFault) {
+  const test::TempDir dir;
+  const auto path = dir / "photo.jpg";
+  const std::string before(3000, 'o');
+  struct Case {
+    std::function<void(EditedFile&)> edit;
+    std::string after;
+  };
+  const Case cases[] = {
+      {[](EditedFile& e) { e.Insert(1000, Bytes("new")); }, std::string(before).insert(1000, "new")},
+      {[](EditedFile& e) {
+         e.Overwrite(10, Bytes("new"));
+         e.Append(Bytes("tail"));
+       },
+       std::string(before).replace(10, 3, "new") + "tail"},
+  };
+  for (const auto& [edit, after] : cases) {
+    for (const auto fault : test::kFaults) {
+      test::SweepFaults(
+          fault, [&] { dir.Write("photo.jpg", before); },
+          [&](platform::FileSystem& fileSystem) {
+            EditFile(path, edit, {.stateDirectory = dir / "state", .fileSystem = &fileSystem});
+          },
+          [&](test::Outcome outcome) {
+            auto now = test::ReadAll(path);
+            // Bytes behind the end that nothing points to are no change: the next edit goes on from there.
+            if (outcome != test::Outcome::Done && now->starts_with(before)) now = before;
+            EXPECT_TRUE(now == after || (outcome != test::Outcome::Done && now == before));
+          });
+    }
+  }
+}
+
+TEST(ApplyEdit, RefusesWhatTheCheckOrAnotherProgramForbids) {
+  const test::TempDir dir;
+  const auto path = dir.Write("photo.jpg", "old");
+  const platform::EditOptions options{.stateDirectory = dir / "state"};
+  const auto grow = [](EditedFile& e) { e.Insert(0, Bytes("new ")); };
+  const auto refuse = [](const ByteSource&) { throw platform::UserError("no"); };
+  EXPECT_THROW(EditFile(path, grow, options, refuse), platform::UserError);
+  const auto meanwhile = [&](const ByteSource&) { dir.Write("photo.jpg", "others"); };
+  EXPECT_THROW(EditFile(path, grow, options, meanwhile), platform::UserError);
+  EXPECT_EQ(test::ReadAll(path), "others");
+}
+
+}  // namespace
+}  // namespace ml::metadata
