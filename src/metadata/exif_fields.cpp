@@ -68,7 +68,7 @@ constexpr ExifFieldRow kFields[] = {
     {"driveMode", Of<&E::driveMode>},
     {"selfTimer", Of<&E::selfTimer>},
     {"continuousFrame", Of<&E::continuousFrame>, "Continuous frame", G::Exposure},
-    {"stitchShot", Of<&E::stitchShot>, "Stitch shot or focus points", G::Exposure},
+    {"stitchShot", Of<&E::stitchShot>, "Stitch or focus code", G::Exposure},
     {"imageWidth", Of<&E::imageWidth>},
     {"imageHeight", Of<&E::imageHeight>},
     {"orientation", Of<&E::orientation>, "Orientation", G::Image},

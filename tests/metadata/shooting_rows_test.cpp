@@ -57,7 +57,7 @@ TEST(ShootingRows, TellAFileInGroups) {
             "Firmware: Firmware Version 1.0.2\nOwner: A. Photographer\nCamera make: Canon\n\n"
             "Exposure\nShutter speed: 1/250 sec\nExposure mode: Auto\nExposure compensation: -1\n"
             "Metering mode: Center-weighted average\nDrive mode: Continuous frame: 3\nSelf-timer: 10 secs\n"
-            "Continuous frame: 3\nStitch shot or focus points: 8\n\n"
+            "Continuous frame: 3\nStitch or focus code: 8\n\n"
             "Lens and Focus\nLens: 28.0 to 300.0 mm\nFocal length: 100.0mm\nSubject distance: 1.42 m\n"
             "AF mode: One-shot AF\nFocus point: [Center]\nFocus point code: 12290\n\n"
             "Flash\nFlash: Off\n\nColour\nWhite balance: Color temp=5200K\nColor space: AdobeRGB\n\n"
