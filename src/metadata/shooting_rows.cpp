@@ -1,6 +1,8 @@
 #include "metadata/shooting_rows.h"
 
+#include <algorithm>
 #include <cctype>
+#include <span>
 #include <utility>
 #include <variant>
 
@@ -14,6 +16,9 @@ namespace ml::metadata {
 namespace {
 
 using Groups = std::vector<ShootingRows>;
+
+/// A broken block may be full of tiny items; nobody reads them, and windows lay each of them out.
+constexpr std::size_t kMostIptcRows = 1000;
 
 /// What the bytes are is decided for the whole value: a line alone may look like another encoding.
 std::string Shown(std::string_view bytes) {
@@ -76,11 +81,17 @@ std::string ValueText(const ExifFieldValue& value) {
   return number != nullptr ? ApertureText(*number) : FieldText(value);
 }
 
-void AddIptc(Groups& groups, const IptcItem& item) {
+void AddIptcItem(Groups& groups, const IptcItem& item) {
   const auto* row = item.record == kApplicationRecord ? FindIptcDataset(item.dataset) : nullptr;
   Add(groups, ShootingGroup::Iptc,
       row != nullptr ? WordsOf(row->name) : std::to_string(item.record) + ":" + std::to_string(item.dataset),
       item.value);
+}
+
+void AddIptc(Groups& groups, std::span<const IptcItem> items) {
+  const auto listed = std::min(items.size(), kMostIptcRows);
+  for (const auto& item : items.first(listed)) AddIptcItem(groups, item);
+  if (listed < items.size()) Add(groups, ShootingGroup::Iptc, "", std::to_string(items.size() - listed) + " more");
 }
 
 }  // namespace
@@ -94,7 +105,7 @@ std::vector<ShootingRows> ListShootingData(ExifData& data, const platform::Local
     if (HasContent(value)) Add(groups, field.group, field.label, ValueText(value));
   }
   AddCustomFunctions(groups, data.customFunctions);
-  for (const auto& item : data.iptc) AddIptc(groups, item);
+  AddIptc(groups, data.iptc);
   std::erase_if(groups, [](const ShootingRows& group) { return group.rows.empty(); });
   return groups;
 }

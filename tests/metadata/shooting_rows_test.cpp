@@ -89,6 +89,15 @@ TEST(ShootingRows, CustomFunctionsAreARowEach) {
   EXPECT_EQ(groups[0].rows[0], (ShootingRow{"CFn 1", "Shutter release: AE lock; AE button: AF"}));
 }
 
+TEST(ShootingRows, BrokenIptcDoesNotFillTheList) {
+  ExifData data;
+  data.iptc.assign(60'000, {2, 25, "x"});
+  const auto groups = ListShootingData(data, kLocale);
+  ASSERT_EQ(groups.size(), 1U);
+  EXPECT_EQ(groups[0].rows.size(), 1001U);
+  EXPECT_EQ(groups[0].rows.back(), (ShootingRow{"", "59000 more"}));
+}
+
 /// Letters of either encoding, neither, and control characters.
 TEST(ShootingRows, AreReadableWhateverTheBytes) {
   const std::pair<std::string, std::string> cases[] = {
