@@ -25,8 +25,7 @@ struct ShootingRows {
 };
 
 /// The groups that have something to tell, in their order. The lines of GetPropertiesText(), which may also change the
-/// record as there, then every other field with content and
-/// the IPTC data, of which the first thousand.
+/// record as there, then every other field with content and the IPTC data, of which the first thousand.
 std::vector<ShootingRows> ListShootingData(ExifData& data, const platform::LocaleText& locale);
 
 /// "Name: value"; a value of several lines begins on a line of its own.
