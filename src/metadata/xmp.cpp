@@ -179,7 +179,8 @@ void TakeProperty(ExifData& data, const ElementRow& row, const std::string& valu
 void TakeAttributes(ExifData& data, std::string_view tag) {
   for (XmpAttribute attribute; TakeAttribute(tag, attribute);) {
     const auto* row = FindRow(attribute.name);
-    if (row != nullptr && row->read == ReadText) TakeProperty(data, *row, attribute.value);
+    if (row == nullptr || row->read != ReadText) continue;
+    TakeProperty(data, *row, std::string(FirstLine(platform::ReplaceEntities(attribute.value))));
   }
 }
 

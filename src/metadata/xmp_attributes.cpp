@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "metadata/xmp_values.h"
-#include "platform/xml_subset.h"
-
 namespace ml::metadata {
 namespace {
 
@@ -25,7 +22,7 @@ bool TakeAttribute(std::string_view& tag, XmpAttribute& attribute) {
   if (!tag.starts_with('"') && !tag.starts_with('\'')) return false;
   const auto end = tag.find(tag.front(), 1);
   if (end == std::string_view::npos) return false;
-  attribute.value = FirstLine(platform::ReplaceEntities(tag.substr(1, end - 1)));
+  attribute.value = tag.substr(1, end - 1);
   tag.remove_prefix(end + 1);
   return true;
 }

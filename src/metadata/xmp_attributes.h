@@ -1,13 +1,11 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace ml::metadata {
 
 struct XmpAttribute {
-  std::string_view name;  ///< as written
-  std::string value;      ///< its first line, entities replaced
+  std::string_view name, value;  ///< as written
 };
 /// Takes the next attribute off the front of what follows a tag's name. Quotes may be double or single. False at the
 /// tag's end, and where no attribute with a quoted value follows.
