@@ -37,6 +37,7 @@ void ReadDescription(ExifWalk& walk, const IfdEntry& entry) {
   walk.KeepDescriptionPlace(entry);
 }
 void ReadComment(ExifWalk& walk, const IfdEntry& entry) {
+  if (!walk.IsFirst(entry)) return;
   if (auto text = walk.Comment(entry); !text.empty()) walk.Data().comment = std::move(text);
   walk.KeepCommentPlace(entry);
 }

@@ -34,6 +34,8 @@ class ExifWalk {
   void WalkIfd0(std::uint32_t offset);
 
   ExifData& Data() { return data_; }
+  /// Whether this is the first time that anybody asks about an entry of this tag in this directory.
+  bool IsFirst(const IfdEntry& entry);
   std::string Text(const IfdEntry& entry) const;
   std::optional<double> Rational(const IfdEntry& entry) const;
   std::string Comment(const IfdEntry& entry) const;
@@ -54,7 +56,6 @@ class ExifWalk {
   enum class Directory { Ifd0, Exif };
 
   void Apply(const IfdEntry& entry);
-  bool IsFirst(const IfdEntry& entry);
   bool TakeSizeOfSubIfd(std::uint32_t offset);
   bool InFile() const { return rules_.form == MakerNoteForm::File; }
   std::uint64_t NumberBase() const;

@@ -94,7 +94,11 @@ TEST_F(ExifTiff, MakerNotesHaveTheirPlaceKept) {
 TEST_F(ExifTiff, LargeBlocksCountOnceInADirectory) {
   const auto note = [](const char* owner) { return TiffBuilder().Ascii(9, owner); };
   const auto iptc = [](const char* caption) { return test::IptcBlock({{120, caption}}); };
-  const auto exif = TiffBuilder().Note(37500, "", note("A")).Note(37500, "", note("B"));
+  const auto exif = TiffBuilder()
+                        .Note(37500, "", note("A"))
+                        .Note(37500, "", note("B"))
+                        .Undefined(37510, "first")
+                        .Undefined(37510, "second");
   const auto data = Read("a.tif", TiffBuilder()
                                       .Ascii(271, "Canon")
                                       .Bytes(700, "<tiff:Model>A</tiff:Model>")
@@ -102,7 +106,7 @@ TEST_F(ExifTiff, LargeBlocksCountOnceInADirectory) {
                                       .Bytes(33723, iptc("A"))
                                       .Bytes(33723, iptc("B"))
                                       .Directory(34665, exif));
-  EXPECT_EQ(std::tuple(data.owner, data.model, data.bodySerial), std::tuple("A", "A", ""));
+  EXPECT_EQ(std::tuple(data.owner, data.model, data.bodySerial, data.comment), std::tuple("A", "A", "", "first"));
   EXPECT_EQ(data.iptc, (std::vector<IptcItem>{{2, 120, "A"}}));
 }
 
