@@ -15,6 +15,7 @@ constexpr std::size_t kHeaderSize = 26;
 constexpr std::size_t kEntrySize = 10;
 constexpr int kMaxDepth = 8;
 constexpr std::size_t kMaxRecords = 4096;
+constexpr std::size_t kMaxHeaps = 64;  ///< the heaps of a damaged file may overlap, and each hold thousands of others
 
 class HeapWalk {
  public:
@@ -34,7 +35,7 @@ class HeapWalk {
 
  private:
   void Descend(const CiffHeap& heap, int depth) {
-    if (!visited_.insert({heap.range.position, heap.range.size}).second) return;
+    if (visited_.size() >= kMaxHeaps || !visited_.insert({heap.range.position, heap.range.size}).second) return;
     try {
       Take(heap, ReadCiffDirectory(source_, heap, kAnyCiffEntries), depth);
     } catch (ExifException) {

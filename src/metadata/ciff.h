@@ -57,8 +57,8 @@ std::vector<CiffRecord> ReadCiffRoot(const ByteSource& source, const CiffHeap& r
 const CiffRecord* FindCiffTag(const std::vector<CiffRecord>& records, std::uint16_t tag);
 
 /// The records of all heaps that are no heaps themselves, each directory in its order, sub-heaps where their
-/// entry stands. A broken heap gives what it has. Limits: 8 heaps deep, 4,096 records; a heap that was walked
-/// before is passed over. Throws UserError for a bad header or root.
+/// entry stands. A broken heap gives what it has. Limits: 8 heaps deep, 64 heaps, 4,096 records; a heap that was
+/// walked before is passed over. Throws UserError for a bad header or root.
 std::vector<CiffRecord> ReadCiffRecords(const ByteSource& source);
 
 }  // namespace ml::metadata

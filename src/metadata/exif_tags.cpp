@@ -37,6 +37,7 @@ void ReadDescription(ExifWalk& walk, const IfdEntry& entry) {
   walk.KeepDescriptionPlace(entry);
 }
 void ReadComment(ExifWalk& walk, const IfdEntry& entry) {
+  if (!walk.IsFirst(entry)) return;
   if (auto text = walk.Comment(entry); !text.empty()) walk.Data().comment = std::move(text);
   walk.KeepCommentPlace(entry);
 }
@@ -126,9 +127,10 @@ void ReadMakerNoteTag(ExifWalk& walk, const IfdEntry& entry) { walk.ReadMakerNot
 void ReadIccMark(ExifWalk& walk, const IfdEntry&) { walk.Data().hasIccProfile = true; }
 void ReadPhotoshop(ExifWalk& walk, const IfdEntry& entry) { walk.Data().photoshopData = walk.Bytes(entry); }
 
+/// Programs give these blocks one of three types.
 template <void (*Read)(ExifData& data, ByteView bytes)>
 void ReadForeign(ExifWalk& walk, const IfdEntry& entry) {
-  if (!entry.Is(IfdType::Byte) && !entry.Is(IfdType::Long)) return;
+  if (!entry.Is(IfdType::Byte) && !entry.Is(IfdType::Long) && !entry.Is(IfdType::Undefined)) return;
   const auto bytes = walk.Bytes(entry);
   Read(walk.Data(), ByteView(bytes, ByteOrder::Big));
 }

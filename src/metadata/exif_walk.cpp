@@ -107,7 +107,12 @@ std::string ExifWalk::Comment(const IfdEntry& entry) const {
   return InFile() ? readIFDcomment(source_, entry, NumberBase()) : readUserComment(block_, entry);
 }
 
-std::vector<std::byte> ExifWalk::Bytes(const IfdEntry& entry) const {
+/// Sound directories hold a tag once. A damaged one may name the same large block thousands of times, each of which
+/// would cost its whole reading again.
+bool ExifWalk::IsFirst(const IfdEntry& entry) { return taken_.insert({directory_, entry.tag}).second; }
+
+std::vector<std::byte> ExifWalk::Bytes(const IfdEntry& entry) {
+  if (!IsFirst(entry)) return {};
   const auto size = std::uint64_t{entry.count} * (entry.Is(IfdType::Long) ? 4 : 1);
   const auto position = rules_.base + entry.value;
   if (size < kSmallestFilePlace || size > kMaxBytes || position > source_.Size() || size > source_.Size() - position)
@@ -121,7 +126,7 @@ void ExifWalk::ReadMakerNote(const IfdEntry& entry) {
     data_.makerNoteCount = entry.count;
   }
   const auto read = FindMakerNoteReader(data_.make);
-  if (read == nullptr) return;
+  if (read == nullptr || !IsFirst(entry)) return;
   // Kept: a note's offset never counts from the TIFF header of a file that has something in front of it.
   const MakerNote note{source_, walker_.Order(), entry.rawValue, entry.count, rules_.form};
   try {

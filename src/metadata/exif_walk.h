@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,15 +34,19 @@ class ExifWalk {
   void WalkIfd0(std::uint32_t offset);
 
   ExifData& Data() { return data_; }
+  /// Whether this is the first time that anybody asks about an entry of this tag in this directory.
+  bool IsFirst(const IfdEntry& entry);
   std::string Text(const IfdEntry& entry) const;
   std::optional<double> Rational(const IfdEntry& entry) const;
   std::string Comment(const IfdEntry& entry) const;
-  /// The bytes of an entry counted in bytes or longs; empty if they are not all there.
-  std::vector<std::byte> Bytes(const IfdEntry& entry) const;
+  /// The bytes of an entry counted in bytes or longs; empty if they are not all there, and for a tag that its directory
+  /// held before.
+  std::vector<std::byte> Bytes(const IfdEntry& entry);
 
   void EnterExif(const IfdEntry& pointer);
   /// Takes the size of the picture from a sub-directory.
   void EnterSubIfd(const IfdEntry& pointer);
+  /// Of the first note in each directory.
   void ReadMakerNote(const IfdEntry& entry);
   /// Remember where the text can be overwritten in place.
   void KeepDescriptionPlace(const IfdEntry& entry);
@@ -62,6 +67,7 @@ class ExifWalk {
   ExifWalkRules rules_;
   IfdWalker walker_;
   Directory directory_ = Directory::Ifd0;
+  std::set<std::pair<Directory, std::uint16_t>> taken_;  ///< tags of large blocks
 };
 
 }  // namespace ml::metadata

@@ -9,6 +9,7 @@
 #include "metadata/exif_text_values.h"
 #include "metadata/exif_words.h"
 #include "metadata/value_text.h"
+#include "metadata/xmp_attributes.h"
 #include "metadata/xmp_values.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
@@ -19,6 +20,8 @@ namespace {
 
 using D = ExifData;
 
+constexpr std::string_view kDescription = "rdf:Description";  ///< its attributes are properties like its children
+
 /// Where the scan stands.
 struct Element {
   std::string_view& rest;  ///< behind the tag
@@ -26,9 +29,10 @@ struct Element {
   std::string tag;         ///< what follows the name, with the ">"
 };
 
-bool Is(const Element& element, std::string_view name) {
-  return element.name.size() == name.size() && platform::EqualsAsciiFolded(element.name, name);
+bool IsName(std::string_view name, std::string_view wanted) {
+  return name.size() == wanted.size() && platform::EqualsAsciiFolded(name, wanted);
 }
+bool Is(const Element& element, std::string_view name) { return IsName(element.name, name); }
 bool IsEmpty(const Element& element) { return element.tag.ends_with("/>"); }
 
 /// Goes on to the next tag with a name. False at the end.
@@ -61,21 +65,42 @@ std::string ReadFirstEntry(Element& element) {
   return first;
 }
 
-std::string ReadFlash(Element& element) {
-  if (IsEmpty(element)) return {};
-  const auto end = "/" + element.name;
-  std::string word;
-  bool redEye = false;
-  while (NextElement(element) && !Is(element, end)) {
-    if (Is(element, "exif:Fired")) {
-      word = platform::EqualsAsciiFolded(ReadText(element), "true") ? "On" : "Off";
-    } else if (Is(element, "exif:Mode")) {
-      if (platform::LeadingInteger(ReadText(element)) == 3) word = "Auto";
-    } else if (Is(element, "exif:RedEyeMode")) {
-      redEye = platform::EqualsAsciiFolded(ReadText(element), "true");
-    }
+/// The properties of a flash, each an element or an attribute.
+class Flash {
+ public:
+  static bool Has(std::string_view name) {
+    return IsName(name, kFired) || IsName(name, kMode) || IsName(name, kRedEye);
   }
-  return redEye && !word.empty() ? word + " + Red-eye reduction" : word;
+
+  void Take(std::string_view name, std::string_view value) {
+    const bool isTrue = platform::EqualsAsciiFolded(value, "true");
+    if (IsName(name, kFired)) word_ = isTrue ? "On" : "Off";
+    if (IsName(name, kMode) && platform::LeadingInteger(value) == 3) word_ = "Auto";
+    if (IsName(name, kRedEye)) redEye_ = isTrue;
+  }
+  void TakeAttributes(std::string_view tag) {
+    for (XmpAttribute attribute; TakeAttribute(tag, attribute);) Take(attribute.name, attribute.value);
+  }
+  std::string Text() const { return redEye_ && !word_.empty() ? word_ + " + Red-eye reduction" : word_; }
+
+ private:
+  static constexpr std::string_view kFired = "exif:Fired", kMode = "exif:Mode", kRedEye = "exif:RedEyeMode";
+  std::string word_;
+  bool redEye_ = false;
+};
+
+std::string ReadFlash(Element& element) {
+  Flash flash;
+  flash.TakeAttributes(element.tag);
+  if (IsEmpty(element)) return flash.Text();
+  const auto end = "/" + element.name;
+  while (NextElement(element) && !Is(element, end)) {
+    if (Is(element, kDescription)) flash.TakeAttributes(element.tag);
+    if (!Flash::Has(element.name)) continue;
+    const auto name = element.name;
+    flash.Take(name, ReadText(element));
+  }
+  return flash.Text();
 }
 
 // What becomes of a value; it is not empty.
@@ -141,6 +166,24 @@ constexpr ElementRow kElements[] = {
     {"aux:Lens", ReadText, TakeLens},
 };
 
+const ElementRow* FindRow(std::string_view name) {
+  const auto* row = std::ranges::find_if(kElements, [&](const auto& r) { return IsName(name, r.name); });
+  return row == std::end(kElements) ? nullptr : row;
+}
+
+void TakeProperty(ExifData& data, const ElementRow& row, const std::string& value) {
+  if (!value.empty()) row.take(data, value);
+}
+
+/// Lists and structures never stand in one.
+void TakeAttributes(ExifData& data, std::string_view tag) {
+  for (XmpAttribute attribute; TakeAttribute(tag, attribute);) {
+    const auto* row = FindRow(attribute.name);
+    if (row == nullptr || row->read != ReadText) continue;
+    TakeProperty(data, *row, std::string(FirstLine(platform::ReplaceEntities(attribute.value))));
+  }
+}
+
 }  // namespace
 
 void ReadXmp(ExifData& data, ByteView packet) {
@@ -149,9 +192,8 @@ void ReadXmp(ExifData& data, ByteView packet) {
   text = text.substr(0, text.find('\0'));
   Element element{text, {}, {}};
   while (NextElement(element)) {
-    const auto* row = std::ranges::find_if(kElements, [&](const auto& r) { return Is(element, r.name); });
-    if (row == std::end(kElements)) continue;
-    if (const auto value = row->read(element); !value.empty()) row->take(data, value);
+    if (Is(element, kDescription)) TakeAttributes(data, element.tag);
+    if (const auto* row = FindRow(element.name)) TakeProperty(data, *row, row->read(element));
   }
 }
 

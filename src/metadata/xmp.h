@@ -6,8 +6,8 @@
 namespace ml::metadata {
 
 /// Adds what an XMP packet tells of the shot where the record says nothing yet. Reads elements one after the other, up
-/// to the first zero byte behind the first of them; properties that stand in attributes are not looked at. Takes time
-/// in proportion to the packet, and never fails.
+/// to the first zero byte behind the first of them, and the attributes of those that describe a resource. Takes time in
+/// proportion to the packet, and never fails.
 void ReadXmp(ExifData& data, ByteView packet);
 
 }  // namespace ml::metadata

@@ -61,10 +61,7 @@ bool ReadElementValue(std::string_view& text, std::string& tag, std::string_view
     value += text.substr(0, text.find('<'));
     ReadTag(text, tag, quotes);
   }
-  for (const auto& [entity, character] :
-       {std::pair("&amp;", "&"), std::pair("&lt;", "<"), std::pair("&gt;", ">"), std::pair("&quot;", "\"")}) {
-    value = ReplaceAll(value, entity, character);
-  }
+  value = ReplaceEntities(value);
   return tag == "</" + std::string(name) + ">";
 }
 
@@ -104,6 +101,15 @@ bool ParseAttribute(std::string& tag, std::string& attribute, std::string& value
   if (tag.empty()) return false;
   tag.erase(0, 1);
   return true;
+}
+
+std::string ReplaceEntities(std::string_view text) {
+  std::string replaced(text);
+  for (const auto& [entity, character] :
+       {std::pair("&amp;", "&"), std::pair("&lt;", "<"), std::pair("&gt;", ">"), std::pair("&quot;", "\"")}) {
+    replaced = ReplaceAll(replaced, entity, character);
+  }
+  return replaced;
 }
 
 bool ReadElementValueFromFile(XmlFile& file, std::string& tag, std::string_view name, std::string& value) {

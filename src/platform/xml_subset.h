@@ -38,9 +38,12 @@ bool ParseTagName(std::string& tag, std::string& name);
 /// value &quot; stands for a double quote and nothing else is replaced. A value without quotes is false.
 bool ParseAttribute(std::string& tag, std::string& attribute, std::string& value);
 
+/// `text` with the characters for which the four named entities stand. Kept: "&amp;" is replaced first, so "&amp;lt;"
+/// reads as "<"; files rely on it.
+std::string ReplaceEntities(std::string_view text);
+
 /// The text of the element `name`; `tag` is what ParseTagName left of its opening tag. False if another tag
-/// than its end tag follows; `value` is set all the same. Kept: "&amp;" is replaced first, so "&amp;lt;" reads
-/// as "<"; files rely on it.
+/// than its end tag follows; `value` is set all the same. Entities are replaced.
 bool ReadElementValueFromFile(XmlFile& file, std::string& tag, std::string_view name, std::string& value);
 bool ReadElementValueFromString(std::string_view& text, std::string& tag, std::string_view name, std::string& value);
 

@@ -270,6 +270,32 @@ TEST_F(Cli, InfoTellsTheFieldsWithContent) {
   EXPECT_NE(run({"info", photo}).output.find("  imageWidth: 64\n"), std::string::npos);
 }
 
+TEST_F(Cli, TextsInAnyEncodingAreShownReadablyAndLeftAsTheyAre) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"Gr\xC3\xBC\xC3\x9F", "Gr\u00FC\u00DF"},          // UTF-8
+      {"Gr\xFC\xDF \x80 5", "Gr\u00FC\u00DF \u20AC 5"},  // Windows-1252
+      {"\xC3\xBC \xFC", "\u00C3\u00BC \u00FC"},          // both: one encoding for the whole text
+      {"a\x81 \xFF(", "a\uFFFD \u00FF("},                // neither
+      {"cut \xE2\x82", "cut \u00E2\u201A"},
+      {"half \xED\xA0\x80", "half \u00ED\u00A0\u20AC"},  // of a pair
+  };
+  for (const auto& [bytes, shown] : cases) {
+    SCOPED_TRACE(shown);
+    const auto resources = ResourceSegment(ImageResources({{1028, IptcBlock({{120, bytes}})}}));
+    const auto content =
+        InsertSegments(MakePhoto({.width = 16, .height = 16, .make = bytes}),
+                       resources + XmpSegment(XmpPacket("", "<aux:SerialNumber>" + bytes + "</aux:SerialNumber>")));
+    const auto photo = dir.Write("a.jpg", content);
+    auto info = Json({"info", photo})[0];
+    EXPECT_EQ(info["make"], shown);
+    EXPECT_EQ(info["iptc"][0]["value"], shown);
+    EXPECT_EQ(info["bodySerial"], shown);
+    EXPECT_EQ(Json({"expand", "@IPTC_caption@", photo})[0]["text"], shown);
+    EXPECT_EQ(run({"expand", "@IPTC_caption@", photo}).output, shown + "\n");
+    EXPECT_EQ(ReadAll(photo), content);
+  }
+}
+
 TEST_F(Cli, TextHasThreeForms) {
   const auto photo = dir.Write("a.jpg", MakePhoto({.width = 64, .height = 48}));
   const auto text = [&](const std::string& form) {

@@ -80,6 +80,11 @@ TEST_F(CanonFile, AnArrayThatIsNotThereEndsTheNoteOnly) {
   }
 }
 
+TEST_F(CanonFile, ATextThatLeavesItsBlockIsEmpty) {
+  const auto data = Write("a.jpg", CanonNote().Without(7).Raw(7, 2, 0xffffffff, 8));
+  EXPECT_EQ(data.firmware + data.owner, "A. Photographer");
+}
+
 TEST_F(CanonFile, OtherTypesAndCountsArePassedOver) {
   const auto note = TiffBuilder()
                         .Long(1, {8, 0, 0, 4})

@@ -33,93 +33,65 @@ ExifData Applied(const std::string& model, std::uint16_t tag, std::size_t count,
   return data;
 }
 
-/// What a word of the settings shows as, the words from 0 on unless told.
+/// What a word of the settings shows as, for codes one after the other; "before" is left alone.
 struct WordCase {
   std::size_t index;
   std::string D::*field;
-  std::vector<std::pair<int, std::string>> words;
+  int firstCode;
+  std::vector<std::string> words;
   std::string model = "Canon EOS 20D";
 };
 
 TEST(CanonSettings, EveryCodeHasItsWord) {
   const WordCase cases[] = {
-      {1, &D::macroFocus, {{0, "before"}, {1, "On"}, {2, "before"}}},
-      {3,
-       &D::imageQuality,
-       {{0, "Unknown"}, {1, "Lossless"}, {2, "Normal"}, {3, "Fine"}, {4, "Raw"}, {5, "Super fine"}, {6, "Unknown"}}},
-      {5, &D::driveMode, {{0, "Single frame shooting"}, {1, "Continuous"}, {7, "Continuous"}}},
+      {1, &D::macroFocus, 0, {"before", "On", "before"}},
+      {3, &D::imageQuality, 0, {"Unknown", "Lossless", "Normal", "Fine", "Raw", "Super fine", "Unknown"}},
+      {5, &D::driveMode, 0, {"Single frame shooting", "Continuous", "Continuous"}},
       {7,
        &D::afMode,
-       {{0, "One-shot AF"},
-        {1, "AI Servo AF"},
-        {2, "AI Focus AF"},
-        {3, "Manual Focus"},
-        {4, "Single AF"},
-        {5, "Continuous AF"},
-        {6, "Manual Focus"},
-        {7, "before"}}},
-      {13, &D::contrast, {{65534, "Low2"}, {65535, "Low"}, {0, "Normal"}, {1, "High"}, {2, "High2"}, {3, "Normal"}}},
-      {14, &D::saturation, {{65534, "Low2"}, {65535, "Low"}, {0, "Normal"}, {1, "High"}, {2, "High2"}}},
-      {15, &D::sharpness, {{65534, "Low2"}, {65535, "Low"}, {0, "Normal"}, {1, "High"}, {2, "High2"}}},
-      {16,
-       &D::iso,
-       {{0, "before"}, {15, "Auto"}, {16, "50"}, {17, "100"}, {18, "200"}, {19, "400"}, {20, "800"}, {21, "before"}}},
+       0,
+       {"One-shot AF", "AI Servo AF", "AI Focus AF", "Manual Focus", "Single AF", "Continuous AF", "Manual Focus",
+        "before"}},
+      {13, &D::contrast, 0, {"Normal", "High", "High2", "Normal"}},
+      {13, &D::contrast, 65533, {"Normal", "Low2", "Low"}},
+      {14, &D::saturation, 0, {"Normal", "High", "High2"}},
+      {14, &D::saturation, 65534, {"Low2", "Low"}},
+      {15, &D::sharpness, 0, {"Normal", "High", "High2"}},
+      {15, &D::sharpness, 65534, {"Low2", "Low"}},
+      {16, &D::iso, 14, {"before", "Auto", "50", "100", "200", "400", "800", "before"}},
       {17,
        &D::meteringMode,
-       {{0, "Center"},
-        {1, "Spot"},
-        {2, "Average"},
-        {3, "Evaluative"},
-        {4, "Partial"},
-        {5, "Center-weighted average"},
-        {6, "before"}}},
-      {20, &D::exposureMode, {{1, "Program"}, {2, "Tv"}, {3, "Av"}, {4, "Manual"}, {5, "A-DEP"}, {6, "before"}}},
+       0,
+       {"Center", "Spot", "Average", "Evaluative", "Partial", "Center-weighted average", "before"}},
+      {20, &D::exposureMode, 1, {"Program", "Tv", "Av", "Manual", "A-DEP", "before"}},
       // By the scene, while word 20 is 0.
       {11,
        &D::exposureMode,
-       {{0, "Auto"},
-        {1, "Manual"},
-        {2, "Landscape"},
-        {3, "Fast shutter"},
-        {4, "Slow shutter"},
-        {5, "Night scene"},
-        {6, "Black and white"},
-        {7, "Sepia"},
-        {8, "Portrait"},
-        {9, "Sports"},
-        {10, "Close-up"},
-        {11, "Pan focus"},
-        {12, "Vivid"},
-        {13, "Neutral"},
-        {14, "Black and white"},
-        {15, "before"}}},
+       0,
+       {"Auto", "Manual", "Landscape", "Fast shutter", "Slow shutter", "Night scene", "Black and white", "Sepia",
+        "Portrait", "Sports", "Close-up", "Pan focus", "Vivid", "Neutral", "Black and white", "before"}},
       {40,
        &D::pictureEffect,
-       {{0, "Normal"},
-        {1, "Vivid"},
-        {2, "Neutral"},
-        {3, "Low sharpening"},
-        {4, "Sepia"},
-        {5, "Black & white"},
-        {6, ""}},
+       0,
+       {"Normal", "Vivid", "Neutral", "Low sharpening", "Sepia", "Black & white", ""},
        "Canon PowerShot G5"},
-      {40, &D::pictureEffect, {{1, "Vivid"}}, "Canon PowerShot S330"},
-      {40, &D::pictureEffect, {{1, "before"}}, "Canon PowerShot S30"},
-      {42, &D::tone, {{0, "Normal"}, {1, "Yellow"}, {2, "Red"}}, "Canon EOS D60"},
-      {42,
-       &D::tone,
-       {{0, "Normal"}, {1, "+1"}, {2, "+2"}, {65534, "-2"}, {65535, "-1"}, {3, "?"}},
-       "Canon EOS Kiss Digital"},
-      {42, &D::tone, {{1, "+1"}}, "Canon EOS 10D"},
-      {42, &D::tone, {{1, "before"}}, "Canon EOS 300D DIGITAL"},
+      {40, &D::pictureEffect, 1, {"Vivid"}, "Canon PowerShot S330"},
+      {40, &D::pictureEffect, 1, {"before"}, "Canon PowerShot S30"},
+      {42, &D::tone, 0, {"Normal", "Yellow", "Red"}, "Canon EOS D60"},
+      {42, &D::tone, 0, {"Normal", "+1", "+2", "?"}, "Canon EOS Kiss Digital"},
+      {42, &D::tone, 65534, {"-2", "-1"}, "Canon EOS Kiss Digital"},
+      {42, &D::tone, 1, {"+1"}, "Canon EOS 10D"},
+      {42, &D::tone, 1, {"before"}, "Canon EOS 300D DIGITAL"},
   };
   for (const auto& c : cases) {
-    for (const auto& [code, word] : c.words) {
+    auto code = c.firstCode;
+    for (const auto& word : c.words) {
       ExifData data;
       data.model = c.model;
       data.*c.field = "before";
       Apply(data, canon_tag::kCameraSettings, 46, {{c.index, code}});
       EXPECT_EQ(data.*c.field, word) << c.index << ": " << code;
+      ++code;
     }
   }
 }

@@ -127,6 +127,13 @@ TEST(CiffRecordsTest, HeapsThatHoldThemselvesEnd) {
   EXPECT_EQ(ReadCiffRecords(SourceOf(file)).size(), 1U);
 }
 
+TEST(CiffRecordsTest, OnlySomeOfVeryManyHeapsAreWalked) {
+  CiffBuilder many;
+  for (int i = 0; i < 80; ++i) many.Heap(0x2801, CiffBuilder().Data(0x0800, "x"));
+  const auto file = CiffBuilder().Heap(0x2803, many).BuildFile(Endian::Little);
+  EXPECT_EQ(ReadCiffRecords(SourceOf(file)).size(), 63U);
+}
+
 TEST(CrwFiles, EveryPrefixEndsCleanly) {
   const auto file = test::CrwHeap(kCamera).BuildFile(Endian::Little);
   test::ForEachPrefix(file, [&](const std::string& prefix) {

@@ -68,7 +68,8 @@ TEST(XmpScan, FindsThePacketNearTheStart) {
   EXPECT_EQ(find(std::string(61'440, ' ') + opening + packet), packet);
   EXPECT_EQ(find(std::string(61'441, ' ') + opening + packet), "");
   EXPECT_EQ(find(opening + packet + std::string(30'000, 'x')).size(), 20'480U);
-  EXPECT_EQ(find("<?xpacket begin=\"" + packet), "");
+  EXPECT_EQ(find("<?xpacket begin=\"\"?>" + packet), packet);
+  EXPECT_EQ(find("<?xpacket begin=" + packet), "");
   EXPECT_EQ(find(opening), "");
   EXPECT_EQ(find(""), "");
 }

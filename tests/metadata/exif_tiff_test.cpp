@@ -5,6 +5,7 @@
 #include "metadata/exif_data.h"
 #include "metadata/exif_files.h"
 #include "support/camera_raw.h"
+#include "support/metadata_blocks.h"
 #include "support/temp_dir.h"
 
 /// The rules by which files of TIFF structure differ from blocks, and from each other.
@@ -88,6 +89,25 @@ TEST_F(ExifTiff, MakerNotesHaveTheirPlaceKept) {
   const auto bytes = TiffBuilder().Directory(34665, exif).Build();
   const auto data = Read("a.tif", bytes);
   EXPECT_EQ(bytes.substr(data.makerNoteOffset, data.makerNoteCount), "a private note");
+}
+
+TEST_F(ExifTiff, LargeBlocksCountOnceInADirectory) {
+  const auto note = [](const char* owner) { return TiffBuilder().Ascii(9, owner); };
+  const auto iptc = [](const char* caption) { return test::IptcBlock({{120, caption}}); };
+  const auto exif = TiffBuilder()
+                        .Note(37500, "", note("A"))
+                        .Note(37500, "", note("B"))
+                        .Undefined(37510, "first")
+                        .Undefined(37510, "second");
+  const auto data = Read("a.tif", TiffBuilder()
+                                      .Ascii(271, "Canon")
+                                      .Bytes(700, "<tiff:Model>A</tiff:Model>")
+                                      .Bytes(700, "<aux:SerialNumber>B</aux:SerialNumber>")
+                                      .Bytes(33723, iptc("A"))
+                                      .Bytes(33723, iptc("B"))
+                                      .Directory(34665, exif));
+  EXPECT_EQ(std::tuple(data.owner, data.model, data.bodySerial, data.comment), std::tuple("A", "A", "", "first"));
+  EXPECT_EQ(data.iptc, (std::vector<IptcItem>{{2, 120, "A"}}));
 }
 
 TEST_F(ExifTiff, LargeFilesWithSmallPicturesAreSuspect) {

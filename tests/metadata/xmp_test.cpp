@@ -68,7 +68,9 @@ TEST(Xmp, OddPacketsChangeNothingElse) {
   };
   for (const auto* text :
        {"", "<", "no element", "<dc:title>Sample</dc:title>", "<tiff:Make/>", "<tiff:Make></tiff:Make>",
-        "<tiff:Make>cut", "<tiff:Make>x<y></tiff:Make>", "<exif:Flash exif:Fired='True'/>",
+        "<tiff:Make>cut", "<tiff:Make>x<y></tiff:Make>", "<exif:Flash exif:Mode='1'/>", "<a tiff:Make='x'/>",
+        "<rdf:Description tiff:Make/>", "<rdf:Description tiff:Make=x/>", "<rdf:Description tiff:Make=\"x/>",
+        "<rdf:Description exif:ISOSpeedRatings='200' tiff:Make=''/>",
         "<exif:ISOSpeedRatings>200</exif:ISOSpeedRatings>", "<aux:Lens>A1234</aux:Lens>",
         "<exif:FNumber>0.5</exif:FNumber>", "<dc:creator><rdf:Seq></rdf:Seq></dc:creator>"}) {
     EXPECT_TRUE(empty(text)) << text;
@@ -81,11 +83,24 @@ TEST(Xmp, NamesInAnyCaseAttributesAndLines) {
   EXPECT_EQ(DataOf("<TIFF:make xml:lang=\"en\"> Tarnwick &amp; Co \nsecond</TIFF:make>").make, "Tarnwick & Co");
 }
 
+TEST(Xmp, PropertiesMayStandInAttributes) {
+  const auto data = DataOf(
+      "<rdf:RDF><rdf:Description rdf:about='' TIFF:make = \"Tarnwick &amp; 'Co'\"\n exif:FNumber='28/10'"
+      " exif:DateTimeOriginal='2003-05-17T10:11:12' aux:Lens=\"18-70 mm\"><tiff:Model>Sample 1</tiff:Model>"
+      "<exif:Flash exif:RedEyeMode='True' exif:Fired=\"True\"/></rdf:Description>"
+      "<rdf:Description tiff:Make='Other' exif:ExposureTime='1/125'/></rdf:RDF>");
+  EXPECT_EQ(std::tuple(data.make, data.model, data.aperture, data.shutterSpeed),
+            std::tuple("Tarnwick & 'Co'", "Sample 1", "2.8", "1/125"));
+  EXPECT_EQ(std::tuple(data.dateTime, data.lensMaxFocal, data.flash),
+            std::tuple("2003:05:17 10:11:12", 70, "On + Red-eye reduction"));
+}
+
 TEST(Xmp, FlashWords) {
   const std::pair<const char*, const char*> cases[] = {
       {"<exif:Fired>True</exif:Fired><exif:Mode>3</exif:Mode>", "Auto"},
       {"<exif:Fired>False</exif:Fired>", "Off"},
       {"<exif:Fired>true</exif:Fired><exif:RedEyeMode>False</exif:RedEyeMode>", "On"},
+      {"<rdf:Description exif:Fired='False' exif:Mode='2'/>", "Off"},
   };
   for (const auto& [children, word] : cases) {
     const auto data = DataOf("<exif:Flash>" + std::string(children) + "</exif:Flash><tiff:Make>x</tiff:Make>");

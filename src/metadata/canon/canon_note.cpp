@@ -37,16 +37,22 @@ bool HasArray(std::uint16_t tag) {
   return std::ranges::find(kArrays, tag) != std::end(kArrays);
 }
 
+bool Fits(const MakerNote& note, const IfdEntry& entry, std::uint32_t width) {
+  const auto size = note.source.Size();
+  return entry.rawValue <= size && entry.count <= (size - entry.rawValue) / width;
+}
+
+/// A text that is not wholly in the block is empty, and costs nothing else.
 std::string TextOf(const MakerNote& note, IfdEntry entry) {
   if (note.form == MakerNoteForm::File) return readIFDstring(note.source, entry, 0);
+  if (!Fits(note, entry, 1)) return {};
   const auto bytes = note.source.Read(entry.rawValue, entry.count);
   entry.value = 0;
   return readASCII(ByteView(bytes, note.order), entry);
 }
 
 void ApplyArray(ExifData& data, const MakerNote& note, const IfdEntry& entry) {
-  const auto size = note.source.Size();
-  if (entry.rawValue > size || entry.count > (size - entry.rawValue) / 2) throw ExifException::OutOfBounds;
+  if (!Fits(note, entry, 2)) throw ExifException::OutOfBounds;
   const auto bytes = note.source.Read(entry.rawValue, std::size_t{2} * std::min(entry.count, kMaxWords));
   ApplyCanonArray(data, entry.tag, CanonWords(ByteView(bytes, note.order)));
 }

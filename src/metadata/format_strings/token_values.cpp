@@ -4,6 +4,8 @@
 
 #include "metadata/exif_comment.h"
 #include "metadata/exif_text.h"
+#include "metadata/iptc/iptc_datasets.h"
+#include "metadata/iptc/iptc_limits.h"
 #include "platform/dates.h"
 #include "platform/name_pieces.h"
 #include "platform/paths.h"
@@ -12,7 +14,6 @@
 namespace ml::metadata::token_value {
 namespace {
 
-constexpr int kApplicationRecord = 2;
 constexpr double kSmallestDistance = 0.001;  ///< metres
 
 /// Where the time stands in the date as text.
@@ -41,7 +42,7 @@ void EachIptcValue(const FormatContext& c, int dataset, Take take) {
   for (const auto& item : c.exif.iptc) {
     if (item.record != kApplicationRecord || item.dataset != dataset) continue;
     const std::string_view value = item.value;
-    if (value.size() < kIptcValueLimit) take(value.substr(0, value.find('\0')));
+    if (value.size() < kIptcFormatStringLimit) take(value.substr(0, value.find('\0')));
   }
 }
 

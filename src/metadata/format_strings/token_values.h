@@ -67,10 +67,7 @@ std::string ImageStabilisation(const FormatContext& c);
 std::string SubjectDistance(const FormatContext& c);
 std::string SequenceNumber(const FormatContext& c);
 
-/// Values from this length on are left out.
-inline constexpr std::size_t kIptcValueLimit = 1024;
-
-/// The last value of the dataset.
+/// The last value of the dataset. Values from kIptcFormatStringLimit on are left out, here and below.
 std::string IptcLast(const FormatContext& c, int dataset);
 template <int Dataset>
 std::string IptcLast(const FormatContext& c) {

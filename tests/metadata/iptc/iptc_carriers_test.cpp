@@ -47,6 +47,7 @@ TEST(IptcCarriers, EachTellsTheSame) {
       {"c.jpe", Jpeg(test::JpegSegment(0xed, "mark" + kBlock))},
       {"a.tif", Tiff(4)},
       {"a.tiff", Tiff(1)},
+      {"b.tif", Tiff(7)},
       {"a.nef", Tiff(4)},
       {"a.psd", test::EncodePsd(plain, {.resources = kResources})},
       {"a.jp2", test::EncodeJp2(plain, {.after = test::Jp2IptcBox(kBlock)})},
@@ -71,7 +72,7 @@ TEST(IptcCarriers, FilesWithoutTheResourceOrItsHomeTellNothing) {
   const auto later = test::ResourceSegment(kResources);
   const std::pair<const char*, std::string> cases[] = {
       {"a.jpg", Jpeg(other)}, {"b.jpg", Jpeg(other + later)}, {"c.jpg", Jpeg(test::ResourceSegment(""))},
-      {"a.tif", Tiff(7)},     {"a.png", Png("no lines")},     {"a.crw", "no companion"},
+      {"a.tif", Tiff(2)},     {"a.png", Png("no lines")},     {"a.crw", "no companion"},
   };
   const test::TempDir dir;
   for (const auto& [file, content] : cases) EXPECT_TRUE(ExifData(dir.Write(file, content)).iptc.empty()) << file;
