@@ -197,6 +197,8 @@ void CMarrowlanternView::Refresh() {
   lower_->SetText(text);
 }
 
+std::string CMarrowlanternView::TreeDirectory() const { return tree_->Directory(); }
+
 void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
 
 std::string CMarrowlanternView::TopPath() const {

@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 
 #include "catalogue/messages.h"
 #include "catalogue/rename_steps.h"
@@ -67,6 +69,17 @@ void DeleteImage(const std::string& path, DeleteTo to, const DeleteTools& tools)
         break;
     }
   }
+}
+
+void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch) {
+  if (to == DeleteTo::Trash) {
+    if (batch != nullptr) batch->WillTrash(directory);
+    return trash.Put(directory);
+  }
+  if (batch != nullptr) batch->WillLose(directory, kDeletedForGood);
+  std::error_code error;
+  std::filesystem::remove_all(directory, error);
+  if (error) throw UserError(errorDeletingImage(directory) + "\n" + error.message());
 }
 
 }  // namespace ml::catalogue
