@@ -87,6 +87,7 @@ constexpr std::optional<CommandId> kContextMenu[] = {
     CommandId::ThumbnailView,
     CommandId::FilmStripView,
     CommandId::ShowExifData,
+    CommandId::ShootingData,
     std::nullopt,
     CommandId::RefreshDirectory,
 };

@@ -26,12 +26,13 @@ struct CommandState {
   bool highQuality = false;
   bool blackAndWhite = false;
   bool statusBarShown = true;
-  FileKinds targetKinds{};       ///< of the image of Target()
-  FileKinds kinds{};             ///< any of: the selected images, or in the main view the image on show
-  bool hasGallery = false;       ///< an earlier gallery lies beside the first image
-  bool treeHasFocus = false;     ///< the keys go to the directory tree
-  bool treeAtDriveRoot = false;  ///< the directory chosen there is a root: home, "/" or a mounted volume
-  bool histogramShown = false;   ///< its window is open, or comes back with the mode
+  FileKinds targetKinds{};         ///< of the image of Target()
+  FileKinds kinds{};               ///< any of: the selected images, or in the main view the image on show
+  bool hasGallery = false;         ///< an earlier gallery lies beside the first image
+  bool treeHasFocus = false;       ///< the keys go to the directory tree
+  bool treeAtDriveRoot = false;    ///< the directory chosen there is a root: home, "/" or a mounted volume
+  bool histogramShown = false;     ///< its window is open, or comes back with the mode
+  bool shootingDataShown = false;  ///< its window is open
   bool flashingHighlights = false;
   bool focusPoints = false;
   bool targetFromCanonEos = false;  ///< a raw or JPEG file; not asked for in the thumbnail view

@@ -62,6 +62,7 @@ enum class CommandId {
   FilmStripSide,
   FilmStripBelow,
   ShowExifData,
+  ShootingData,  ///< its window
   Undo,
   RotateLeft,
   RotateRight,

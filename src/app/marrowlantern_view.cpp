@@ -15,6 +15,7 @@
 #include "app/messages.h"
 #include "app/navigation.h"
 #include "app/picture_view.h"
+#include "app/shooting_data_display.h"
 #include "app/summary_pane.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
@@ -47,7 +48,8 @@ CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
       film_(new QSplitter(Qt::Vertical, center_)),
       lower_(new SummaryPane(film_)),
       display_(new MainDisplay(session, *picture_, this)),
-      histograms_(new HistogramDisplay(session, *controls_, this)) {
+      histograms_(new HistogramDisplay(session, *controls_, this)),
+      shootingData_(new ShootingDataDisplay(session, this)) {
   session_.SetObserver(this);
   MakePanes();
   ConnectList();
@@ -113,6 +115,7 @@ void CMarrowlanternView::ConnectPicture() {
     Q_EMIT changed();
   });
   connect(histograms_, &HistogramDisplay::changed, this, &CMarrowlanternView::changed);
+  connect(shootingData_, &ShootingDataDisplay::changed, this, &CMarrowlanternView::changed);
   connect(this, &CMarrowlanternView::viewModeChanged, histograms_, &HistogramDisplay::ModeChanged);
 }
 
@@ -195,6 +198,7 @@ void CMarrowlanternView::Refresh() {
   controls_->Refresh(session_.list, text);
   summary_->SetText(text);
   lower_->SetText(text);
+  shootingData_->Refresh();
 }
 
 std::string CMarrowlanternView::TreeDirectory() const { return tree_->Directory(); }

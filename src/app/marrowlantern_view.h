@@ -23,6 +23,7 @@ class ControlColumn;
 class HistogramDisplay;
 class MainDisplay;
 class PictureView;
+class ShootingDataDisplay;
 class SummaryPane;
 
 enum class Reload { IfOther, Force };
@@ -75,6 +76,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void FocusMainPane();
   MainDisplay& Display() { return *display_; }
   HistogramDisplay& Histograms() { return *histograms_; }
+  ShootingDataDisplay& ShootingData() { return *shootingData_; }
 
  Q_SIGNALS:
   /// Focus, selection, tags or the current image are other ones now.
@@ -132,6 +134,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   ShootingDataMemory hovered_;
   MainDisplay* display_;
   HistogramDisplay* histograms_;
+  ShootingDataDisplay* shootingData_;
 };
 
 }  // namespace ml::app

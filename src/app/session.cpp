@@ -113,6 +113,7 @@ CommandState Session::State() const {
   state.hasGallery = HasGallery(list.Directory());
   if (observer_) observer_->AddPaneFacts(state);
   state.histogramShown = histogramShown;
+  state.shootingDataShown = shootingDataShown;
   state.flashingHighlights = settings.display.highlightBlink != 0;
   state.focusPoints = settings.display.showFocusPoints != 0;
   state.targetFromCanonEos = mode != ViewMode::Thumbnails && TargetFromCanonEos();

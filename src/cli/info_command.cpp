@@ -9,7 +9,6 @@
 #include "cli/exif_command.h"
 #include "cli/iptc_items.h"
 #include "metadata/exif_fields.h"
-#include "platform/numbers.h"
 
 namespace ml::cli {
 namespace {
@@ -20,13 +19,6 @@ using metadata::ExifFieldValue;
 Json JsonOf(const ExifFieldValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return JsonText(*text);
   return std::visit([](const auto& number) { return Json(number); }, value);
-}
-
-std::string TextOf(const ExifFieldValue& value) {
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
-  if (const auto* number = std::get_if<double>(&value)) return platform::ShortNumber(*number);
-  return std::get<bool>(value) ? "yes" : "no";
 }
 
 /// All that is known, and always whether the file is sound.
@@ -42,7 +34,7 @@ void PrintFields(const std::string& given, const ExifData& data) {
   PrintLine(given);
   for (const auto& field : metadata::ExifFields()) {
     const auto value = field.value(data);
-    if (metadata::HasContent(value)) PrintLine("  " + std::string(field.name) + ": " + TextOf(value));
+    if (metadata::HasContent(value)) PrintLine("  " + std::string(field.name) + ": " + metadata::FieldText(value));
   }
   PrintIptc(data.iptc, "  iptc ");
 }

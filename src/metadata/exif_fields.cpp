@@ -2,6 +2,8 @@
 
 #include <type_traits>
 
+#include "platform/numbers.h"
+
 namespace ml::metadata {
 namespace {
 
@@ -17,20 +19,21 @@ ExifFieldValue Of(const ExifData& data) {
 }
 
 using E = ExifData;
+using G = ShootingGroup;
 constexpr ExifFieldRow kFields[] = {
     {"displayPath", Of<&E::displayPath>},
     {"fileSize", Of<&E::fileSize>},
     {"shootingTime", Of<&E::shootingTime>},
-    {"exifInvalid", Of<&E::exifInvalid>},
-    {"isEos1DRaw", Of<&E::isEos1DRaw>},
-    {"tiffThumbnailOnly", Of<&E::tiffThumbnailOnly>},
+    {"exifInvalid", Of<&E::exifInvalid>, "EXIF data invalid", G::File},
+    {"isEos1DRaw", Of<&E::isEos1DRaw>, "Raw file of an EOS-1D", G::File},
+    {"tiffThumbnailOnly", Of<&E::tiffThumbnailOnly>, "Described by its thumbnail only", G::File},
     {"dateTime", Of<&E::dateTime>},
-    {"dateTimeOriginal", Of<&E::dateTimeOriginal>},
-    {"dateTimeDigitized", Of<&E::dateTimeDigitized>},
-    {"make", Of<&E::make>},
+    {"dateTimeOriginal", Of<&E::dateTimeOriginal>, "Date/Time original", G::Image},
+    {"dateTimeDigitized", Of<&E::dateTimeDigitized>, "Date/Time digitized", G::Image},
+    {"make", Of<&E::make>, "Camera make", G::Camera},
     {"model", Of<&E::model>},
     {"firmware", Of<&E::firmware>},
-    {"software", Of<&E::software>},
+    {"software", Of<&E::software>, "Software", G::Image},
     {"owner", Of<&E::owner>},
     {"copyright", Of<&E::copyright>},
     {"bodySerial", Of<&E::bodySerial>},
@@ -39,7 +42,7 @@ constexpr ExifFieldRow kFields[] = {
     {"exposureMode", Of<&E::exposureMode>},
     {"shutterSpeed", Of<&E::shutterSpeed>},
     {"aperture", Of<&E::aperture>},
-    {"maxAperture", Of<&E::maxAperture>},
+    {"maxAperture", Of<&E::maxAperture>, "Maximum aperture", G::Lens},
     {"iso", Of<&E::iso>},
     {"isoShort", Of<&E::isoShort>},
     {"exposureCompensation", Of<&E::exposureCompensation>},
@@ -57,20 +60,20 @@ constexpr ExifFieldRow kFields[] = {
     {"focalLength35", Of<&E::focalLength35>},
     {"subjectDistance", Of<&E::subjectDistance>},
     {"focusPoint", Of<&E::focusPoint>},
-    {"focusPointCode", Of<&E::focusPointCode>},
+    {"focusPointCode", Of<&E::focusPointCode>, "Focus point code", G::Lens},
     {"afMode", Of<&E::afMode>},
     {"macroFocus", Of<&E::macroFocus>},
     {"digitalZoom", Of<&E::digitalZoom>},
     {"imageStabilisation", Of<&E::imageStabilisation>},
     {"driveMode", Of<&E::driveMode>},
     {"selfTimer", Of<&E::selfTimer>},
-    {"continuousFrame", Of<&E::continuousFrame>},
-    {"stitchShot", Of<&E::stitchShot>},
+    {"continuousFrame", Of<&E::continuousFrame>, "Continuous frame", G::Exposure},
+    {"stitchShot", Of<&E::stitchShot>, "Stitch or focus code", G::Exposure},
     {"imageWidth", Of<&E::imageWidth>},
     {"imageHeight", Of<&E::imageHeight>},
-    {"orientation", Of<&E::orientation>},
-    {"userRotation", Of<&E::userRotation>},
-    {"samplesPerPixel", Of<&E::samplesPerPixel>},
+    {"orientation", Of<&E::orientation>, "Orientation", G::Image},
+    {"userRotation", Of<&E::userRotation>, "Turned since shooting, degrees", G::Image},
+    {"samplesPerPixel", Of<&E::samplesPerPixel>, "Samples per pixel", G::Image},
     {"imageQuality", Of<&E::imageQuality>},
     {"whiteBalance", Of<&E::whiteBalance>},
     {"contrast", Of<&E::contrast>},
@@ -78,7 +81,7 @@ constexpr ExifFieldRow kFields[] = {
     {"sharpness", Of<&E::sharpness>},
     {"tone", Of<&E::tone>},
     {"pictureEffect", Of<&E::pictureEffect>},
-    {"pictureEffectCode", Of<&E::pictureEffectCode>},
+    {"pictureEffectCode", Of<&E::pictureEffectCode>, "Picture effect code", G::Maker},
     {"colorMatrix", Of<&E::colorMatrix>},
     {"colorMode", Of<&E::colorMode>},
     {"colorSpace", Of<&E::colorSpace>},
@@ -87,17 +90,17 @@ constexpr ExifFieldRow kFields[] = {
     {"sharpnessPattern", Of<&E::sharpnessPattern>},
     {"gamma", Of<&E::gamma>},
     {"hueAdjustment", Of<&E::hueAdjustment>},
-    {"hasIccProfile", Of<&E::hasIccProfile>},
+    {"hasIccProfile", Of<&E::hasIccProfile>, "Color profile embedded", G::Colour},
     {"iccProfileName", Of<&E::iccProfileName>},
-    {"rawColorMatrix", Of<&E::rawColorMatrix>},
-    {"rawContrast", Of<&E::rawContrast>},
-    {"rawSharpness", Of<&E::rawSharpness>},
-    {"whiteBalanceCode", Of<&E::whiteBalanceCode>},
+    {"rawColorMatrix", Of<&E::rawColorMatrix>, "Raw color matrix", G::Maker},
+    {"rawContrast", Of<&E::rawContrast>, "Raw contrast", G::Maker},
+    {"rawSharpness", Of<&E::rawSharpness>, "Raw sharpness", G::Maker},
+    {"whiteBalanceCode", Of<&E::whiteBalanceCode>, "White balance code", G::Maker},
     {"comment", Of<&E::comment>},
     {"imageDescription", Of<&E::imageDescription>},
-    {"littleEndian", Of<&E::littleEndian>},
-    {"ifd0EntryCount", Of<&E::ifd0EntryCount>},
-    {"exifIfdEntryCount", Of<&E::exifIfdEntryCount>},
+    {"littleEndian", Of<&E::littleEndian>, "Low byte first", G::File},
+    {"ifd0EntryCount", Of<&E::ifd0EntryCount>, "Entries of the first directory", G::File},
+    {"exifIfdEntryCount", Of<&E::exifIfdEntryCount>, "Entries of the EXIF directory", G::File},
 };
 
 }  // namespace
@@ -106,6 +109,13 @@ std::span<const ExifFieldRow> ExifFields() { return kFields; }
 
 bool HasContent(const ExifFieldValue& value) {
   return std::visit([](const auto& known) { return known != std::remove_cvref_t<decltype(known)>(); }, value);
+}
+
+std::string FieldText(const ExifFieldValue& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
+  if (const auto* number = std::get_if<double>(&value)) return platform::ShortNumber(*number);
+  return std::get<bool>(value) ? "yes" : "no";
 }
 
 }  // namespace ml::metadata

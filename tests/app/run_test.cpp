@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -28,6 +29,7 @@
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "imagefiles/ui/histogram_panel.h"
 #include "imagefiles/ui/histogram_window.h"
+#include "imagefiles/ui/shooting_data_window.h"
 #include "platform/data_folders.h"
 #include "platform/overwrite_note.h"
 #include "platform/paths.h"
@@ -319,6 +321,70 @@ TEST_F(Run, HistogramWindowComesAndGoesWithTheMode) {
     EXPECT_FALSE(command->isChecked());
   });
   EXPECT_NE(SettingsText().find("HistogramDlgXpos = 40"), std::string::npos) << SettingsText();
+}
+
+TEST_F(Run, ShootingDataWindowFollowsTheImageInEveryMode) {
+  using imagefiles::ui::ShootingDataWindow;
+  photos.Write("img_2.jpg", test::MakePhoto({.width = 300, .height = 200, .model = "Second"}));
+  Start({photos.Path()}, [&](CMainFrame& frame, Session&) {
+    auto& list = Thumbnails(frame);
+    QTest::keyClick(&list, Qt::Key_Home);
+    auto* command = frame.Actions().At(CommandId::ShootingData);
+    command->trigger();
+    auto* window = frame.findChild<ShootingDataWindow*>();
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(command->isChecked());
+    const auto& tree = *window->findChild<QTreeWidget*>();
+    const auto model = [&] {
+      const auto rows = tree.findItems(QStringLiteral("Camera Model"), Qt::MatchExactly | Qt::MatchRecursive);
+      return rows.isEmpty() ? std::string() : rows.first()->text(1).toStdString();
+    };
+    EXPECT_EQ(model(), "Sample");
+    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("img_1.jpg"))) << "the first by number";
+    for (const auto mode : {CommandId::ThumbnailView, CommandId::FilmStripSide, CommandId::MainView}) {
+      SCOPED_TRACE(static_cast<int>(mode));
+      RunAndAwait(frame, mode);
+      const auto go = [&](bool forward) {
+        if (mode == CommandId::MainView) {
+          frame.Runner().Run(forward ? CommandId::NextImage : CommandId::PreviousImage);
+        } else {
+          QTest::keyClick(&list, forward ? Qt::Key_Right : Qt::Key_Left);
+        }
+      };
+      QTest::qWait(300);
+      go(true);
+      EXPECT_EQ(model(), "Second") << "at once after a rest";
+      go(true);
+      go(false);
+      EXPECT_EQ(tree.topLevelItemCount(), 0) << "nothing while images go past";
+      EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("img_2.jpg")));
+      EXPECT_TRUE(QTest::qWaitFor([&] { return model() == "Second"; }, 5'000));
+      QTest::qWait(300);
+      go(false);
+      EXPECT_EQ(model(), "Sample");
+    }
+    photos.Write("img_1.jpg", test::MakePhoto({.width = 310, .height = 200, .model = "Rewritten"}));
+    frame.Runner().Run(CommandId::TagImage);
+    EXPECT_EQ(model(), "Rewritten");
+    window->resize(333, 444);
+    window->move(60, 70);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(command->isChecked());
+    frame.Runner().Run(CommandId::ImageProperties);
+    EXPECT_TRUE(window->isVisible());
+  });
+  const auto kept = SettingsText();
+  for (const auto* line : {"ExifDlgXpos = 60", "ExifDlgYpos = 70", "ExifDlgWidth = 333", "ExifDlgHeight = 444"}) {
+    EXPECT_NE(kept.find(line), std::string::npos) << kept;
+  }
+  Start({photos.Path()}, [&](CMainFrame& frame, Session&) {
+    EXPECT_EQ(frame.findChild<ShootingDataWindow*>(), nullptr);
+    frame.Runner().Run(CommandId::ShootingData);
+    EXPECT_EQ(frame.findChild<ShootingDataWindow*>()->pos(), QPoint(60, 70));
+    EXPECT_EQ(frame.findChild<ShootingDataWindow*>()->size(), QSize(333, 444));
+  });
 }
 
 TEST_F(Run, SummaryFollowsTheFocusAndTheFile) {

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSplitter>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -16,6 +18,8 @@
 #include "app/thumbnail_list_fixture.h"
 #include "catalogue/ui/directory_tree.h"
 #include "imagefiles/ui/histogram_panel.h"
+#include "imagefiles/ui/shooting_data_window.h"
+#include "metadata/shooting_rows.h"
 #include "support/temp_dir.h"
 
 /// Pictures of the widgets for people to look at, in screens/ of the build folder.
@@ -115,6 +119,42 @@ TEST_P(Screens, Histogram) {
   window.show();
   QTest::qWait(50);
   Save(window, Named("histogram"));
+}
+
+metadata::ExifData Shot() {
+  metadata::ExifData data;
+  data.displayPath = "/shots/2003-10-05/IMG_0042.CRW", data.fileSize = 2'812'345, data.imageNumber = 1000042;
+  data.make = "Tarnwick", data.model = "Sample 10", data.bodySerial = "0560018150", data.owner = "M\xfcller";
+  data.dateTime = data.dateTimeOriginal = "2003:10:05 11:07:32", data.imageWidth = 3072, data.imageHeight = 2048;
+  data.shutterSpeed = "1/250", data.aperture = "2.8", data.exposureMode = "Av", data.iso = "200";
+  data.exposureCompensation = -1.5, data.meteringMode = "Center-weighted average", data.driveMode = "Single-frame";
+  data.focalLength = 28, data.lensMinFocal = 17, data.lensMaxFocal = 40, data.afMode = "One-shot AF";
+  data.flash = "Off", data.whiteBalance = "Daylight", data.colorMatrix = 4, data.saturation = "Normal";
+  data.customFunctions = "Custom Functions:\nCFn 4: Shutter release: AE lock; AE button: AF";
+  data.comment = "The wood behind the house,\nin the last light of the day.";
+  data.iptc = {{2, 25, "wood"},
+               {2, 120, "A caption that is so long that it goes on over several lines of the window."}};
+  return data;
+}
+
+TEST_P(Screens, ShootingData) {
+  imagefiles::ui::ShootingDataWindow window(nullptr);
+  window.resize(400, 520);
+  window.show();
+  Save(window, Named("shooting-data-none"));
+  auto shot = Shot();
+  window.ShowImage(QStringLiteral("IMG_0042.CRW"), metadata::ListShootingData(shot, {}));
+  QTest::qWait(50);
+  Save(window, Named("shooting-data"));
+  auto& tree = *window.findChild<QTreeWidget*>();
+  tree.collapseItem(tree.topLevelItem(0));
+  tree.topLevelItem(1)->child(1)->setSelected(true);
+  tree.scrollToBottom();
+  QTest::qWait(50);
+  Save(window, Named("shooting-data-end"));
+  window.findChild<QLineEdit*>()->setText(QStringLiteral("ca"));
+  QTest::qWait(50);
+  Save(window, Named("shooting-data-search"));
 }
 
 TEST_P(Screens, EmptyList) {

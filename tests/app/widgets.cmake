@@ -4,6 +4,7 @@ ml_test(widgets
     directory_tree_test.cpp
     histogram_panel_test.cpp
     screens_test.cpp
+    shooting_data_window_test.cpp
     thumbnail_drag_test.cpp
     thumbnail_list_test.cpp
     toolkit_test.cpp

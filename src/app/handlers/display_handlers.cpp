@@ -2,11 +2,14 @@
 #include "app/histogram_display.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
+#include "app/shooting_data_display.h"
 
 namespace ml::app {
 namespace {
 
 void ToggleHistogram(CommandContext& context) { context.view.Histograms().ToggleWindow(); }
+void ToggleShootingData(CommandContext& context) { context.view.ShootingData().ToggleWindow(); }
+void OpenShootingData(CommandContext& context) { context.view.ShootingData().OpenWindow(); }
 
 template <auto setting>
 void ToggleAndReload(CommandContext& context) {
@@ -18,6 +21,8 @@ void ToggleAndReload(CommandContext& context) {
 using settings::DisplaySettings;
 constexpr HandlerRow kHandlers[] = {
     {CommandId::Histogram, ToggleHistogram},
+    {CommandId::ShootingData, ToggleShootingData},
+    {CommandId::ImageProperties, OpenShootingData},
     {CommandId::ShowFocusPoints, ToggleAndReload<&DisplaySettings::showFocusPoints>},
     {CommandId::ShowFlashingHighlights, ToggleAndReload<&DisplaySettings::highlightBlink>},
 };
