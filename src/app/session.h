@@ -51,9 +51,7 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
-  std::string lastDestination;  ///< of images copied or moved; not remembered between runs
-  int preferencesPage = 0;      ///< where the Preferences open; not remembered between runs
-  bool histogramShown = false;  ///< in a window of its own; not remembered between runs
+  std::string lastDestination;     ///< of images copied or moved; not remembered between runs
   int preferencesPage = 0;         ///< where the Preferences open; not remembered between runs
   bool histogramShown = false;     ///< in a window of its own; not remembered between runs
   bool shootingDataShown = false;  ///< in a window of its own; not remembered between runs
