@@ -30,6 +30,7 @@ QCompleter* MakeCompleter(QWidget* parent) {
   model->setFilter(QDir::Dirs | QDir::Drives | QDir::NoDotAndDotDot);
   model->setRootPath({});
   completer->setModel(model);
+  completer->setCompletionMode(QCompleter::InlineCompletion);
   return completer;
 }
 
