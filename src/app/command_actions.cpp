@@ -161,6 +161,10 @@ void CommandActions::Update(const CommandState& state) {
 void CommandActions::FillMenuBar(QMenuBar& bar) {
   const CommandRow* last = nullptr;
   for (const auto& row : Commands()) {
+    if (row.group == kKeysOnly) {
+      bar.window()->addAction(At(row.id));
+      continue;
+    }
     auto*& menu = menus_[static_cast<std::size_t>(row.menu)];
     if (!menu) {
       const auto title = ToQString(MenuTitle(row.menu));

@@ -27,6 +27,8 @@ struct HandlerRow {
 
 /// The handlers, one file a group.
 std::span<const HandlerRow> CatalogueHandlers();
+std::span<const HandlerRow> EditHandlers();
+std::span<const HandlerRow> FileHandlers();
 std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> PreferencesHandlers();
 std::span<const HandlerRow> TagHandlers();

@@ -35,6 +35,8 @@ constexpr CommandRow kCommands[] = {
      HaveSomething},
     {CommandId::Delete, Menu::File, 2, "&Delete", "Delete the images, or the directory chosen in the tree", "Del",
      "edit-delete", CanDelete},
+    {CommandId::DeletePermanently, Menu::File, kKeysOnly, "Delete Permanentl&y", "Delete without a way back",
+     "Shift+Del", "", CanDelete},
     {CommandId::Email, Menu::File, 3, "&Email image(s)...", "Send the images by mail", "", "", HaveSomething},
     {CommandId::Print, Menu::File, 3, "Pr&int...", "Print images and contact sheets", "Ctrl+P", "document-print",
      CanPrint},

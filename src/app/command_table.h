@@ -80,6 +80,7 @@ enum class CommandId {
   MoveToFolder,
   CopyToFolder,
   Delete,
+  DeletePermanently,
   Email,
   Print,
   PrintPreview,
@@ -106,6 +107,9 @@ inline constexpr int kMenuCount = static_cast<int>(Menu::Help) + 1;
 
 /// How a command that has a state shows it.
 enum class Mark { None, Check, Radio };
+
+/// The group of a command that has keys and no place in a menu.
+inline constexpr int kKeysOnly = -1;
 
 struct CommandRow {
   CommandId id;

@@ -201,6 +201,8 @@ void CMarrowlanternView::Refresh() {
   shootingData_->Refresh();
 }
 
+std::string CMarrowlanternView::TreeDirectory() const { return tree_->Directory(); }
+
 void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
 
 std::string CMarrowlanternView::TopPath() const {

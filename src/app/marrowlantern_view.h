@@ -68,6 +68,10 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ScrollToTop(const std::string& path);
   /// Looks again at the directories of the tree.
   void RefreshTree();
+  /// The directory chosen in the tree; empty if there is none.
+  std::string TreeDirectory() const;
+  /// Entries bear other names now, in the same places.
+  void NamesChanged() { ListReordered(); }
   void FocusList();
   void FocusMainPane();
   MainDisplay& Display() { return *display_; }

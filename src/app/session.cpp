@@ -128,6 +128,41 @@ bool Session::TargetFromCanonEos() const {
   return imagefiles::IsRawFile(data->path) || (row != nullptr && row->format == imagefiles::Format::Jpeg);
 }
 
+void Session::FilesChanged(const std::vector<std::string>& paths) {
+  kinds_.Forget();
+  shootingData_.Forget();
+  std::vector<int> indices;
+  for (const auto& path : paths) {
+    if (const int index = list.IndexOfPath(path); index >= 0) indices.push_back(index);
+  }
+  worker_.InvalidateEntries(indices);
+}
+
+void Session::RemoveMissing(const std::vector<std::string>& paths) {
+  kinds_.Forget();
+  shootingData_.Forget();
+  std::vector<int> gone;
+  for (const auto& path : paths) {
+    const int index = list.IndexOfPath(path);
+    if (index >= 0 && !platform::Exists(path)) gone.push_back(index);
+  }
+  if (gone.empty()) return;
+  std::ranges::sort(gone);
+  worker_.RemoveEntries(gone);
+  const bool kept =
+      list.ValidIndex(list.currentIndex) && list.files[static_cast<std::size_t>(list.currentIndex)] == list.currentPath;
+  // So that the next key acts on what has moved up.
+  if (list.SelectedCount() == 0 && list.ValidIndex(list.focusIndex)) list.SelectOnly(list.focusIndex);
+  ListReplaced();
+  if (!kept) ShowImage(list.currentIndex);
+}
+
+std::vector<std::string> Session::TargetPaths() const {
+  if (mode != ViewMode::Main) return list.SelectedPaths();
+  if (!list.ValidIndex(list.currentIndex)) return {};
+  return {list.currentPath};
+}
+
 int Session::ThumbnailEdge() const {
   const auto& from = settings.catalogue;
   if (from.thumbnailSize == 2) return std::clamp(from.extraLargeThumbnailSize, kSmallestThumbnail, kLargestThumbnail);

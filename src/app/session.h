@@ -14,6 +14,7 @@
 #include "imagefiles/histogram.h"
 #include "imagefiles/image_file.h"
 #include "platform/locale_text.h"
+#include "platform/user_journal.h"
 #include "settings/settings.h"
 
 namespace ml::app {
@@ -50,6 +51,7 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
+  std::string lastDestination;     ///< of images copied or moved; not remembered between runs
   int preferencesPage = 0;         ///< where the Preferences open; not remembered between runs
   bool histogramShown = false;     ///< in a window of its own; not remembered between runs
   bool shootingDataShown = false;  ///< in a window of its own; not remembered between runs
@@ -80,6 +82,14 @@ class Session final : private catalogue::CatalogueObserver {
   void OptionsChanged();
   /// All thumbnails are made again, as the settings want them now.
   void RemakeThumbnails();
+  /// These files have other contents now: what is known of them is forgotten, their thumbnails are made again.
+  void FilesChanged(const std::vector<std::string>& paths);
+  /// Takes entries out whose files are gone; where the current one is among them, its neighbour is shown.
+  void RemoveMissing(const std::vector<std::string>& paths);
+  /// Of the commands for several images: the selected ones in list order, in the main view the image on show.
+  std::vector<std::string> TargetPaths() const;
+  /// Remembers how edits are taken back.
+  platform::UserJournal& Journal() { return journal_; }
   /// Edge length of the thumbnails before scaling.
   int ThumbnailEdge() const;
 
@@ -110,6 +120,7 @@ class Session final : private catalogue::CatalogueObserver {
   platform::Interaction& ask_;
   SessionObserver* observer_ = nullptr;
   double thumbnailScale_ = 1;
+  platform::UserJournal journal_;
   mutable FileKindMemory kinds_;
   mutable ShootingDataMemory shootingData_;
   catalogue::CThumbnailThread worker_;

@@ -62,4 +62,58 @@ inline std::string errorRenaming(const std::string& from, const std::string& to)
   return "Error renaming: " + from + "\nto: " + to;
 }
 
+inline constexpr char kTransferNotDifferent[] = "Destination directory must be different from the\ncurrent directory";
+
+inline std::string outputIsNoDirectory(const std::string& path) {
+  return "Specified output directory exists but is not a directory:\n" + path;
+}
+
+inline platform::MessageBox createDirectory(const std::string& path) {
+  return {"Destination directory does not exist:\n" + path + "\n\nDo you want to create it?", "Marrowlantern",
+          platform::BoxIcon::Question, platform::Buttons::YesNo};
+}
+
+inline std::string unableToCreateDirectory(const std::string& path) { return "Unable to create directory:\n" + path; }
+
+inline std::string isTheSameFile(const std::string& path) {
+  return "Source and destination are the same file:\n" + path;
+}
+
+inline std::string directoryInTheWay(const std::string& path) {
+  return "A directory of that name is in the way:\n" + path;
+}
+
+inline constexpr char kSaveAsTitle[] = "Save As";
+inline constexpr char kDeletedForGood[] = "deleted for good";
+inline constexpr char kMovedToOtherFileSystem[] = "moved to another file system";
+
+inline std::string copiedButNotRemoved(const std::string& path, const std::string& reason) {
+  return "The file was copied, but the original could not be removed:\n" + path + "\n" + reason;
+}
+
+inline std::string errorDeletingImage(const std::string& path) { return "Error deleting: " + path; }
+inline std::string existsButIsNoDirectory(const std::string& path) {
+  return "Error: " + path + "\nexists already but is not a directory";
+}
+inline std::string errorCreatingDirectory(const std::string& path) { return "Error creating directory:\n" + path; }
+inline std::string errorMovingFile(const std::string& path, const std::string& reason) {
+  return "Error moving file:\n" + path + "\n" + reason;
+}
+
+inline constexpr char kNameNotTaken[] =
+    "Filename prefix must not contain any of the following characters:\n\\/:*?\"<>|";
+inline constexpr char kFolderNameNotTaken[] =
+    "Folder name must not contain any of the following characters:\n\\/:*?\"<>|";
+inline constexpr char kExtensionChanged[] = "The file extension must not be changed";
+inline std::string rawNameTooLong(const std::string& name) {
+  return "Filenames for Canon RAW files must be no more than 31 characters long:\n" + name;
+}
+inline constexpr char kImageNameTaken[] =
+    "Unable to rename image because there is already\nan image with the same name";
+inline constexpr char kThmNameTaken[] =
+    "Unable to rename image because there is already\na THM file with the same name";
+inline constexpr char kJpegNameTaken[] =
+    "Unable to rename image because there is already\na JPEG file with the same name";
+inline std::string errorCreatingFolder(const std::string& path) { return "Error creating folder:\n" + path; }
+
 }  // namespace ml::catalogue

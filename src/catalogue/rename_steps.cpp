@@ -118,6 +118,7 @@ void RenameSteps::Do(const NameChange& change) {
   // Whatever appeared there since is not overwritten.
   const int result = inPlace ? tools_.fileSystem.Rename(change.from, change.to)
                              : tools_.fileSystem.RenameNoReplace(change.from, change.to);
+  if (result != 0 && errno == EXDEV) throw OtherFileSystem(errorRenaming(change.from, change.to));
   if (result != 0) throw UserError(errorRenaming(change.from, change.to));
   done_.push_back(change);
   if (tools_.renamed) tools_.renamed(change.from, change.to);

@@ -4,12 +4,19 @@
 #include <vector>
 
 #include "catalogue/rename_files.h"
+#include "platform/errors.h"
 
 namespace ml::catalogue {
 
-/// A file, or a link itself, that is to get another name in its directory. Full paths.
+/// A file, or a link itself, that is to get another name, mostly in its directory. Full paths.
 struct NameChange {
   std::string from, to;
+};
+
+/// The new name lies on another file system, where no renaming leads.
+class OtherFileSystem : public platform::UserError {
+ public:
+  using UserError::UserError;
 };
 
 /// The name changes of one image and its companions; those done are taken back unless all of them are.
@@ -19,7 +26,8 @@ class RenameSteps {
   RenameSteps(const RenameSteps&) = delete;
   RenameSteps& operator=(const RenameSteps&) = delete;
 
-  /// Throws UserError. Whatever was moved to the trash before a failure stays there; undo brings it back.
+  /// Throws UserError, OtherFileSystem among them. Whatever was moved to the trash before a failure stays there; undo
+  /// brings it back.
   void Run(const std::vector<NameChange>& changes);
 
  private:

@@ -101,6 +101,13 @@ bool EndsWithNoCase(std::string_view name, std::string_view ending) {
   return name.size() >= ending.size() && EqualsAsciiFolded(name.substr(name.size() - ending.size()), ending);
 }
 
+bool IsPortableName(std::string_view name) {
+  constexpr std::size_t kLongestName = 255;
+  constexpr std::string_view kForbidden{"\\/:*?\"<>|\0", 10};
+  return !name.empty() && name != "." && name != ".." && name.size() <= kLongestName &&
+         name.find_first_of(kForbidden) == std::string_view::npos;
+}
+
 bool SameFile(const std::string& a, const std::string& b) {
   if (a == b) return true;
   struct stat x {

@@ -46,6 +46,10 @@ int CompareNoCase(std::string_view a, std::string_view b);
 /// Whether `name` ends in `ending` (lower case), ASCII case ignored.
 bool EndsWithNoCase(std::string_view name, std::string_view ending);
 
+/// Whether a bare name can be given to a file or directory, here and where the files may be taken: not empty, "." or
+/// "..", at most 255 bytes, and without a zero or one of \ / : * ? " < > |. Files may bear other names all the same.
+bool IsPortableName(std::string_view name);
+
 /// Whether both paths lead to one file: by device and inode where both exist, otherwise by folded text.
 bool SameFile(const std::string& a, const std::string& b);
 

@@ -58,6 +58,25 @@ int Number(const char* variable, int otherwise) {
   return value ? std::atoi(value) : otherwise;
 }
 
+/// Left out: the files that the others work on have to stay as they are, and the tree leads to the whole system.
+constexpr CommandId kChangeFiles[] = {CommandId::CopyToFolder,
+                                      CommandId::MoveToFolder,
+                                      CommandId::Delete,
+                                      CommandId::DeletePermanently,
+                                      CommandId::RenameImage,
+                                      CommandId::BatchRename,
+                                      CommandId::Timestamp,
+                                      CommandId::AdjustDateTime,
+                                      CommandId::Undo,
+                                      CommandId::RotateLeft,
+                                      CommandId::RotateRight,
+                                      CommandId::AutoRotateJpegs,
+                                      CommandId::EditComments,
+                                      CommandId::EditIptcData,
+                                      CommandId::EmbedColorProfile,
+                                      CommandId::RegenerateThumbnails,
+                                      CommandId::RegenerateJpegs};
+
 double ThreadSeconds() {
   timespec now{};
   ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
@@ -156,7 +175,7 @@ class Monkey {
   void RunCommand() {
     const auto all = Commands();
     const auto& row = all[static_cast<std::size_t>(Any(static_cast<int>(all.size())))];
-    if (row.id == CommandId::Quit) return;
+    if (row.id == CommandId::Quit || std::ranges::count(kChangeFiles, row.id) > 0) return;
     Tell("command " + std::string(row.text));
     if (row.id == CommandId::RecentDirectory) {
       const int count = static_cast<int>(session_.settings.recentDirectories.size());

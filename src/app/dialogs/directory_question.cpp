@@ -1,0 +1,68 @@
+#include "app/dialogs/directory_question.h"
+
+#include <QCompleter>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileSystemModel>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/file_dialogs.h"
+#include "platform/ui/qt_text.h"
+
+namespace ml::app {
+namespace {
+
+using platform::ui::ToQString;
+
+std::string Bytes(const QLineEdit& line) { return QFile::encodeName(line.text()).toStdString(); }
+void Show(QLineEdit& line, const std::string& path) {
+  line.setText(QFile::decodeName(QByteArray::fromStdString(path)));
+}
+
+QCompleter* MakeCompleter(QWidget* parent) {
+  auto* completer = new QCompleter(parent);
+  auto* model = new QFileSystemModel(completer);
+  model->setFilter(QDir::Dirs | QDir::Drives | QDir::NoDotAndDotDot);
+  model->setRootPath({});
+  completer->setModel(model);
+  completer->setCompletionMode(QCompleter::InlineCompletion);
+  return completer;
+}
+
+}  // namespace
+
+std::optional<std::string> AskDirectory(QWidget& parent, const DirectoryQuestion& question) {
+  QDialog dialog(&parent);
+  dialog.setWindowTitle(ToQString(question.title));
+  auto* layout = new QVBoxLayout(&dialog);
+  auto* prompt = new QLabel(ToQString(question.prompt));
+  layout->addWidget(prompt);
+  auto* row = new QHBoxLayout;
+  layout->addLayout(row);
+  auto* line = new QLineEdit;
+  line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 60);
+  line->setAccessibleName(prompt->text());
+  line->setCompleter(MakeCompleter(line));
+  Show(*line, question.start);
+  line->selectAll();
+  row->addWidget(line);
+  auto* browse = new QPushButton(QStringLiteral("&Browse..."));
+  browse->setAutoDefault(false);
+  row->addWidget(browse);
+  QObject::connect(browse, &QPushButton::clicked, &dialog, [&] {
+    if (const auto chosen = ChooseDirectory(dialog, Bytes(*line))) Show(*line, *chosen);
+  });
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  layout->addWidget(buttons);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return Bytes(*line);
+}
+
+}  // namespace ml::app

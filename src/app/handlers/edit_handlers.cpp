@@ -1,0 +1,143 @@
+#include <string>
+
+#include "app/command_runner.h"
+#include "app/dialogs/comment_dialog.h"
+#include "app/dialogs/date_shift_dialog.h"
+#include "app/edit_messages.h"
+#include "app/jobs/image_job.h"
+#include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
+#include "app/session.h"
+#include "imagefiles/edits/adjust_dates.h"
+#include "imagefiles/edits/image_edits.h"
+#include "imagefiles/raw_files.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+
+namespace ml::app {
+namespace {
+
+using imagefiles::EditTools;
+using imaging::Turn;
+
+/// Changes one image; called on the job's thread.
+using Edit = std::function<void(const std::string& path, const EditTools& tools, const platform::JobHost& host)>;
+
+/// The job with all that edits need. Afterwards thumbnails and the image on show are made anew, whatever came of it.
+void RunEdits(CommandContext& context, std::string_view title, std::string_view verb,
+              const std::vector<std::string>& paths, const Edit& edit) {
+  auto& session = context.session;
+  const auto options = session.ImageOptions();
+  imagefiles::CompanionFinder companions(options);
+  const auto settle = [&] {
+    session.FilesChanged(paths);
+    if (session.mode != ViewMode::Thumbnails) context.view.ReloadImage();
+  };
+  try {
+    RunImageJob(context, {.title = std::string(title),
+                          .progressVerb = std::string(verb),
+                          .paths = paths,
+                          .act = [&](const std::string& path, const ImageJobTools& tools) {
+                            edit(path,
+                                 {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}},
+                                 tools.host);
+                          }});
+  } catch (...) {
+    settle();
+    throw;
+  }
+  settle();
+}
+
+std::vector<std::string> Targets(CommandContext& context, std::string_view pleaseSelect) {
+  auto paths = context.session.TargetPaths();
+  if (paths.empty() && !context.session.list.Empty())
+    context.session.Ask().message({.text = std::string(pleaseSelect)});
+  return paths;
+}
+
+/// Whether a TIFF may be rewritten; only the first edit of a file in a job asks, as long as the user does not mind.
+bool MayRewriteTiff(const std::string& path, int& warn, const imagefiles::ImageFileOptions& options,
+                    platform::Interaction& ask) {
+  if (!platform::EndsWithNoCase(path, ".tif") || warn == 0) return true;
+  const metadata::ExifData exif(path, options.ForExif());
+  if (exif.isEos1DRaw || exif.tiffThumbnailOnly) return true;
+  const auto answer = ask.askCheck(RotateTiffQuestion(path), std::string(kDoNotAskAgain));
+  warn = answer.checked ? 0 : 1;
+  return answer.button == platform::Button::Ok;
+}
+
+template <Turn turn>
+void RotateImages(CommandContext& context) {
+  auto& session = context.session;
+  int warn = session.settings.shootingData.tiffRotateWarning;
+  RunEdits(context, kRotateJob, "Rotating", Targets(context, kSelectToRotate),
+           [&](const std::string& path, const EditTools& tools, const platform::JobHost& host) {
+             if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
+             const auto file = imagefiles::CreateImageFile(path, tools.options);
+             if (!file) return;
+             try {
+               imagefiles::Rotate(*file, turn, tools);
+             } catch (const platform::UserError& error) {
+               throw platform::UserError(ErrorRotating(error.what()));
+             }
+           });
+  session.settings.shootingData.tiffRotateWarning = warn;
+}
+
+void EditComments(CommandContext& context) {
+  auto& session = context.session;
+  const int index = session.TargetIndex();
+  if (index < 0) return;
+  const auto path = session.list.files[static_cast<std::size_t>(index)];
+  const auto before = imagefiles::CreateImageFile(path, session.ImageOptions());
+  if (!before) return;
+  if (!before->Row().commentRefusal.empty()) throw platform::UserError(std::string(before->Row().commentRefusal));
+  const auto text = EditComment(context.frame, std::string(platform::FileName(path)), before->GetComment());
+  if (!text) return;
+  RunEdits(context, kCommentJob, "Writing the comment of", {path},
+           [&](const std::string& changed, const EditTools& tools, const platform::JobHost&) {
+             const auto file = imagefiles::CreateImageFile(changed, tools.options);
+             if (file) imagefiles::SetComment(*file, *text, tools);
+           });
+}
+
+DateShiftQuestion QuestionFor(const Session& session, const std::vector<std::string>& selected) {
+  const auto& example = selected.empty() ? session.list.files.front() : selected.front();
+  const metadata::ExifData exif(example, session.ImageOptions().ForExif());
+  DateShiftQuestion question{.nothingSelected = selected.empty(),
+                             .fileTimes = session.settings.shootingData.adjustTimeTimestamp != 0,
+                             .exampleName = std::string(platform::FileName(example))};
+  if (exif.dateRecorded) question.exampleTime = static_cast<std::time_t>(exif.shootingTime);
+  return question;
+}
+
+void AdjustDateTime(CommandContext& context) {
+  auto& session = context.session;
+  if (session.list.Empty()) return;
+  const auto selected = session.TargetPaths();
+  const auto shift = AskDateShift(context.frame, QuestionFor(session, selected));
+  if (!shift) return;
+  session.settings.shootingData.adjustTimeTimestamp = shift->fileTimes ? 1 : 0;
+  RunEdits(context, kAdjustDateJob, "Adjusting the date of", shift->all ? session.list.files : selected,
+           [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+             try {
+               imagefiles::AdjustDates(path, shift->seconds, shift->fileTimes, tools);
+             } catch (const platform::UserError& error) {
+               throw platform::UserError(ErrorAdjustingDate(path, error.what()));
+             }
+           });
+}
+
+constexpr HandlerRow kHandlers[] = {
+    {CommandId::RotateLeft, RotateImages<Turn::cw270>},
+    {CommandId::RotateRight, RotateImages<Turn::cw90>},
+    {CommandId::EditComments, EditComments},
+    {CommandId::AdjustDateTime, AdjustDateTime},
+};
+
+}  // namespace
+
+std::span<const HandlerRow> EditHandlers() { return kHandlers; }
+
+}  // namespace ml::app

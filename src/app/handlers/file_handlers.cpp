@@ -1,0 +1,214 @@
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "app/command_runner.h"
+#include "app/dialogs/directory_question.h"
+#include "app/dialogs/rename_dialog.h"
+#include "app/dialogs/timestamp_dialog.h"
+#include "app/file_messages.h"
+#include "app/jobs/image_job.h"
+#include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
+#include "app/session.h"
+#include "catalogue/delete_files.h"
+#include "catalogue/new_name.h"
+#include "catalogue/transfer_files.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+#include "platform/ui/job_window.h"
+
+namespace ml::app {
+namespace {
+
+using catalogue::DeleteTo;
+using catalogue::TransferKind;
+
+/// The images of the command; none, with a box that says so, if nothing is selected.
+std::vector<std::string> Targets(CommandContext& context, std::string_view pleaseSelect) {
+  auto paths = context.session.TargetPaths();
+  if (paths.empty() && !context.session.list.Empty())
+    context.session.Ask().message({.text = std::string(pleaseSelect)});
+  return paths;
+}
+
+/// The job, and the catalogue brought up to date whatever came of it.
+void RunRemoving(CommandContext& context, const ImageJob& job) {
+  const auto top = context.view.TopPath();
+  const auto settle = [&] {
+    context.session.RemoveMissing(job.paths);
+    context.view.ScrollToTop(top);
+    context.view.RefreshTree();
+  };
+  try {
+    RunImageJob(context, job);
+  } catch (...) {
+    settle();
+    throw;
+  }
+  settle();
+}
+
+template <TransferKind kind>
+void Transfer(CommandContext& context) {
+  constexpr bool kMove = kind == TransferKind::Move;
+  auto& session = context.session;
+  const auto paths = Targets(context, kMove ? kSelectToMove : kSelectToCopy);
+  if (paths.empty()) return;
+  const std::string here(platform::DirectoryOf(session.list.files.front()));
+  const auto typed =
+      AskDirectory(context.frame, {.title = kMove ? kMoveTitle : kCopyTitle,
+                                   .prompt = kDestinationPrompt,
+                                   .start = session.lastDestination.empty() ? here : session.lastDestination});
+  if (!typed) return;
+  const auto directory = catalogue::TransferDirectory(*typed, session.Images().Directory(), session.Ask());
+  if (!directory) return;
+  session.lastDestination = *directory;
+
+  imagefiles::CompanionFinder companions(session.ImageOptions());
+  std::optional<catalogue::FileTransfer> transfer;
+  RunRemoving(context, {.title = std::string(kMove ? kMoveJob : kCopyJob),
+                        .progressVerb = kMove ? "Moving" : "Copying",
+                        .paths = paths,
+                        .act = [&](const std::string& path, const ImageJobTools& tools) {
+                          if (!transfer) {
+                            transfer.emplace(kind, *directory,
+                                             catalogue::TransferTools{.companions = companions,
+                                                                      .trash = session.Journal().Bin(),
+                                                                      .ask = tools.host.ask,
+                                                                      .stop = tools.stop,
+                                                                      .batch = &tools.batch});
+                          }
+                          transfer->Transfer(path);
+                        }});
+}
+
+bool TreeIsMeant(CommandContext& context) {
+  return context.session.State().treeHasFocus && context.session.mode != ViewMode::Main;
+}
+
+/// Shows the directory above if the one on show goes.
+void DeleteDirectory(CommandContext& context, bool permanent) {
+  auto& session = context.session;
+  const auto directory = context.view.TreeDirectory();
+  if (directory.empty()) return;
+  const auto to = permanent ? DeleteTo::Nowhere : DeleteTo::Trash;
+  if (session.Ask().ask(DeleteDirectoryQuestion(directory, to)) != platform::Button::Yes) return;
+  {
+    const platform::PauseGuard pause(session.Worker());
+    platform::EditBatch batch(session.Journal().Edits(), std::string(kDeleteJob));
+    catalogue::DeleteDirectory(directory, to, session.Journal().Bin(), &batch);
+  }
+  session.Images().LoadDirectory(platform::normaliseDirectory(platform::DirectoryOf(directory)), "");
+  context.view.RefreshTree();
+}
+
+void DeleteImages(CommandContext& context, bool permanent) {
+  auto& session = context.session;
+  auto paths = Targets(context, kSelectToDelete);
+  if (paths.empty()) return;
+  const auto& settings = session.settings.catalogue;
+  const auto to =
+      permanent ? DeleteTo::Nowhere : (settings.recycleDeletedFiles != 0 ? DeleteTo::Trash : DeleteTo::DeletedFolder);
+  // Kept: several images are always asked for.
+  const bool ask = permanent || settings.confirmDelete != 0 || paths.size() > 1;
+  if (ask && session.Ask().ask(DeleteQuestion(paths.size(), to)) != platform::Button::Yes) return;
+  std::ranges::reverse(paths);
+  imagefiles::CompanionFinder companions(session.ImageOptions());
+  RunRemoving(context, {.title = std::string(kDeleteJob),
+                        .progressVerb = "Deleting",
+                        .paths = paths,
+                        .act = [&](const std::string& path, const ImageJobTools& tools) {
+                          catalogue::DeleteImage(
+                              path, to,
+                              {.companions = companions, .trash = session.Journal().Bin(), .batch = &tools.batch});
+                        }});
+}
+
+void Delete(CommandContext& context) {
+  TreeIsMeant(context) ? DeleteDirectory(context, false) : DeleteImages(context, false);
+}
+
+void DeletePermanently(CommandContext& context) {
+  TreeIsMeant(context) ? DeleteDirectory(context, true) : DeleteImages(context, true);
+}
+
+void RenameImage(CommandContext& context) {
+  auto& session = context.session;
+  const int index = session.TargetIndex();
+  if (index < 0) return;
+  const auto path = session.list.files[static_cast<std::size_t>(index)];
+  imagefiles::CompanionFinder companions(session.ImageOptions());
+  const auto name = AskNewName(context.frame, std::string(platform::FileName(path)), [&](const std::string& wanted) {
+    return catalogue::RefuseNewName(path, wanted, companions);
+  });
+  if (!name || *name == platform::FileName(path)) return;
+  auto& worker = session.Worker();
+  const platform::PauseGuard pause(worker);
+  platform::EditBatch batch(session.Journal().Edits(), std::string(kRenameJob));
+  worker.RenameOne(path, std::string(platform::DirectoryOf(path)) + *name, catalogue::CaseMode::Unchanged,
+                   {.companions = companions, .trash = session.Journal().Bin(), .batch = &batch});
+  context.view.NamesChanged();
+}
+
+void Timestamp(CommandContext& context) {
+  auto& session = context.session;
+  const auto choice = AskTimestamp(context.frame, session.TargetPaths().empty());
+  if (!choice) return;
+  const auto paths = choice->all ? session.list.files : session.TargetPaths();
+  imagefiles::CompanionFinder companions(session.ImageOptions());
+  const auto options = session.ImageOptions();
+  std::vector<std::string> failed;
+  RunImageJob(context, {.title = std::string(kTimestampJob),
+                        .progressVerb = "Setting the time of",
+                        .paths = paths,
+                        .act = [&](const std::string& path, const ImageJobTools& tools) {
+                          const auto bad = catalogue::SetTimestamps(
+                              {path}, choice->readOnly,
+                              {.options = options, .companions = companions, .batch = &tools.batch});
+                          failed.insert(failed.end(), bad.begin(), bad.end());
+                        }});
+  session.FilesChanged({});
+  if (failed.empty()) return;
+  throw platform::UserError(paths.size() == 1 ? UnableToSetTimestamp(failed.front()) : ErrorSettingTimestamps(failed));
+}
+
+void Undo(CommandContext& context) {
+  auto& session = context.session;
+  const auto top = context.view.TopPath();
+  // Also after a failure: some files may be as they were.
+  const auto settle = [&](const std::vector<std::string>& files) {
+    session.FilesChanged(files);
+    session.Images().RefreshDirectory();
+    context.view.ScrollToTop(top);
+    context.view.RefreshTree();
+  };
+  platform::JournalEntry undone;
+  try {
+    const platform::PauseGuard pause(session.Worker());
+    platform::ui::RunJob(
+        &context.frame, {.title = QStringLiteral("Undo")}, session.Ask(),
+        [&](const platform::JobHost&, const std::stop_token&) { undone = session.Journal().Edits().Undo(); });
+  } catch (...) {
+    settle({});
+    throw;
+  }
+  settle(undone.files);
+  ShowStatus(context, UndoneText(undone));
+}
+
+constexpr HandlerRow kHandlers[] = {
+    {CommandId::CopyToFolder, Transfer<TransferKind::Copy>},
+    {CommandId::MoveToFolder, Transfer<TransferKind::Move>},
+    {CommandId::Delete, Delete},
+    {CommandId::DeletePermanently, DeletePermanently},
+    {CommandId::RenameImage, RenameImage},
+    {CommandId::Timestamp, Timestamp},
+    {CommandId::Undo, Undo},
+};
+
+}  // namespace
+
+std::span<const HandlerRow> FileHandlers() { return kHandlers; }
+
+}  // namespace ml::app

@@ -1,0 +1,66 @@
+#include "app/jobs/image_job.h"
+
+#include <QStatusBar>
+
+#include "app/main_display.h"
+#include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
+#include "app/session.h"
+#include "platform/errors.h"
+#include "platform/ui/job_window.h"
+#include "platform/ui/qt_text.h"
+#include "platform/worker_gate.h"
+
+namespace ml::app {
+namespace {
+
+/// The niceness of the setting's three values: normal, low, high.
+int NiceOf(int threadPriority) {
+  constexpr int kNice[] = {0, 10, -5};
+  return threadPriority == 1 || threadPriority == 2 ? kNice[threadPriority] : kNice[0];
+}
+
+void RunAll(const ImageJob& job, const ImageJobTools& tools) {
+  const auto count = job.paths.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    if (tools.stop.stop_requested()) throw platform::Cancelled();
+    tools.host.progress.text(job.progressVerb + " image " + std::to_string(i + 1) + " of " + std::to_string(count));
+    tools.host.progress.percent(static_cast<int>(i * 100 / count));
+    job.act(job.paths[i], tools);
+  }
+}
+
+}  // namespace
+
+void ShowStatus(CommandContext& context, const std::string& text) {
+  constexpr int kMilliseconds = 10'000;
+  context.frame.statusBar()->showMessage(platform::ui::ToQString(text), kMilliseconds);
+}
+
+void RunImageJob(CommandContext& context, const ImageJob& job) {
+  auto& session = context.session;
+  const platform::PauseGuard thumbnails(session.Worker());
+  const platform::PauseGuard pictures(context.view.Display().Gate());
+  platform::EditBatch batch(session.Journal().Edits(), job.title);
+  const auto settle = [&] {
+    batch.Commit();
+    if (batch.Undoable()) return;
+    ShowStatus(context, job.title + ": this cannot be undone" + (batch.Failure() ? ": " + *batch.Failure() : ""));
+  };
+  try {
+    platform::ui::RunJob(
+        &context.frame,
+        {.title = platform::ui::ToQString(job.title), .nice = NiceOf(session.settings.raw.threadPriority)},
+        session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+          RunAll(job, {host, stop, batch});
+        });
+  } catch (const platform::Cancelled&) {
+    // What was done stays done.
+  } catch (...) {
+    settle();
+    throw;
+  }
+  settle();
+}
+
+}  // namespace ml::app

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+#include "app/command_runner.h"
+#include "platform/edit_batch.h"
+#include "platform/job_host.h"
+
+namespace ml::app {
+
+/// What the job of a command works with.
+struct ImageJobTools {
+  const platform::JobHost& host;
+  const std::stop_token& stop;
+  platform::EditBatch& batch;  ///< one for the whole command
+};
+
+/// A command that changes several image files, one after the other.
+struct ImageJob {
+  std::string title;         ///< of the progress window, and what Undo calls it
+  std::string progressVerb;  ///< "Rotating" gives "Rotating image 3 of 20"
+  std::vector<std::string> paths;
+  /// Called on the job's thread. What it throws ends the job.
+  std::function<void(const std::string& path, const ImageJobTools& tools)> act;
+};
+
+/// Runs the job over all its paths with the worker standing still. Whatever comes of it, the edits made until then can
+/// be undone, or the status line tells that they cannot. Throws what `act` threw; cancelling ends it quietly.
+void RunImageJob(CommandContext& context, const ImageJob& job);
+
+/// Text of the status line for some seconds.
+void ShowStatus(CommandContext& context, const std::string& text);
+
+}  // namespace ml::app

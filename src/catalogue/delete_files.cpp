@@ -1,0 +1,85 @@
+#include "catalogue/delete_files.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "catalogue/messages.h"
+#include "catalogue/rename_steps.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+
+namespace ml::catalogue {
+namespace {
+
+using platform::UserError;
+
+void PutIntoTrash(const std::string& path, const DeleteTools& tools) {
+  if (tools.batch != nullptr) tools.batch->WillTrash(path);
+  tools.trash.Put(platform::AbsolutePath(path));
+}
+
+void Remove(const std::string& path, const DeleteTools& tools) {
+  if (tools.batch != nullptr) tools.batch->WillLose(path, kDeletedForGood);
+  if (tools.fileSystem.Unlink(path) != 0) {
+    throw UserError(errorDeletingImage(path) + "\n" + platform::ErrorText(errno));
+  }
+}
+
+/// Where "Deleted" is missing it is made.
+std::string DeletedFolder(const std::string& path, const DeleteTools& tools) {
+  const auto folder = platform::JoinPath(platform::DirectoryOf(path), "Deleted");
+  struct stat status {};
+  if (tools.fileSystem.Stat(folder, platform::Links::Follow, status) == 0) {
+    if (!S_ISDIR(status.st_mode)) throw UserError(existsButIsNoDirectory(folder));
+    return folder;
+  }
+  constexpr mode_t kAsTheUserWants = 0777;  // less the umask
+  if (tools.fileSystem.Mkdir(folder, kAsTheUserWants) != 0) throw UserError(errorCreatingDirectory(folder));
+  return folder;
+}
+
+void MoveTo(const std::string& folder, const std::string& path, const DeleteTools& tools) {
+  const auto to = platform::JoinPath(folder, platform::FileName(path));
+  if (!IsNameFree(to, tools.fileSystem)) PutIntoTrash(to, tools);
+  if (tools.batch != nullptr) tools.batch->WillRename(path, to);
+  if (tools.fileSystem.RenameNoReplace(path, to) != 0) {
+    throw UserError(errorMovingFile(path, platform::ErrorText(errno)));
+  }
+}
+
+}  // namespace
+
+void DeleteImage(const std::string& path, DeleteTo to, const DeleteTools& tools) {
+  const auto companions = tools.companions.Find(path);
+  if (companions.file.empty()) throw UserError(errorDeletingImage(path));
+  const auto folder = to == DeleteTo::DeletedFolder ? DeletedFolder(path, tools) : "";
+  for (const auto& file : companions.PathsToDelete()) {
+    switch (to) {
+      case DeleteTo::Trash:
+        PutIntoTrash(file, tools);
+        break;
+      case DeleteTo::DeletedFolder:
+        MoveTo(folder, file, tools);
+        break;
+      case DeleteTo::Nowhere:
+        Remove(file, tools);
+        break;
+    }
+  }
+}
+
+void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch) {
+  if (to == DeleteTo::Trash) {
+    if (batch != nullptr) batch->WillTrash(directory);
+    return trash.Put(directory);
+  }
+  if (batch != nullptr) batch->WillLose(directory, kDeletedForGood);
+  std::error_code error;
+  std::filesystem::remove_all(directory, error);
+  if (error) throw UserError(errorDeletingImage(directory) + "\n" + error.message());
+}
+
+}  // namespace ml::catalogue

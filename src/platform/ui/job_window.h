@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <stop_token>
+
+#include "platform/job_host.h"
+
+class QWidget;
+
+namespace ml::platform::ui {
+
+/// What a job may ask and tell, and when it has to end: it then throws Cancelled or returns early.
+using Job = std::function<void(const JobHost& host, const std::stop_token& stop)>;
+
+struct JobLook {
+  QString title;
+  int nice = 0;  ///< of the job's thread, see SetThreadNice
+};
+
+/// Runs `job` on a thread of its own and returns when it has ended. What lasts longer than half a second gets a window
+/// over `parent` with its progress and a button to cancel; keys and clicks for the other windows wait until then and do
+/// nothing afterwards. Throws what the job threw. To be called on the window's thread; `ask` is called on the job's.
+void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& job);
+
+}  // namespace ml::platform::ui
