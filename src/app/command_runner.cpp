@@ -19,7 +19,7 @@ using HandlerTable = std::array<Handler, kCommandCount>;
 HandlerTable CollectHandlers() {
   HandlerTable handlers{};
   for (const auto group : {CatalogueHandlers(), OrderHandlers(), PreferencesHandlers(), TagHandlers(), ViewHandlers(),
-                           DisplayHandlers(), HelpHandlers()}) {
+                           DisplayHandlers(), HelpHandlers(), IptcHandlers()}) {
     for (const auto& row : group) {
       auto& place = handlers.at(static_cast<std::size_t>(row.id));
       if (place) throw std::logic_error("two handlers: " + std::string(FindCommand(row.id).text));

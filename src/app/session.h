@@ -51,6 +51,7 @@ class Session final : private catalogue::CatalogueObserver {
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
   int preferencesPage = 0;      ///< where the Preferences open; not remembered between runs
+  int iptcPage = 0;             ///< where the sheet of IPTC data opens; not remembered between runs
   bool histogramShown = false;  ///< in a window of its own; not remembered between runs
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
