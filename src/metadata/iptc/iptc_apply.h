@@ -35,7 +35,7 @@ IptcApplied ApplyIptc(const std::string& path, const IptcSheetValues& values, co
 struct IptcBatch {
   std::vector<std::string> paths;
   IptcSheetValues values;
-  IptcMergeRules rules;       ///< without a timestamp
+  IptcMergeRules rules{};     ///< without a timestamp
   bool exifTimestamp = true;  ///< "IptcExifTimestamp": date and time created are those of each shot
 };
 struct IptcBatchReport {

@@ -92,13 +92,10 @@ QWidget* CIptcPropertySheet::MakeSteps() {
   auto* line = MakeLine(whole);
   previous_ = new QPushButton(QLatin1String(kIptcPrevious), whole);
   next_ = new QPushButton(QLatin1String(kIptcNext), whole);
-  previous_->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
-  next_->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Right));
   connect(previous_, &QPushButton::clicked, this, [this] { Step(-1); });
   connect(next_, &QPushButton::clicked, this, [this] { Step(1); });
   for (auto* button : {previous_, next_}) {
     button->setAutoDefault(false);
-    button->setToolTip(button->shortcut().toString(QKeySequence::NativeText));
     line->addWidget(button);
   }
   place_ = MakeStatus(whole);
@@ -182,15 +179,15 @@ QWidget* CIptcPropertySheet::MakeButtons() {
 }
 
 void CIptcPropertySheet::MakeKeys() {
-  const auto add = [this](int key, int by) {
-    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(key)), this);
-    connect(shortcut, &QShortcut::activated, this, [this, by] {
-      const int count = tabs_->count();
-      ShowPage((tabs_->currentIndex() + count + by) % count);
-    });
+  const auto add = [this](const QKeySequence& key, const std::function<void()>& act) {
+    connect(new QShortcut(key, this), &QShortcut::activated, this, act);
+    return key.toString(QKeySequence::NativeText);
   };
-  add(Qt::Key_PageUp, -1);
-  add(Qt::Key_PageDown, 1);
+  const auto turn = [this](int by) { ShowPage((Page() + tabs_->count() + by) % tabs_->count()); };
+  add(Qt::CTRL | Qt::Key_PageUp, [turn] { turn(-1); });
+  add(Qt::CTRL | Qt::Key_PageDown, [turn] { turn(1); });
+  previous_->setToolTip(add(Qt::ALT | Qt::Key_Left, [this] { Step(-1); }));
+  next_->setToolTip(add(Qt::ALT | Qt::Key_Right, [this] { Step(1); }));
 }
 
 int CIptcPropertySheet::Page() const { return tabs_->currentIndex(); }
