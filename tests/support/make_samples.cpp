@@ -4,7 +4,6 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "platform/dates.h"
 #include "support/demo_files.h"
@@ -30,26 +29,6 @@ std::string DateOf(int number) {
   return platform::ExifDateText(*platform::ToTime(*morning) + number * 7L * 60L);
 }
 
-/// What an agency would want to know.
-std::string WithTexts(const std::string& jpeg, int number) {
-  const std::vector<IptcEntry> texts = {
-      {120, "Hills under a morning sky.\nPainted by rule, number " + std::to_string(number)},
-      {105, "Morning in the hills"},
-      {25, "hills"},
-      {25, "sky"},
-      {25, number % 2 == 0 ? "even" : "odd"},
-      {15, "WEA"},
-      {20, "Landscape"},
-      {10, "8"},
-      {80, "A. Sample"},
-      {85, "Staff photographer"},
-      {116, "\xa9 2003 Tarnwick"},
-      {5, "Hills " + std::to_string(number)},
-      {55, "20031004"},
-      {90, "Tarnwick"}};
-  return InsertSegments(jpeg, ResourceSegment(ImageResources({{1028, IptcBlock(texts)}})));
-}
-
 /// Every fifth is a portrait that its tag alone turns, every sixth has no embedded thumbnail.
 SamplePhoto PhotoOfTheDay(int number, int width, int height) {
   SamplePhoto photo;
@@ -72,7 +51,9 @@ void MakeDirectory(const std::filesystem::path& directory, int count, int width,
   for (int number = 1; number <= count; ++number) {
     std::string name = std::to_string(number);
     name = "IMG_" + std::string(4 - std::min<std::size_t>(4, name.size()), '0') + name;
-    const auto photo = WithTexts(MakePhoto(PhotoOfTheDay(number, width, height)), number);
+    const auto photo =
+        InsertSegments(MakePhoto(PhotoOfTheDay(number, width, height)),
+                       ResourceSegment(ImageResources({{1028, DemoTexts("Hills " + std::to_string(number)), ""}})));
     Write(std::filesystem::path(unfinished) / (name + ".JPG"), photo);
     if (number % 9 == 0) Write(std::filesystem::path(unfinished) / (name + ".wav"), "RIFF");
   }

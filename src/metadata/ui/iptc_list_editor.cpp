@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "metadata/iptc/iptc_sheet_values.h"
+#include "platform/ui/field_frame.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::metadata::ui {
@@ -47,6 +48,7 @@ IptcListEditor::IptcListEditor(QWidget* parent)
   line_->setCompleter(completer);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   list_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+  platform::ui::MarkAsField(*list_);
   list_->setAccessibleName(QStringLiteral("Entries"));
   list_->setToolTip(QStringLiteral("F2 changes an entry, Delete removes it"));
   auto* layout = new QGridLayout(this);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+#include "platform/ui/field_frame.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::metadata::ui {
@@ -59,6 +60,7 @@ IptcTextEditor::IptcTextEditor(const IptcField& field, QWidget* parent) : IptcFi
 QWidget* IptcTextEditor::MakeText() {
   text_ = new QPlainTextEdit(this);
   text_->setTabChangesFocus(true);
+  platform::ui::MarkAsField(*text_);
   const int margins = 2 * (text_->frameWidth() + static_cast<int>(text_->document()->documentMargin()));
   text_->setMinimumHeight(text_->fontMetrics().lineSpacing() * kTextLines + margins);
   connect(text_, &QPlainTextEdit::textChanged, this, &IptcFieldEditor::edited);
