@@ -59,6 +59,9 @@ IptcListEditor::IptcListEditor(QWidget* parent)
   layout->addWidget(list_, 1, 0);
   layout->addWidget(remove_, 1, 1, Qt::AlignTop);
   setFocusProxy(line_);
+  setTabOrder(line_, add);
+  setTabOrder(add, list_);
+  setTabOrder(list_, remove_);
   remove_->setEnabled(false);
   connect(add, &QPushButton::clicked, this, &IptcListEditor::AddFromLine);
   connect(remove_, &QPushButton::clicked, this, &IptcListEditor::RemoveSelected);
@@ -140,7 +143,11 @@ bool IptcListEditor::OnKey(QObject* watched, QEvent* event) {
   return key.key() == Qt::Key_Delete || key.matches(QKeySequence::Paste);
 }
 
+/// Whoever comes by keyboard finds an entry chosen, for F2 and Delete to act on.
 bool IptcListEditor::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == list_ && event->type() == QEvent::FocusIn && list_->selectedItems().isEmpty() && list_->count() > 0) {
+    list_->setCurrentRow(std::max(list_->currentRow(), 0), QItemSelectionModel::ClearAndSelect);
+  }
   return OnKey(watched, event) || IptcFieldEditor::eventFilter(watched, event);
 }
 

@@ -59,6 +59,11 @@ IptcPageView::IptcPageView(IptcPage page, const std::function<IptcKnownTimes()>&
   setWidget(content_);
 }
 
+/// A field that has the keyboard loses it on its way out, and would tell of that.
+IptcPageView::~IptcPageView() {
+  for (const auto& [dataset, row] : rows_) row.editor->disconnect(this);
+}
+
 void IptcPageView::AddField(const IptcField& field, const IptcField* time, QGridLayout& grid,
                             const std::function<IptcKnownTimes()>& times) {
   const int line = grid.rowCount();

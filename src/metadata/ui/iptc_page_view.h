@@ -21,6 +21,7 @@ class IptcPageView final : public QScrollArea {
 
  public:
   IptcPageView(IptcPage page, const std::function<IptcKnownTimes()>& times, QWidget* parent);
+  ~IptcPageView() override;
 
   /// `existing` is the list of the image, which may lock fields and holds the values that are let be.
   void Show(const IptcSheetValues& values, const std::vector<IptcItem>& existing);

@@ -87,6 +87,12 @@ CIptcPropertySheet::CIptcPropertySheet(IptcSheetImages images, const IptcBatchRu
   pages_.front()->FocusFirst();
 }
 
+/// The pages outlive this part of the sheet.
+CIptcPropertySheet::~CIptcPropertySheet() {
+  tabs_->disconnect(this);
+  for (auto* page : pages_) page->disconnect(this);
+}
+
 QWidget* CIptcPropertySheet::MakeSteps() {
   auto* whole = new QWidget(this);
   auto* line = MakeLine(whole);
@@ -175,6 +181,7 @@ QWidget* CIptcPropertySheet::MakeButtons() {
   line->addWidget(save);
   line->addWidget(report_, 1);
   for (auto* button : {selected_, all_, apply_, close}) line->addWidget(button);
+  setTabOrder(apply_, close);
   return whole;
 }
 

@@ -58,6 +58,7 @@ class CIptcPropertySheet final : public QDialog {
 
  public:
   CIptcPropertySheet(IptcSheetImages images, const IptcBatchRules& rules, IptcSheetHost host, QWidget* parent);
+  ~CIptcPropertySheet() override;
 
   const IptcBatchRules& Rules() const { return rules_; }
   int Page() const;
