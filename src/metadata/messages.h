@@ -18,6 +18,5 @@ inline constexpr char kIptcDate[] = "Invalid date entered.\nThe date must be in 
 inline constexpr char kIptcReleaseDate[] =
     "Invalid release date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
 inline constexpr char kIptcTextTooLong[] = "A text must be shorter than 10,240 bytes";
-inline constexpr char kIptcNotWritten[] = "Error writing IPTC data";
 
 }  // namespace ml::metadata::messages

@@ -329,18 +329,18 @@ TEST(IptcBatchProgress, RunsAndIsCancelled) {
   const ExifOptions options;
   const platform::LocaleText locale;
   int written = 0;
-  const IptcWriter write = [&](const ExifData&, const Items&) { return ++written > 0; };
+  const IptcWriter write = [&](const ExifData&, const Items&) { ++written; };
   const IptcBatch batch{.paths = {"x.jpg", "y.jpg", "z.jpg"}, .values = {{5, {"@file@"}}}};
   EXPECT_EQ(RunIptcBatch(batch, {options, locale, write}, nullptr).written, 3);
   const IptcWriter cancels = [&](const ExifData&, const Items&) {
     QMetaObject::invokeMethod(
         qApp, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); }, Qt::BlockingQueuedConnection);
-    return ++written > 0;
+    ++written;
   };
   written = 0;
   EXPECT_THROW(RunIptcBatch(batch, {options, locale, cancels}, nullptr), platform::Cancelled);
   EXPECT_EQ(written, 1);
-  const IptcWriter fails = [](const ExifData&, const Items&) { return false; };
+  const IptcWriter fails = [](const ExifData&, const Items&) { throw platform::UserError("x"); };
   EXPECT_THROW(RunIptcBatch(batch, {options, locale, fails}, nullptr), platform::UserError);
 }
 

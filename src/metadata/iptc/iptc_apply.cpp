@@ -7,7 +7,6 @@
 #include "metadata/iptc/iptc_datasets.h"
 #include "metadata/iptc/iptc_date_choices.h"
 #include "metadata/iptc/iptc_limits.h"
-#include "metadata/messages.h"
 #include "platform/errors.h"
 #include "platform/text.h"
 
@@ -37,7 +36,7 @@ IptcSheetValues Expanded(IptcSheetValues values, ExifData& image, const IptcAppl
 
 IptcApplied Write(const ExifData& image, const Items& items, const IptcApplyHost& host) {
   if (IsSameIptc(Edited(image.iptc), Edited(items))) return IptcApplied::Unchanged;
-  if (!host.write(image, items)) throw platform::UserError(messages::kIptcNotWritten);
+  host.write(image, items);
   return IptcApplied::Written;
 }
 

@@ -14,9 +14,9 @@
 /// Edited values on their way into images.
 namespace ml::metadata {
 
-/// Puts the list into the file of an image, in place of the one that `image` was read with. False if that failed;
-/// throws UserError where there is more to say.
-using IptcWriter = std::function<bool(const ExifData& image, const std::vector<IptcItem>& items)>;
+/// Puts the list into the file of an image, in place of the one that `image` was read with; what `image` holds around
+/// it goes back as it is. Throws UserError.
+using IptcWriter = std::function<void(const ExifData& image, const std::vector<IptcItem>& items)>;
 
 /// What both ways need; must outlive the call.
 struct IptcApplyHost {

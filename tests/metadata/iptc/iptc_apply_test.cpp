@@ -26,11 +26,10 @@ class Apply : public testing::Test {
     ::setenv("TZ", "Europe/Berlin", 1);
     ::tzset();
     writer = [this](const ExifData& image, const Items& items) {
-      if (image.path == refused) return false;
+      if (image.path == refused) throw platform::UserError("Refused: " + image.path);
       if (image.path == broken) throw platform::UserError("The disk is full");
       written.emplace_back(platform::FileName(image.path), items);
       if (stopAfterFirst) stop.request_stop();
-      return true;
     };
   }
 
@@ -106,7 +105,7 @@ TEST_F(Apply, EndsAtTheFirstFailureAndNamesTheFile) {
     return {};
   };
   refused = batch.paths[1];
-  EXPECT_EQ(failure(), "Error writing IPTC data\n" + batch.paths[1]);
+  EXPECT_EQ(failure(), "Refused: " + batch.paths[1]);
   EXPECT_EQ(written.size(), 1U);
   refused.clear();
   broken = batch.paths[2];
