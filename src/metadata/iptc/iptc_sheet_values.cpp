@@ -60,6 +60,19 @@ std::vector<IptcItem> ItemsOf(const IptcSheetValues& values, const std::vector<I
   return items;
 }
 
+IptcSheetValues StillEntered(const IptcSheetValues& entered, const IptcSheetValues& before,
+                             const IptcSheetValues& now) {
+  auto values = now;
+  for (const auto& row : KnownIptcDatasets()) {
+    const auto& mine = ValuesOf(entered, row.dataset);
+    const bool hasToken = std::ranges::any_of(mine, [](const auto& text) { return text.find('@') != text.npos; });
+    if (mine == ValuesOf(before, row.dataset) || hasToken) continue;
+    values.erase(row.dataset);
+    if (!mine.empty()) values[row.dataset] = mine;
+  }
+  return values;
+}
+
 std::vector<std::string> SplitIptcList(std::string_view text) {
   std::vector<std::string> words;
   while (!text.empty()) {

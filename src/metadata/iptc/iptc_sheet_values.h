@@ -25,6 +25,10 @@ bool IsIptcLocked(const std::vector<IptcItem>& items, int dataset);
 /// does a locked one. In a list that changed the long values come first.
 std::vector<IptcItem> ItemsOf(const IptcSheetValues& values, const std::vector<IptcItem>& existing);
 
+/// What a sheet shows after its values were merged into many images, when the one on show, which had `before`, has
+/// `now`: what the user entered stays where the image did not take it. A text with tokens counts as taken.
+IptcSheetValues StillEntered(const IptcSheetValues& entered, const IptcSheetValues& before, const IptcSheetValues& now);
+
 /// The words of a text that separates them by commas, semicolons or line ends, without blanks around them.
 std::vector<std::string> SplitIptcList(std::string_view text);
 

@@ -6,10 +6,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QTabWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "metadata/iptc/iptc_datasets.h"
 #include "metadata/iptc/iptc_file.h"
@@ -26,7 +24,6 @@ namespace ml::metadata::ui {
 namespace {
 
 using platform::ui::PlainToolTip;
-using platform::ui::ToLabel;
 using platform::ui::ToQString;
 
 constexpr QSize kFirstSize{720, 600}, kSmallestSize{600, 420};
@@ -47,24 +44,6 @@ QLabel* MakeStatus(QWidget* parent) {
   label->setTextFormat(Qt::PlainText);
   label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   return label;
-}
-
-/// After many images were written: what the user entered stays where the image on show did not take it.
-IptcSheetValues StillEntered(const IptcSheetValues& entered, const IptcSheetValues& before,
-                             const IptcSheetValues& now) {
-  auto values = now;
-  for (const auto& row : KnownIptcDatasets()) {
-    const auto of = [&](const IptcSheetValues& all) {
-      const auto found = all.find(row.dataset);
-      return found == all.end() ? std::vector<std::string>() : found->second;
-    };
-    const auto mine = of(entered);
-    const bool hasToken = std::ranges::any_of(mine, [](const auto& text) { return text.find('@') != text.npos; });
-    if (mine == of(before) || hasToken) continue;
-    values.erase(row.dataset);
-    if (!mine.empty()) values[row.dataset] = mine;
-  }
-  return values;
 }
 
 }  // namespace

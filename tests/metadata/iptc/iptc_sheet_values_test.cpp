@@ -79,6 +79,14 @@ TEST(IptcSheetValues, ComeFromAListAndGoBack) {
   EXPECT_FALSE(IsIptcLocked({{3, 120, kLong}}, 120));
 }
 
+TEST(IptcSheetValues, WhatTheImageDidNotTakeStaysEntered) {
+  const IptcSheetValues before = {{5, {"n"}}, {7, {"s"}}, {105, {"h"}}};
+  const IptcSheetValues entered = {{5, {"m"}}, {7, {"s"}}, {120, {"@file@"}}};
+  const IptcSheetValues now = {{5, {"n"}}, {7, {"t"}}, {105, {"h"}}, {120, {"a.jpg"}}, {55, {"20030517"}}};
+  const IptcSheetValues shown = {{5, {"m"}}, {7, {"t"}}, {120, {"a.jpg"}}, {55, {"20030517"}}};
+  EXPECT_EQ(StillEntered(entered, before, now), shown);
+}
+
 TEST(IptcSheetValues, AListIsSplit) {
   const std::pair<const char*, std::vector<std::string>> cases[] = {
       {"", {}},
