@@ -19,6 +19,7 @@ inline constexpr char kIptcCategoryLetters[] = "Category must consist of alphabe
 inline constexpr char kIptcDate[] = "Invalid date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
 inline constexpr char kIptcReleaseDate[] =
     "Invalid release date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
+inline constexpr char kIptcTextTooLong[] = "A text must be shorter than 10,240 bytes";
 
 inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
 inline std::string NotAsWritten(const std::string& path) {
