@@ -26,8 +26,8 @@ constexpr std::size_t kSettingsCount = 46, kShotCount = 33, kFocalCount = 4;  //
 constexpr Word kNoMeaning = 0xffff;
 constexpr double kStop = 32.0;
 
-CanonArray MakeArray(std::size_t count) {
-  CanonArray words(count);
+CanonArray MakeArray(std::size_t count, Word otherwise = 0) {
+  CanonArray words(count, otherwise);
   words[0] = static_cast<Word>(2 * count);
   return words;
 }
@@ -58,7 +58,8 @@ constexpr WordRow kRows[] = {
     {17, &ExifData::meteringMode, kMeteringWords},   {20, &ExifData::exposureMode, kExposureWords},
 };
 
-constexpr std::string_view kSingleAf = "Single AF";
+constexpr Word kOtherZoom = 3, kRangeNotKnown = 2, kNotByScene = 1, kNoOpticalZoom = 8;
+constexpr std::string_view kSingleAf = "Single AF", kContinuousAf = "Continuous AF";
 
 /// What only an array of settings tells, but for the levels, which the standard's tags tell too.
 bool KnowsSettings(const ExifData& data) {
@@ -68,7 +69,7 @@ bool KnowsSettings(const ExifData& data) {
 
 void SetFlash(CanonArray& words, const std::string& text) {
   constexpr std::size_t kMode = 4, kDetail = 29;
-  constexpr Word kUnits[] = {kBuiltInFlash, 0x4000, 0};
+  constexpr Word kUnits[] = {0, kBuiltInFlash, 0x4000};
   constexpr Word kControls[] = {0, 1, 2, 4, 8}, kMarks[] = {0, 0x10, 0x80, 0x90};
   for (const auto unit : kUnits) {
     for (const auto control : kControls) {
@@ -89,6 +90,7 @@ void SetFlash(CanonArray& words, const std::string& text) {
 void SetExposureMode(CanonArray& words, const std::string& text) {
   constexpr std::size_t kScene = 11, kMode = 20;
   const auto scene = CodeOf(kSceneWords, text, kNoMeaning);
+  words[kScene] = kNotByScene;
   if (words[kMode] != kNoMeaning || scene == kNoMeaning) return;
   words[kScene] = scene;
   words[kMode] = kExposureByScene;
@@ -97,8 +99,8 @@ void SetExposureMode(CanonArray& words, const std::string& text) {
 void SetDigitalZoom(CanonArray& words, const ExifData& data) {
   constexpr std::size_t kSource = 36, kTarget = 37;
   constexpr Word kTenths = 10;
-  const auto zoom = platform::LeadingNumber(data.digitalZoom);
-  if (zoom <= 0) return;
+  const auto told = platform::LeadingNumber(data.digitalZoom);
+  const double zoom = told > 0 ? told : 1;
   const bool fits = data.imageWidth > 0 && data.imageWidth * zoom <= std::numeric_limits<Word>::max();
   words[kSource] = fits ? static_cast<Word>(data.imageWidth) : kTenths;
   words[kTarget] = Limited(words[kSource] * zoom);
@@ -110,6 +112,17 @@ void SetTone(CanonArray& words, const ExifData& data) {
   const bool d60 = data.model.find("D60") != std::string::npos;
   words[kTone] =
       d60 ? CodeOf(kD60ToneWords, data.tone, data.tone.empty() ? 0 : kRed) : CodeOf(kToneWords, data.tone, 0);
+}
+
+/// Aperture and time in stops, as a target and as what it became.
+void SetExposure(CanonArray& words, const ExifData& data) {
+  const auto fNumber = platform::LeadingNumber(data.aperture);
+  const auto part = data.shutterSpeed.starts_with("1/") ? platform::LeadingNumber(data.shutterSpeed.substr(2)) : 0;
+  const auto seconds = part > 0 ? 1 / part : platform::LeadingNumber(data.shutterSpeed);
+  for (const std::size_t index : {4U, 21U}) {
+    if (fNumber > 0) words[index] = Signed(2 * std::log2(fNumber) * kStop);
+    if (seconds > 0) words[index + 1] = Signed(-std::log2(seconds) * kStop);
+  }
 }
 
 /// On the EOS-1D an odd word is taken for one with its bytes swapped.
@@ -164,7 +177,7 @@ CanonArray FunctionWords(const std::string& text, std::size_t count, std::size_t
   if (firstFunction == 0) words[1] |= 1;  // the sense of the first one of the EOS-1D is the other way round
   const auto defaults = words;
   for (std::size_t i = 1; i < count; ++i) {
-    for (Word value = 0; value <= kHighest; ++value) {
+    for (Word value = 0; value <= kHighest && words[i] == defaults[i]; ++value) {
       auto candidate = defaults;
       candidate[i] = static_cast<Word>((candidate[i] & 0xff00) | value);
       if (read(candidate) != read(defaults) && hasAll(candidate)) words[i] = candidate[i];
@@ -177,14 +190,19 @@ CanonArray FunctionWords(const std::string& text, std::size_t count, std::size_t
 
 CanonArray CameraSettingsOf(const ExifData& data) {
   constexpr std::size_t kSelfTimer = 2, kAf = 7, kAfContinuous = 32, kLens = 23, kUnit = 25, kStabiliser = 34,
-                        kEffect = 40;
+                        kEffect = 40, kRecordMode = 9, kZoom = 12, kFocusRange = 18;
+  constexpr std::size_t kZeros[] = {19, 35, 41};  // focus point, aperture on show, flash by hand: not told here
   if (!KnowsSettings(data)) return {};
-  auto words = MakeArray(kSettingsCount);
+  auto words = MakeArray(kSettingsCount, kNoMeaning);
   for (const auto& row : kRows) words[row.index] = CodeOf(row.words, data.*row.field, row.otherwise);
-  if (data.afMode == kSingleAf) {
+  if (data.afMode == kSingleAf || data.afMode == kContinuousAf) {
     words[kAf] = kAfSingleOrContinuous;
-    words[kAfContinuous] = 0;
+    words[kAfContinuous] = data.afMode == kContinuousAf ? 1 : 0;
   }
+  words[kRecordMode] = 1;  // a JPEG
+  words[kZoom] = data.digitalZoom.empty() ? 0 : kOtherZoom;
+  words[kFocusRange] = kRangeNotKnown;
+  for (const auto index : kZeros) words[index] = 0;
   words[kSelfTimer] = Limited(data.selfTimer * 10);
   SetFlash(words, data.flash);
   SetExposureMode(words, data.exposureMode);
@@ -205,19 +223,23 @@ CanonArray FocalLengthOf(const ExifData& data) {
   CanonArray words(kFocalCount);
   // Long ones of a PowerShot count in the unit that its reader takes them for.
   const bool fine = IsPowerShot(data.model) && data.focalLength >= 150;
-  words[0] = 2;  // a zoom lens
+  const bool fixed = data.lensMaxFocal > 0 && data.lensMinFocal == data.lensMaxFocal;
+  words[0] = fixed ? 1 : 2;
   words[1] = Limited(fine ? data.focalLength * kStop : data.focalLength);
   return words;
 }
 
 CanonArray ShotInformationOf(const ExifData& data) {
   constexpr std::size_t kExposure = 6, kWhite = 7, kFrame = 9, kFocus = 14, kFlash = 15, kAebShot = 16, kAeb = 17,
-                        kDistance = 19;
+                        kDistance = 19, kOpticalZoom = 10;
   if (data.whiteBalance.empty() && data.focusPoint.empty() && data.focusPointCode == 0 && data.aebShot == 0 &&
       data.aebCompensation == 0 && data.flashCompensation == 0) {
     return {};
   }
   auto words = MakeArray(kShotCount);
+  constexpr std::size_t kWithoutMeaning[] = {8, 13, 27, 28};  // slow shutter, guide number, automatic turn, filter
+  for (const auto index : kWithoutMeaning) words[index] = kNoMeaning;
+  SetExposure(words, data);
   words[kExposure] = Signed(data.exposureCompensation * kStop);
   words[kWhite] = WhiteBalance(data.whiteBalance);
   words[kFrame] = Signed(data.continuousFrame);
@@ -225,7 +247,8 @@ CanonArray ShotInformationOf(const ExifData& data) {
   words[kFlash] = FlashCompensation(data);
   words[kAebShot] = Limited(data.aebShot);
   words[kAeb] = Signed(data.aebCompensation * kStop);
-  words[kDistance] = Distance(data);
+  words[kDistance] = words[kDistance + 1] = Distance(data);
+  words[kOpticalZoom] = kNoOpticalZoom;
   return words;
 }
 

@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::size_t kTextField = 32;  ///< of firmware and owner
 constexpr std::size_t kAfCount = 24, kStitchShot = 22;
+constexpr std::uint16_t kAfPoints = 7;  ///< so many that the array has its size
 
 std::optional<std::uint32_t> NumberOf(std::string_view digits, int base) {
   std::uint32_t value = 0;
@@ -71,6 +72,9 @@ IfdBuilder BuildCanonMakerNote(const ExifData& data, ByteOrder order) {
   AddArray(note, IsEos1D(data.model) ? kEos1DCustomFunctions : kCustomFunctions, CustomFunctionsOf(data));
   if (data.stitchShot > 0) {
     CanonArray words(kAfCount);
+    words[0] = words[1] = kAfPoints;
+    words[2] = words[4] = static_cast<std::uint16_t>(data.imageWidth);
+    words[3] = words[5] = static_cast<std::uint16_t>(data.imageHeight);
     words[kStitchShot] = static_cast<std::uint16_t>(data.stitchShot);
     AddArray(note, kAfInformation, words);
   }
