@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "imaging/decoded_picture.h"
+#include "imaging/jpeg/jpeg_coefficients.h"
 #include "metadata/jpeg_size.h"
 #include "platform/errors.h"
 
@@ -34,7 +35,7 @@ std::vector<std::byte> TransformJpeg(std::span<const std::byte> jpeg, JpegTransf
   const auto* bytes = reinterpret_cast<const unsigned char*>(jpeg.data());
   int width = 0, height = 0, subsampling = 0, colours = 0;
   if (tjDecompressHeader3(handle.get(), bytes, jpeg.size(), &width, &height, &subsampling, &colours) != 0) {
-    RefuseWith(handle);
+    return TransformCoefficients(jpeg, transform);  // which refuses if it was not the sampling
   }
   CheckPixelCount(width, height, kMaxPixelsWhole);
 
