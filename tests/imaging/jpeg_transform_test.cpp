@@ -100,6 +100,13 @@ TEST(TransformJpeg, BothWaysMoveTheSameBlocks) {
   }
 }
 
+TEST(TransformJpeg, StrayBytesInFrontOfAMarkerAreLeftOut) {
+  const auto photo = EncodeJpeg(test::PaintLandscape(96, 64, 3));
+  auto stray = photo;
+  stray.insert(stray.size() - 2, "ab");
+  EXPECT_EQ(TransformJpeg(ToBytes(stray), JpegTransform::cw90), TransformJpeg(ToBytes(photo), JpegTransform::cw90));
+}
+
 TEST(TransformJpeg, RefusesWhatItCannotMoveWhole) {
   const auto photo = EncodeJpeg(test::PaintLandscape(96, 64, 3));
   const std::string cases[] = {"", "no JPEG at all", photo.substr(0, photo.size() / 2),

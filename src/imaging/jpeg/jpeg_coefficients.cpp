@@ -66,9 +66,12 @@ void OnError(j_common_ptr info) {
   std::longjmp(state.jump, 1);
 }
 
-/// Damage must not be made lasting.
+/// Damage must not be made lasting; stray bytes between markers and odd orders of scans cost no pixel.
 void OnMessage(j_common_ptr info, int level) {
-  if (level < 0) OnError(info);
+  const int code = info->err->msg_code;
+  const bool harmless = code == JWRN_EXTRANEOUS_DATA || code == JWRN_BOGUS_PROGRESSION || code == JWRN_ADOBE_XFORM ||
+                        code == JWRN_JFIF_MAJOR;
+  if (level < 0 && !harmless) OnError(info);
 }
 
 void OnProgress(j_common_ptr info) {

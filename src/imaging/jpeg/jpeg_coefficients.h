@@ -8,8 +8,9 @@
 
 namespace ml::imaging {
 
-/// TransformJpeg for pictures whose channels are sampled in a way that the library's own transform does not know: the
-/// blocks of coefficients are moved one by one. Throws LibraryError as it does.
+/// TransformJpeg for pictures that the library's own transform refuses: those whose channels are sampled in a way that
+/// it does not know, and those with irregularities that cost no pixel. The blocks of coefficients are moved one by one.
+/// Throws LibraryError as it does.
 std::vector<std::byte> TransformCoefficients(std::span<const std::byte> jpeg, JpegTransform transform);
 
 }  // namespace ml::imaging
