@@ -21,6 +21,8 @@ inline constexpr char kIptcReleaseDate[] =
     "Invalid release date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
 inline constexpr char kIptcTextTooLong[] = "A text must be shorter than 10,240 bytes";
 
+inline constexpr char kProfileTooLong[] = "The color profile is too long for a JPEG, or empty";
+
 inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
 inline std::string NotAsWritten(const std::string& path) {
   return "The new file does not read back as it was written, the old one was kept:\n" + path;
