@@ -24,9 +24,10 @@ struct IptcEditTools {
 /// What one file came to.
 struct IptcResult {
   std::string path;
-  std::vector<metadata::IptcItem> items;  ///< of the application record: as the file has them now, or would have them
-  bool changed = false;                   ///< false if the file had them already, and was not written
-  std::string failure = {};               ///< names the file; empty if all went well
+  std::vector<metadata::IptcItem> items =
+      {};                    ///< of the application record: as the file has them now, or would have them
+  bool changed = false;      ///< false if the file had them already, and was not written
+  std::string failure = {};  ///< names the file; empty if all went well
 };
 
 /// Gives the image these values in place of its own; what nobody can edit stays. Throws UserError naming the file,
