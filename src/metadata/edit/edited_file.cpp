@@ -99,7 +99,7 @@ std::optional<platform::PatchSet> EditedFile::InPlace() const {
 
 bool SameBytes(const ByteSource& first, FileRange firstRange, const ByteSource& second, FileRange secondRange) {
   if (firstRange.size != secondRange.size) return false;
-  constexpr std::uint64_t kChunk = std::uint64_t{1} << 18;
+  constexpr std::uint64_t kChunk = std::uint64_t{1} << 16;
   std::vector<std::byte> a, b;
   for (std::uint64_t at = 0; at < firstRange.size; at += a.size()) {
     const auto count = static_cast<std::size_t>(std::min(kChunk, firstRange.size - at));
