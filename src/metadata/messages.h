@@ -23,6 +23,12 @@ inline constexpr char kIptcTextTooLong[] = "A text must be shorter than 10,240 b
 
 inline constexpr char kProfileTooLong[] = "The color profile is too long for a JPEG, or empty";
 
+/// Of files that an edit leaves alone; who knows the path adds it.
+inline constexpr char kDamagedForEdit[] = "The file is damaged or cut off and was not changed";
+inline constexpr char kImageDataChanged[] = "The picture would not stay as it is, the file was not changed";
+inline constexpr char kIptcTooLong[] = "The IPTC data are longer than the file can hold";
+inline constexpr char kPngTextTooLong[] = "The text is longer than 1 MiB";
+
 inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
 inline std::string NotAsWritten(const std::string& path) {
   return "The new file does not read back as it was written, the old one was kept:\n" + path;

@@ -4,27 +4,28 @@
 #include <iterator>
 
 #include "imagefiles/edits/bmp_edits.h"
+#include "imagefiles/edits/iptc_rows.h"
 #include "imagefiles/edits/jpeg_turn.h"
 
 namespace ml::imagefiles {
 namespace {
 
 constexpr FormatEdits kEdits[] = {
-    {.format = Format::Jpeg, .rotate = RotateJpeg},
-    {.format = Format::Jp2},
-    {.format = Format::Crw},
+    {.format = Format::Jpeg, .rotate = RotateJpeg, .writeIptc = WriteIptcIntoJpeg},
+    {.format = Format::Jp2, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoJp2},
+    {.format = Format::Crw, .writeIptc = WriteIptcIntoThm},
     {.format = Format::Tiff},
     {.format = Format::Eos1DRaw},
     {.format = Format::Nef},
-    {.format = Format::Avi},
-    {.format = Format::Psd},
+    {.format = Format::Avi, .writeIptc = WriteIptcIntoThm},
+    {.format = Format::Psd, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoPsd},
     {.format = Format::Gif},
     {.format = Format::Bmp, .rotate = RotateBmp},
     {.format = Format::Mrw},
     {.format = Format::Orf},
     {.format = Format::Raf},
     {.format = Format::Pef},
-    {.format = Format::Png},
+    {.format = Format::Png, .setComment = SetPngComment, .writeIptc = WriteIptcIntoPng},
 };
 
 }  // namespace
