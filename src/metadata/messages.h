@@ -34,7 +34,6 @@ inline constexpr char kDescriptionTooShort[] = "Comment is too long for the EXIF
 inline constexpr char kNoJpegComment[] = "JPEG does not contain an EXIF UserComment or ImageDescription field";
 inline constexpr char kNoJpeg[] = "Not a JPEG file";
 inline constexpr char kSegmentTooLong[] = "The data do not fit into one segment of a JPEG file";
-inline constexpr char kPicturesWouldChange[] = "The edit would have changed the picture, nothing was written";
 /// Of files that an edit leaves alone; who knows the path adds it.
 inline constexpr char kDamagedForEdit[] = "The file is damaged or cut off and was not changed";
 inline constexpr char kImageDataChanged[] = "The picture would not stay as it is, the file was not changed";
