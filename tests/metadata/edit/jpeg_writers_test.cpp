@@ -240,7 +240,7 @@ TEST(MultiPicture, OffsetsStayTrueWhereverSegmentsGrow) {
 TEST(JpegWriters, EndCleanlyOnWhatIsCutOrDamaged) {
   const auto edits = [](EditedFile& jpeg) {
     const Edit all[] = {
-        [](EditedFile& e) { WriteJpegComment(e, "A new comment", SmallThumbnail); },
+        [](EditedFile& e) { EXPECT_NE(WriteJpegComment(e, "A new comment", SmallThumbnail), ""); },
         [](EditedFile& e) { WriteJpegThumbnail(e, SmallThumbnail); },
         [](EditedFile& e) { WriteJpegDates(e, "2010:11:12 13:14:15"); },
         [](EditedFile& e) { WriteOrientationToExif(e, 90); },
