@@ -1,6 +1,7 @@
 #include "metadata/edit/maker_note_reach.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -12,19 +13,16 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::uint16_t kMaxEntries = 200;
-constexpr std::size_t kHeaderSize = 8;
 
-/// Where a note that begins with this name has its directory, and what the offsets in it count from.
+/// A note that begins with this name has its directory, or a TIFF header that leads to it, so far behind its start.
 struct NoteForm {
   std::string_view name;
-  std::size_t directory = 0;
-  enum class Base { Block, Note, OwnHeader } base = Base::Block;
+  std::size_t start = 0;
+  enum class Base { Note, OwnHeader } base = Base::Note;
 };
 constexpr NoteForm kForms[] = {
-    {"Nikon\0\1"sv, 8}, {"Nikon\0\2"sv, 10, NoteForm::Base::OwnHeader},
-    {"OLYMP\0"sv, 8},   {"FUJIFILM"sv, 12, NoteForm::Base::Note},
-    {"QVC\0"sv, 6},     {"AOC\0"sv, 6},
-    {""sv, 0},
+    {"Nikon\0\2"sv, 10, NoteForm::Base::OwnHeader},
+    {"FUJIFILM"sv, 12, NoteForm::Base::Note},
 };
 
 struct NoteDirectory {
@@ -43,9 +41,8 @@ bool IsDirectory(ByteView bytes) {
 }
 
 NoteDirectory DirectoryOf(ByteView tiff, FileRange note, const NoteForm& form) {
-  const auto place = note.position + form.directory;
-  if (form.base == NoteForm::Base::Block) return {tiff.From(place), 0};
-  // Kept by all cameras of this maker, whatever the order around it.
+  const auto place = note.position + form.start;
+  // Little-endian whatever the order around it.
   if (form.base == NoteForm::Base::Note) return {tiff.WithOrder(ByteOrder::Little).From(place), note.position};
   const auto header = ReadTiffHeader(MemorySource(tiff.Bytes()), place);
   if (!header) throw ExifException::BadHeader;
@@ -55,7 +52,7 @@ NoteDirectory DirectoryOf(ByteView tiff, FileRange note, const NoteForm& form) {
 std::optional<NoteDirectory> FindDirectory(ByteView tiff, FileRange note) try {
   const auto bytes = tiff.Sub(note.position, note.size);
   const auto* form = std::ranges::find_if(kForms, [&](const NoteForm& one) { return bytes.StartsWith(one.name); });
-  if (note.size < form->directory + kHeaderSize) return std::nullopt;
+  if (form == std::end(kForms)) return std::nullopt;
   const auto found = DirectoryOf(tiff, note, *form);
   return IsDirectory(found.bytes) ? std::optional(found) : std::nullopt;
 } catch (ExifException) {
@@ -71,18 +68,11 @@ std::vector<FileRange> FindMakerNoteReach(ByteView tiff, FileRange note) {
   if (!directory) return {};
   const auto entries = directory->bytes.From(2);
   std::vector<FileRange> outside;
-  std::size_t inside = 0;
   for (std::size_t i = 0; i < directory->bytes.readShort(0); ++i) {
     const auto entry = ReadIfdEntry(entries, i);
     const FileRange value{directory->base + entry.value, std::uint64_t{entry.count} * TypeSize(entry.type)};
-    if (value.size <= 4) continue;
-    if (Holds(note, value)) {
-      ++inside;
-    } else if (value.End() <= tiff.Size()) {
-      outside.push_back(value);
-    }
+    if (value.size > 4 && !Holds(note, value) && value.End() <= tiff.Size()) outside.push_back(value);
   }
-  if (inside <= outside.size()) outside.clear();
   return outside;
 }
 

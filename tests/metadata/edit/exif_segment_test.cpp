@@ -145,22 +145,22 @@ TEST(ExifComment, LeavesAloneWhatIsSomethingElse) {
 }
 
 TEST(ExifComment, LeavesAloneWhatACutNoteReachesInto) {
-  const auto note =
-      TiffBuilder().Ascii(1, "The first text").Ascii(2, "The second one").Ascii(3, "A third, longer text");
-  /// The note ends in front of its last text, as its entry tells; the comment stands where it is told.
-  const auto blockOf = [&](std::uint32_t comment) {
-    const auto exif = TiffBuilder().Note(37500, std::string("Nikon\0\1\0", 8), note).Raw(37510, 7, 20, comment);
+  const auto note = std::string("Nikon\0\2\0\0\0", 10) +
+                    TiffBuilder().Ascii(1, "The first text").Ascii(2, "A second, longer text").Build();
+  // The note ends in front of its last text, as its entry tells; the comment stands where it is told.
+  const auto blockOf = [&](std::size_t comment) {
+    const auto exif = TiffBuilder().Undefined(37500, note).Raw(37510, 7, 20, static_cast<std::uint32_t>(comment));
     auto block = test::ExifSegment(TiffBuilder().Directory(34665, exif)).substr(2) + std::string(20, '\0');
-    const auto size = block.find("A third") - block.find("Nikon");
+    const auto size = block.find("A second") - block.find("Nikon");
     const auto count = block.find(std::string("\x7c\x92\x07\0", 4)) + 4;
     return block.replace(count, 4, std::string{static_cast<char>(size), 0, 0, 0});
   };
   const auto draft = blockOf(0);
   const auto writes = [&](std::size_t place) {
-    ExifSegment segment(BytesOf(blockOf(static_cast<std::uint32_t>(place - kExifSegmentHead))));
-    return WriteExifComment(segment, "x").value_or("").empty();
+    ExifSegment segment(BytesOf(blockOf(place - kExifSegmentHead)));
+    return !WriteExifComment(segment, "x").has_value();
   };
-  EXPECT_FALSE(writes(draft.find("A third") + 4));
+  EXPECT_FALSE(writes(draft.find("A second") + 4));
   EXPECT_TRUE(writes(draft.size() - 20));
 }
 
