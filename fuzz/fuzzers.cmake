@@ -14,6 +14,7 @@ set(ML_FUZZERS
   "iptc_file ml_metadata"
   "jp2 ml_metadata"
   "jpeg ml_metadata"
+  "jpeg_edit ml_metadata"
   "picture_size ml_metadata"
   "png ml_metadata"
   "psd ml_metadata"

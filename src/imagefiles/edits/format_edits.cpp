@@ -5,19 +5,25 @@
 
 #include "imagefiles/edits/bmp_edits.h"
 #include "imagefiles/edits/iptc_rows.h"
+#include "imagefiles/edits/jpeg_edits.h"
 #include "imagefiles/edits/jpeg_turn.h"
+#include "imagefiles/edits/thm_edits.h"
 
 namespace ml::imagefiles {
 namespace {
 
 constexpr FormatEdits kEdits[] = {
-    {.format = Format::Jpeg, .rotate = RotateJpeg, .writeIptc = WriteIptcIntoJpeg},
+    {.format = Format::Jpeg,
+     .rotate = RotateJpeg,
+     .setComment = SetJpegComment,
+     .writeIptc = WriteIptcIntoJpeg,
+     .adjustDateTime = AdjustJpegDateTime},
     {.format = Format::Jp2, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoJp2},
     {.format = Format::Crw, .writeIptc = WriteIptcIntoThm},
     {.format = Format::Tiff},
     {.format = Format::Eos1DRaw},
     {.format = Format::Nef},
-    {.format = Format::Avi, .writeIptc = WriteIptcIntoThm},
+    {.format = Format::Avi, .writeIptc = WriteIptcIntoThm, .adjustDateTime = AdjustThmDateTime},
     {.format = Format::Psd, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoPsd},
     {.format = Format::Gif},
     {.format = Format::Bmp, .rotate = RotateBmp},

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "imagefiles/edits/jpeg_thumbnail.h"
 #include "imagefiles/messages.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/read_whole.h"
@@ -103,7 +104,7 @@ void TurnFile(const std::string& path, JpegTransform transform, const EditTools&
   try {
     int width = 0, height = 0;
     const auto turn = [&](EditedFile& jpeg) {
-      TurnWithoutLoss(jpeg, transform, nullptr);
+      TurnWithoutLoss(jpeg, transform, [](metadata::EditedFile& turned) { RegenerateThumbnail(turned); });
       const auto size = metadata::ReadJpegSize(jpeg.Original()).value_or(metadata::JpegSize{});
       width = imaging::SwapsSides(transform) ? size.height : size.width;
       height = imaging::SwapsSides(transform) ? size.width : size.height;
