@@ -29,6 +29,18 @@ inline constexpr std::string_view kIptcDataReadOnly = "Unable to write IPTC data
 inline constexpr std::string_view kIptcReadOnly = "Unable to write IPTC because image is read-only";
 inline constexpr std::string_view kUpdateReadOnly = "Unable to update image because it is read-only";
 
+inline constexpr std::string_view kInvalidTiff = "Invalid TIFF";
+inline constexpr std::string_view kInvalidNef = "Invalid NEF";
+inline constexpr std::string_view kInvalidOrf = "Invalid ORF";
+inline constexpr std::string_view kInvalidRaf = "Invalid RAF";
+inline constexpr std::string_view kInvalidPef = "Invalid PEF";
+inline constexpr std::string_view kInvalidMrw = "Invalid MRW";
+inline constexpr std::string_view kNoTiffComment = "TIFF file does not contain an EXIF UserComment field";
+inline constexpr std::string_view kCaptionNotWritten = "Error writing comment in IPTC caption";
+inline constexpr std::string_view kEos1DTiffRotate = "Canon EOS 1D raw file rotation not supported in this version";
+inline constexpr std::string_view kThumbnailOnlyRotate =
+    "Unable to rotate file because it is probably a raw file with a .tif extension";
+
 inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
 inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
 
@@ -39,6 +51,19 @@ inline std::string UnableToRead(const std::string& path, const std::string& reas
 }
 inline std::string NoImage(const std::string& path) {
   return "Unable to make a thumbnail of:\n" + path + "\nIts name is not that of an image";
+}
+
+inline std::string DamagedForEdit(const std::string& path) {
+  return "The file is damaged or cut off and was not changed:\n" + path;
+}
+inline std::string NoRoomInTiff(const std::string& path) {
+  return "The file is too large to take anything more and was not changed:\n" + path;
+}
+inline std::string UnableToReadTiff(const std::string& reason, const std::string& description) {
+  return "Unable to read TIFF file\nReason: " + reason + "\nDescription: " + description;
+}
+inline std::string UnableToWriteTiff(const std::string& path, const std::string& reason) {
+  return "Unable to write temporary TIFF file\n" + path + "\n" + reason;
 }
 
 }  // namespace ml::imagefiles::messages
