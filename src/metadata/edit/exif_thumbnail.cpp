@@ -1,0 +1,23 @@
+#include "metadata/edit/exif_thumbnail.h"
+
+#include <utility>
+
+namespace ml::metadata {
+namespace {
+
+constexpr int kBestQuality = 90, kWorstQuality = 50, kQualityStep = 5;
+
+}  // namespace
+
+bool ReplaceThumbnail(ExifSegment& segment, const ThumbnailMaker& make) {
+  auto edited = segment;
+  if (!edited.HasThumbnail() && !edited.AddThumbnailDirectory()) return false;
+  for (int quality = kBestQuality; quality >= kWorstQuality; quality -= kQualityStep) {
+    if (!edited.SetThumbnail(make(quality))) continue;
+    segment = std::move(edited);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace ml::metadata
