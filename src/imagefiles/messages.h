@@ -56,6 +56,13 @@ inline std::string NoImage(const std::string& path) {
 inline std::string DamagedForEdit(const std::string& path) {
   return "The file is damaged or cut off and was not changed:\n" + path;
 }
+inline std::string NoRotationRecord(const std::string& path) {
+  return "The file has no record of a rotation that could be changed:\n" + path;
+}
+inline std::string NoCrwComment(const std::string& path) {
+  return "The file has no record for such a comment and no .thm file beside it:\n" + path;
+}
+inline std::string NoThm(const std::string& path) { return "There is no .thm file beside this one:\n" + path; }
 inline std::string NoRoomInTiff(const std::string& path) {
   return "The file is too large to take anything more and was not changed:\n" + path;
 }

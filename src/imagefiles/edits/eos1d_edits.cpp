@@ -3,6 +3,7 @@
 #include "imagefiles/edits/companion_edits.h"
 #include "imagefiles/edits/tiff_edits.h"
 #include "metadata/exif_block.h"
+#include "metadata/iptc/iptc_caption.h"
 #include "metadata/tiff_raw.h"
 #include "platform/readable_file.h"
 
@@ -24,6 +25,16 @@ int RecordedDegrees(const ImageFile& file, const EditTools& tools) {
 void RotateEos1D(ImageFile& file, imaging::Turn turn, const EditTools& tools) {
   RotateByTag(file, turn, tools);
   OrientCompanion(ViewingJpegOf(file, tools), RecordedDegrees(file, tools), tools);
+}
+
+void SetEos1DComment(ImageFile& file, const std::string& text, const EditTools& tools) {
+  const auto jpeg = ViewingJpegOf(file, tools);
+  if (tools.options.iptcComments && !jpeg.empty()) {
+    metadata::IptcBlock block{.items = file.Exif().iptc, .surroundings = file.Exif().iptcSurroundings};
+    metadata::SetIptcCaption(block.items, text);
+    WriteCompanionIptc(jpeg, block, tools);
+  }
+  SetTiffComment(file, text, tools);
 }
 
 void WriteIptcToEos1D(ImageFile& file, const metadata::IptcBlock& block, const EditTools& tools) {

@@ -3,14 +3,42 @@
 #include <algorithm>
 #include <iterator>
 
+#include "imagefiles/edits/crw_edits.h"
+#include "imagefiles/edits/eos1d_edits.h"
+#include "imagefiles/edits/tiff_edits.h"
+#include "imagefiles/edits/tiff_rotation.h"
+
 namespace ml::imagefiles {
 namespace {
 
 constexpr FormatEdits kEdits[] = {
-    {.format = Format::Jpeg},     {.format = Format::Jp2}, {.format = Format::Crw}, {.format = Format::Tiff},
-    {.format = Format::Eos1DRaw}, {.format = Format::Nef}, {.format = Format::Avi}, {.format = Format::Psd},
-    {.format = Format::Gif},      {.format = Format::Bmp}, {.format = Format::Mrw}, {.format = Format::Orf},
-    {.format = Format::Raf},      {.format = Format::Pef}, {.format = Format::Png},
+    {.format = Format::Jpeg},
+    {.format = Format::Jp2},
+    {.format = Format::Crw, .rotate = RotateCrw, .setComment = SetCrwComment, .adjustDateTime = AdjustCrwDate},
+    {.format = Format::Tiff,
+     .rotate = RotateTiff,
+     .setComment = SetTiffComment,
+     .writeIptc = WriteIptcToTiff,
+     .adjustDateTime = AdjustTiffDates},
+    {.format = Format::Eos1DRaw,
+     .rotate = RotateEos1D,
+     .setComment = SetEos1DComment,
+     .writeIptc = WriteIptcToEos1D,
+     .adjustDateTime = AdjustEos1DDates},
+    {.format = Format::Nef,
+     .rotate = RotateByTag,
+     .setComment = SetTiffCaption,
+     .writeIptc = WriteIptcToTiff,
+     .adjustDateTime = AdjustTiffDates},
+    {.format = Format::Avi, .setComment = SetAviComment},
+    {.format = Format::Psd},
+    {.format = Format::Gif},
+    {.format = Format::Bmp},
+    {.format = Format::Mrw, .adjustDateTime = AdjustTiffDates},
+    {.format = Format::Orf, .rotate = RotateByTag, .setComment = SetTiffComment, .adjustDateTime = AdjustTiffDates},
+    {.format = Format::Raf, .rotate = RotateByPresentTag, .adjustDateTime = AdjustTiffDates},
+    {.format = Format::Pef, .adjustDateTime = AdjustTiffDates},
+    {.format = Format::Png},
 };
 
 }  // namespace
