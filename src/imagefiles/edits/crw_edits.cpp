@@ -36,9 +36,8 @@ bool EditCrw(const ImageFile& file, const EditTools& tools, const std::function<
   const metadata::FileSource source(crw);
   EditedFile edited(source);
   if (!edit(edited)) return false;
-  metadata::ApplyEdit(crw, edited, tools.edit, [&](const metadata::ByteSource& result) {
-    RequireSamePictures(source, result, file.Path());
-  });
+  metadata::ApplyEdit(crw, edited, tools.edit,
+                      [&](const metadata::ByteSource& result) { RequireSamePictures(source, result, file.Path()); });
   return true;
 }
 

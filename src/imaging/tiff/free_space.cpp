@@ -50,16 +50,20 @@ void FreeSpace::CutEnd() {
   free_.pop_back();
 }
 
-std::uint32_t FreeSpace::Put(std::span<const std::byte> bytes) {
-  for (auto& part : free_) {
-    const auto padding = part.position % 2;
-    if (part.size < padding + bytes.size()) continue;
-    const auto position = part.position + padding;
-    part = {position + bytes.size(), part.size - padding - bytes.size()};
+std::uint32_t FreeSpace::Put(std::span<const std::byte> bytes, Alignment alignment) {
+  const std::uint64_t unit = alignment == Alignment::Even ? 2 : 1;
+  const auto rest = [&](const FileRange& part) {
+    const auto needed = part.position % unit + bytes.size();
+    return part.size >= needed ? part.size - needed : std::numeric_limits<std::uint64_t>::max();
+  };
+  const auto tightest = std::ranges::min_element(free_, {}, rest);
+  if (tightest != free_.end() && rest(*tightest) <= tightest->size) {
+    const auto position = tightest->position + tightest->position % unit;
+    *tightest = {position + bytes.size(), rest(*tightest)};
     file_.Overwrite(position, bytes);
     return static_cast<std::uint32_t>(position);
   }
-  const auto position = file_.Size() + file_.Size() % 2;
+  const auto position = file_.Size() + file_.Size() % unit;
   if (position + bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
     throw platform::LibraryError(messages::kTiffTooLarge, "");
   }

@@ -8,6 +8,8 @@
 
 namespace ml::imaging {
 
+enum class Alignment { Any, Even };
+
 /// Stretches of a file that nothing uses any more, to be filled again before the file grows. Does not own the file.
 class FreeSpace {
  public:
@@ -20,9 +22,8 @@ class FreeSpace {
   /// To be called when all ranges are told: takes away what is free at the end of the file.
   void CutEnd();
 
-  /// Puts bytes where there is room for them, at an even position, which it gives. Throws LibraryError if it would lie
-  /// behind 4 GiB.
-  std::uint32_t Put(std::span<const std::byte> bytes);
+  /// Puts bytes where there is room for them and gives the position. Throws LibraryError if it would lie behind 4 GiB.
+  std::uint32_t Put(std::span<const std::byte> bytes, Alignment alignment = Alignment::Even);
   /// The same for bytes that are not known yet.
   std::uint32_t Reserve(std::size_t size) { return Put(std::vector<std::byte>(size)); }
   /// Puts bytes into room that was reserved for them.

@@ -26,26 +26,26 @@ constexpr std::size_t kMaxBytes = std::size_t{1} << 31;
 constexpr std::uint64_t kMaxRatio = 4096;
 constexpr std::uint32_t kMaxSamples = 64;
 
-#define ML_TIFF_FUNCTIONS(USE)             \
-  USE(TIFFClientOpenExt)                   \
-  USE(TIFFClose)                           \
-  USE(TIFFGetField)                        \
-  USE(TIFFGetFieldDefaulted)               \
-  USE(TIFFIsTiled)                         \
-  USE(TIFFOpenOptionsAlloc)                \
-  USE(TIFFOpenOptionsFree)                 \
-  USE(TIFFOpenOptionsSetErrorHandlerExtR)  \
-  USE(TIFFOpenOptionsSetMaxSingleMemAlloc) \
+#define ML_TIFF_FUNCTIONS(USE)              \
+  USE(TIFFClientOpenExt)                    \
+  USE(TIFFClose)                            \
+  USE(TIFFGetField)                         \
+  USE(TIFFGetFieldDefaulted)                \
+  USE(TIFFIsTiled)                          \
+  USE(TIFFOpenOptionsAlloc)                 \
+  USE(TIFFOpenOptionsFree)                  \
+  USE(TIFFOpenOptionsSetErrorHandlerExtR)   \
+  USE(TIFFOpenOptionsSetMaxSingleMemAlloc)  \
   USE(TIFFOpenOptionsSetWarningHandlerExtR) \
-  USE(TIFFReadEncodedStrip)                \
-  USE(TIFFReadEncodedTile)                 \
-  USE(TIFFScanlineSize64)                  \
-  USE(TIFFSetField)                        \
-  USE(TIFFSetSubDirectory)                 \
-  USE(TIFFTileRowSize64)                   \
+  USE(TIFFReadEncodedStrip)                 \
+  USE(TIFFReadEncodedTile)                  \
+  USE(TIFFScanlineSize64)                   \
+  USE(TIFFSetField)                         \
+  USE(TIFFSetSubDirectory)                  \
+  USE(TIFFTileRowSize64)                    \
   USE(TIFFTileSize64)
 #define ML_DECLARE(name) decltype(&::name) name = nullptr;
-#define ML_FIND(name)                                                 \
+#define ML_FIND(name)                                                \
   name = reinterpret_cast<decltype(&::name)>(dlsym(handle_, #name)); \
   if (name == nullptr) throw LibraryError(messages::kTiffLibrary, #name);
 
@@ -257,10 +257,10 @@ TiffPicture TiffReader::Read(std::uint32_t offset) {
   const bool knownDepth = std::ranges::find(depths, samples.bitsPerSample) != std::end(depths) &&
                           !(state.planes && samples.bitsPerSample < 8);
   if (!knownDepth) throw LibraryError(messages::kTiffInvalid, messages::kTiffBits);
-  const bool knownSize = samples.samplesPerPixel > 0 && samples.samplesPerPixel <= kMaxSamples &&
-                         samples.RowBytes() <= kMaxBytes / samples.height &&
-                         (samples.bitsPerSample < 8 ||
-                          samples.RowBytes() * samples.height / kMaxRatio <= state.stream.source.Size());
+  const bool knownSize =
+      samples.samplesPerPixel > 0 && samples.samplesPerPixel <= kMaxSamples &&
+      samples.RowBytes() <= kMaxBytes / samples.height &&
+      (samples.bitsPerSample < 8 || samples.RowBytes() * samples.height / kMaxRatio <= state.stream.source.Size());
   if (!knownSize) throw LibraryError(messages::kTiffInvalid, messages::kTiffSize);
   picture.photometric = static_cast<std::uint16_t>(state.ChooseColours(state.Field(TIFFTAG_PHOTOMETRIC)));
   samples.data.resize(samples.RowBytes() * samples.height);

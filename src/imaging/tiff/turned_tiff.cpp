@@ -40,6 +40,7 @@ constexpr std::uint16_t kColourDifference[] = {529, 530, 531, 532};
 constexpr std::size_t kMaxPictures = 1000;
 constexpr std::size_t kStripBytes = 64 * 1024;
 constexpr std::size_t kDirectoryLevels = 3;
+constexpr std::uint64_t kInEntry = 4;  ///< bytes of a value that has no place of its own
 
 template <class List>
 bool Holds(const List& list, std::uint16_t wanted) {
@@ -73,9 +74,8 @@ std::vector<Page> ReadPages(const EditedFile& file) {
 }
 
 bool Stays(const IfdEntry& entry, const Page& page) {
-  constexpr std::uint16_t written[] = {tag::kWidth,        tag::kHeight,     tag::kCompression,
-                                       tag::kPhotometric,  tag::kStripSizes, tag::kStripOffsets,
-                                       tag::kRowsPerStrip, tag::kPlanes};
+  constexpr std::uint16_t written[] = {tag::kWidth,      tag::kHeight,       tag::kCompression,  tag::kPhotometric,
+                                       tag::kStripSizes, tag::kStripOffsets, tag::kRowsPerStrip, tag::kPlanes};
   const bool colours = page.photometric != page.oldPhotometric && Holds(kColourDifference, entry.tag);
   return !Holds(written, entry.tag) && !Holds(kDropped, entry.tag) && !colours;
 }
@@ -84,7 +84,8 @@ bool Stays(const IfdEntry& entry, const Page& page) {
 void KeepDirectory(const EditedFile& file, const IfdDirectory& directory, FreeSpace& space, std::size_t levels) {
   constexpr std::uint16_t pointers[] = {tag::kExif, tag::kGps, tag::kInterop};
   for (std::size_t i = 0; i < directory.entries.size(); ++i) {
-    space.Keep(metadata::IfdValueRange(directory, i));
+    const auto value = metadata::IfdValueRange(directory, i);
+    if (value.size > kInEntry) space.Keep(value);
     const auto& entry = directory.entries[i];
     if (levels == 0 || !Holds(pointers, entry.tag)) continue;
     try {
@@ -101,6 +102,9 @@ void KeepDirectory(const EditedFile& file, const IfdDirectory& directory, FreeSp
 void Release(const EditedFile& file, const std::vector<Page>& pages, FreeSpace& space) {
   for (const auto& page : pages) {
     space.Add({page.old.position, page.old.EntryPosition(page.old.entries.size()) + 4 - page.old.position});
+    for (std::size_t i = 0; i < page.old.entries.size(); ++i) {
+      if (!Stays(page.old.entries[i], page)) space.Add(metadata::IfdValueRange(page.old, i));
+    }
   }
   for (const auto& range : metadata::TiffImageData(file, 0, metadata::TiffMagic::Required)) space.Add(range);
   space.Keep({0, 8});
@@ -124,7 +128,8 @@ void PlaceStrips(TiffSamples& samples, Page& page, FreeSpace& space) {
   const std::span<const std::byte> bytes(samples.data);
   for (std::uint32_t y = 0; y < samples.height; y += page.rowsPerStrip) {
     const auto size = rowBytes * std::min(page.rowsPerStrip, samples.height - y);
-    page.offsets.push_back(space.Put(bytes.subspan(y * rowBytes, size)));
+    const auto alignment = samples.bitsPerSample > 8 ? Alignment::Even : Alignment::Any;
+    page.offsets.push_back(space.Put(bytes.subspan(y * rowBytes, size), alignment));
     page.sizes.push_back(static_cast<std::uint32_t>(size));
   }
 }
