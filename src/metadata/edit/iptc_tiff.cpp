@@ -15,6 +15,7 @@ constexpr std::uint64_t kInEntry = 4;
 struct OldData {
   IfdType type = IfdType::Long;
   std::uint64_t directorySize = 0;
+  std::size_t entries = 0;
   std::optional<FileRange> range{};  ///< if the data stand outside of the directory and inside the file
 };
 
@@ -26,13 +27,12 @@ OldData FindOldData(const EditedFile& file) {
   const auto directoryEnd = directory.EntryPosition(directory.entries.size());
   old.directorySize = directoryEnd - directory.position;
   for (std::size_t i = 0; i < directory.entries.size(); ++i) {
-    if (directory.entries[i].tag != kIptc) continue;
+    if (directory.entries[i].tag != kIptc || ++old.entries > 1) continue;
     const auto type = static_cast<IfdType>(directory.entries[i].type);
     if (CountsBytes(type)) old.type = type;  // any other is written as longs, as most programs do
     const auto range = IfdValueRange(directory, i);
     const bool apart = range.End() <= directory.position || range.position >= directoryEnd;
     if (range.size > kInEntry && apart && range == CutToSource(range, file)) old.range = range;
-    break;
   }
   return old;
 }
@@ -59,8 +59,11 @@ void WriteTiffIptc(EditedFile& file, const IptcBlock& block) {
   } else {
     // The directory may have to follow, with one entry more and a link.
     RequireTiffRoom(file, bytes.size() + old.directorySize + kIfdEntrySize + 4);
-    field.value = AppendTiffData(file, bytes);
+    const bool isLast = old.range && old.range->End() == file.Size();
+    field.value = isLast ? static_cast<std::uint32_t>(old.range->position) : AppendTiffData(file, bytes);
+    if (isLast) file.Replace(*old.range, bytes);
   }
+  if (old.entries > 1) RemoveIfdEntry(file, kIptc);  // readers would take the data as often
   UpdateIfdEntry(file, field);
 }
 
