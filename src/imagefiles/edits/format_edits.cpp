@@ -5,6 +5,7 @@
 
 #include "imagefiles/edits/crw_edits.h"
 #include "imagefiles/edits/eos1d_edits.h"
+#include "imagefiles/edits/iptc_rows.h"
 #include "imagefiles/edits/tiff_edits.h"
 #include "imagefiles/edits/tiff_rotation.h"
 
@@ -12,9 +13,13 @@ namespace ml::imagefiles {
 namespace {
 
 constexpr FormatEdits kEdits[] = {
-    {.format = Format::Jpeg},
-    {.format = Format::Jp2},
-    {.format = Format::Crw, .rotate = RotateCrw, .setComment = SetCrwComment, .adjustDateTime = AdjustCrwDate},
+    {.format = Format::Jpeg, .writeIptc = WriteIptcIntoJpeg},
+    {.format = Format::Jp2, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoJp2},
+    {.format = Format::Crw,
+     .rotate = RotateCrw,
+     .setComment = SetCrwComment,
+     .writeIptc = WriteIptcIntoThm,
+     .adjustDateTime = AdjustCrwDate},
     {.format = Format::Tiff,
      .rotate = RotateTiff,
      .setComment = SetTiffComment,
@@ -30,15 +35,15 @@ constexpr FormatEdits kEdits[] = {
      .setComment = SetTiffCaption,
      .writeIptc = WriteIptcToTiff,
      .adjustDateTime = AdjustTiffDates},
-    {.format = Format::Avi, .setComment = SetAviComment},
-    {.format = Format::Psd},
+    {.format = Format::Avi, .setComment = SetAviComment, .writeIptc = WriteIptcIntoThm},
+    {.format = Format::Psd, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoPsd},
     {.format = Format::Gif},
     {.format = Format::Bmp},
     {.format = Format::Mrw, .adjustDateTime = AdjustTiffDates},
     {.format = Format::Orf, .rotate = RotateByTag, .setComment = SetTiffComment, .adjustDateTime = AdjustTiffDates},
     {.format = Format::Raf, .rotate = RotateByPresentTag, .adjustDateTime = AdjustTiffDates},
     {.format = Format::Pef, .adjustDateTime = AdjustTiffDates},
-    {.format = Format::Png},
+    {.format = Format::Png, .setComment = SetPngComment, .writeIptc = WriteIptcIntoPng},
 };
 
 }  // namespace
