@@ -28,6 +28,10 @@ inline constexpr std::string_view kCommentReadOnly = "Unable to add comment beca
 inline constexpr std::string_view kIptcDataReadOnly = "Unable to write IPTC data because image is read-only";
 inline constexpr std::string_view kIptcReadOnly = "Unable to write IPTC because image is read-only";
 inline constexpr std::string_view kUpdateReadOnly = "Unable to update image because it is read-only";
+inline constexpr std::string_view kThumbnailReadOnly = "Unable to regenerate thumbnail because image is read-only";
+
+inline constexpr char kCaptionFailed[] = "Error writing comment in IPTC caption";
+inline constexpr char kPictureDamaged[] = "The picture is damaged";
 
 inline constexpr std::string_view kInvalidTiff = "Invalid TIFF";
 inline constexpr std::string_view kInvalidNef = "Invalid NEF";
@@ -54,6 +58,10 @@ inline std::string NoSuchImage(const std::string& path) { return "No such image:
 inline std::string UnableToRead(const std::string& path, const std::string& reason) {
   return "Unable to read image:\n" + path + "\n" + reason;
 }
+inline std::string NoThumbnail(const std::string& path, const std::string& reason) {
+  return "Unable to regenerate thumbnail of:\n" + path + "\n" + reason;
+}
+inline std::string DamagedMetadata(const std::string& path) { return "Its EXIF data are damaged:\n" + path; }
 inline std::string NoImage(const std::string& path) {
   return "Unable to make a thumbnail of:\n" + path + "\nIts name is not that of an image";
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -32,6 +33,12 @@ struct IfdEntry {
 };
 
 constexpr std::size_t kIfdEntrySize = 12;
+
+/// Bytes of one value of a type; 0 if there is no such type.
+constexpr std::uint32_t TypeSize(std::uint16_t type) {
+  constexpr std::array<std::uint8_t, 14> kSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
+  return type < kSizes.size() ? kSizes[type] : 0;
+}
 
 /// The entry at `index` of a view that begins with the first entry.
 IfdEntry ReadIfdEntry(ByteView directory, std::size_t index);

@@ -31,6 +31,7 @@ inline constexpr char kExifTooSmall[] = "Too small";
 inline constexpr char kExifNotExif[] = "Not EXIF";
 inline constexpr char kExifAlignment[] = "Alignment invalid";
 inline constexpr char kExifNoTag[] = "No EXIF tag";
+inline constexpr char kExifCut[] = "The file ends inside its EXIF data";
 inline constexpr char kReadShortOverflow[] = "Overflow in readShort()";
 inline constexpr char kReadLongOverflow[] = "Overflow in readLong()";
 inline constexpr char kWriteShortOverflow[] = "Overflow in writeShort()";

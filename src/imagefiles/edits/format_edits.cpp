@@ -6,6 +6,8 @@
 #include "imagefiles/edits/crw_edits.h"
 #include "imagefiles/edits/eos1d_edits.h"
 #include "imagefiles/edits/iptc_rows.h"
+#include "imagefiles/edits/jpeg_edits.h"
+#include "imagefiles/edits/thm_edits.h"
 #include "imagefiles/edits/tiff_edits.h"
 #include "imagefiles/edits/tiff_rotation.h"
 
@@ -13,7 +15,10 @@ namespace ml::imagefiles {
 namespace {
 
 constexpr FormatEdits kEdits[] = {
-    {.format = Format::Jpeg, .writeIptc = WriteIptcIntoJpeg},
+    {.format = Format::Jpeg,
+     .setComment = SetJpegComment,
+     .writeIptc = WriteIptcIntoJpeg,
+     .adjustDateTime = AdjustJpegDateTime},
     {.format = Format::Jp2, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoJp2},
     {.format = Format::Crw,
      .rotate = RotateCrw,
@@ -35,7 +40,10 @@ constexpr FormatEdits kEdits[] = {
      .setComment = SetTiffCaption,
      .writeIptc = WriteIptcToTiff,
      .adjustDateTime = AdjustTiffDates},
-    {.format = Format::Avi, .setComment = SetAviComment, .writeIptc = WriteIptcIntoThm},
+    {.format = Format::Avi,
+     .setComment = SetAviComment,
+     .writeIptc = WriteIptcIntoThm,
+     .adjustDateTime = AdjustThmDateTime},
     {.format = Format::Psd, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoPsd},
     {.format = Format::Gif},
     {.format = Format::Bmp},

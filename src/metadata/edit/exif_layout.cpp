@@ -6,25 +6,21 @@
 #include <utility>
 
 #include "metadata/byte_source.h"
+#include "metadata/edit/maker_note_reach.h"
 
 namespace ml::metadata {
 namespace {
 
 constexpr std::uint16_t kImageDescription = 270, kThumbnailOffset = 513, kThumbnailLength = 514, kExif = 34665,
-                        kGps = 34853, kInteroperability = 40965, kUserComment = 37510;
+                        kGps = 34853, kInteroperability = 40965, kUserComment = 37510, kMakerNote = 37500;
 constexpr std::array<std::uint16_t, 3> kSubDirectories = {kExif, kGps, kInteroperability};
-constexpr std::array<std::uint32_t, 14> kTypeSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
 constexpr std::uint32_t kValueInEntry = 8, kInlineSize = 4;
 constexpr std::uint32_t kSmallestComment = 9;  ///< an encoding and one character
 constexpr std::uint64_t kHeaderSize = 8;
 constexpr std::size_t kMaxChain = 32;
 
-std::uint64_t SizeOf(const IfdEntry& entry) {
-  return entry.type < kTypeSizes.size() ? std::uint64_t{entry.count} * kTypeSizes[entry.type] : 0;
-}
-
 FileRange PlaceOf(const IfdEntry& entry) {
-  const auto size = SizeOf(entry);
+  const auto size = std::uint64_t{entry.count} * TypeSize(entry.type);
   return {size <= kInlineSize ? entry.position + kValueInEntry : entry.value, size};
 }
 
@@ -40,8 +36,7 @@ class LayoutFinder {
     } catch (ExifException) {
       layout_.broken = true;
     }
-    DropShared(layout_.userComment);
-    DropShared(layout_.imageDescription);
+    DropShared();
     return std::move(layout_);
   }
 
@@ -70,6 +65,7 @@ class LayoutFinder {
     if (range.size > kInlineSize) layout_.used.push_back(range);
     const bool isSubDirectory = std::ranges::find(kSubDirectories, entry.tag) != kSubDirectories.end();
     if (isSubDirectory && entry.value != 0 && seen_.insert(entry.value).second) EnterSubDirectory(entry);
+    if (entry.tag == kMakerNote && inExif_) TakeMakerNote(range);
     const bool isText = entry.Is(IfdType::Ascii) && range.size > 0 && Inside(range);
     if (entry.tag == kImageDescription && kind == Directory::First && isText && !layout_.imageDescription) {
       layout_.imageDescription = range;
@@ -78,9 +74,13 @@ class LayoutFinder {
     if (entry.tag == kUserComment && inExif_ && isComment && !layout_.userComment) layout_.userComment = range;
   }
 
-  /// A text that stands where something else does, too, must not be overwritten.
-  void DropShared(std::optional<FileRange>& text) const {
-    if (text && layout_.CountUses(*text) > 1) text.reset();
+  /// A text that stands where something else does, too, must not be overwritten. The description is no way out: what
+  /// stands there is not shown where there is a comment.
+  void DropShared() {
+    const auto isShared = [&](const std::optional<FileRange>& text) { return text && layout_.CountUses(*text) > 1; };
+    const bool comment = isShared(layout_.userComment);
+    if (comment) layout_.userComment.reset();
+    if (comment || isShared(layout_.imageDescription)) layout_.imageDescription.reset();
   }
 
   /// A damaged one does not cost what the chain leads to.
@@ -94,8 +94,14 @@ class LayoutFinder {
     inExif_ = outer;
   }
 
+  void TakeMakerNote(FileRange note) {
+    if (!Inside(note)) return;
+    const auto reach = FindMakerNoteReach(tiff_, note);
+    layout_.used.insert(layout_.used.end(), reach.begin(), reach.end());
+  }
+
   void TakeThumbnail(const IfdEntry& place, const IfdEntry& length) {
-    if (place.value >= tiff_.Size()) return;
+    if (place.value > tiff_.Size()) return;
     const auto size = std::min<std::uint64_t>(length.value, tiff_.Size() - place.value);
     layout_.thumbnail = ExifLayout::Thumbnail{{place.value, size}, place, length};
   }

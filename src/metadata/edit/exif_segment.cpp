@@ -121,8 +121,9 @@ bool ExifSegment::AddThumbnailDirectory() {
 bool ExifSegment::ThumbnailIsLast() const {
   const auto& range = layout_.thumbnail->range;
   const auto behind = Tiff().From(range.End()).Bytes();
+  // Cameras fill up with either.
   return !layout_.Uses({range.position, Tiff().Size() - range.position}) &&
-         std::ranges::all_of(behind, [](std::byte byte) { return byte == std::byte{0}; });
+         std::ranges::all_of(behind, [](std::byte byte) { return byte == std::byte{0} || byte == std::byte{0xff}; });
 }
 
 std::uint64_t ExifSegment::ThumbnailRoom() const {

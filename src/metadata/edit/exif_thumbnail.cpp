@@ -13,7 +13,9 @@ bool ReplaceThumbnail(ExifSegment& segment, const ThumbnailMaker& make) {
   auto edited = segment;
   if (!edited.HasThumbnail() && !edited.AddThumbnailDirectory()) return false;
   for (int quality = kBestQuality; quality >= kWorstQuality; quality -= kQualityStep) {
-    if (!edited.SetThumbnail(make(quality))) continue;
+    const auto jpeg = make(quality);
+    if (jpeg.empty()) return false;
+    if (!edited.SetThumbnail(jpeg)) continue;
     segment = std::move(edited);
     return true;
   }

@@ -8,7 +8,8 @@
 
 namespace ml::metadata {
 
-/// Makes the picture of a thumbnail as a JPEG stream of the given quality, 0..100. Asked several times at most.
+/// Makes the picture of a thumbnail as a JPEG stream of the given quality, 0..100. Asked several times at
+/// most. Nothing stands for no picture.
 using ThumbnailMaker = std::function<std::vector<std::byte>(int quality)>;
 
 /// Gives the segment a thumbnail of the best quality for which there is room, with a directory for it where there is
