@@ -78,7 +78,8 @@ TEST(CrwWriter, ChangesNumbersInPlaceInEitherByteOrder) {
 TEST(CiffFile, WritesAnotherPreviewAndNothingElse) {
   // The raw data behind everything else and a value in its entry: the order of the data is not that of the root.
   auto root = CiffBuilder().Heap(0x300a, test::CrwProperties(kCamera)).Data(0x2007, "an old preview");
-  const auto before = root.Entry(0x5813, 77, 88).Data(0x2005, "the sensor's data, oddly long").BuildFile(Endian::Little);
+  const auto before =
+      root.Entry(0x5813, 77, 88).Data(0x2005, "the sensor's data, oddly long").BuildFile(Endian::Little);
   const auto source = SourceOf(before);
   const CiffFile ciff(source);
   for (const std::string preview : {"new", "a new preview, much longer than the old one"}) {
@@ -109,8 +110,11 @@ CiffBuilder Settings(int base) {
 
 TEST(CiffFile, CarriesRawDataAndSettingsFromAnotherFile) {
   const auto make = [](const std::string& raw, int base) {
-    return CiffBuilder().Data(0x2005, raw).Data(0x2007, "preview of " + raw).Heap(0x300a, Settings(base)).BuildFile(
-        Endian::Little);
+    return CiffBuilder()
+        .Data(0x2005, raw)
+        .Data(0x2007, "preview of " + raw)
+        .Heap(0x300a, Settings(base))
+        .BuildFile(Endian::Little);
   };
   const auto first = make("first", 100), second = make("the second", 500);
   const auto source = SourceOf(first), otherSource = SourceOf(second);
