@@ -13,6 +13,7 @@
 #include "metadata/edit/ciff_file.h"
 #include "metadata/exif_block.h"
 #include "metadata/tiff_facts.h"
+#include "metadata/tiff_raw.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "support/avi_builder.h"
@@ -242,7 +243,12 @@ TEST_F(Edits, MakerNotesAndPicturesOfRealFilesStay) {
   options_.iptcComments = true;
   const auto noteOf = [&](const std::string& path) {
     const auto data = Read(path);
-    return Content(path).substr(data.makerNoteOffset, data.makerNoteCount);
+    const platform::ReadableFile file(path);
+    const auto format = FindFormat(path)->format;
+    const auto base = format == Format::Raf   ? metadata::FindRafTiffBase(metadata::FileSource(file))
+                      : format == Format::Mrw ? metadata::kMrwTiffBase
+                                              : 0;
+    return Content(path).substr(base + data.makerNoteOffset, data.makerNoteCount);
   };
   for (const auto* name :
        {"nef/nikon-d1.nef", "nef/nikon-d70-stripped.nef", "tiff-raw/canon-eos-350d-head.tif",
