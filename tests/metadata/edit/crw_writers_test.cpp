@@ -99,6 +99,22 @@ TEST(CiffFile, WritesAnotherPreviewAndNothingElse) {
   }
 }
 
+TEST(CiffFile, KeepsWhatEditorsAppended) {
+  const auto plain = CiffBuilder().Data(0x2005, "raw").Data(0x2007, "old").BuildFile(Endian::Little);
+  const auto place = plain.substr(plain.size() - 4);
+  const auto before = plain + "BLOCK of an editor" + place;
+  const auto source = SourceOf(before);
+  EditedFile file(source);
+  const std::string preview = "a longer preview";
+  CiffFile(source).Write(file, {.preview = std::as_bytes(std::span(preview))});
+  const auto after = Text(file);
+  const auto block = after.find("BLOCK of an editor");
+  ASSERT_NE(block, std::string::npos);
+  EXPECT_EQ(after.substr(block - 4, 4), after.substr(after.size() - 4));
+  EXPECT_EQ(Bytes(file, CiffFile(file).FindEntry(0x2007)), preview);
+  EXPECT_EQ(Bytes(file, CiffFile(file).FindEntry(0x2005)), "raw");
+}
+
 CiffBuilder Settings(int base) {
   std::vector<int> words(58);
   for (const int index : {7, 55, 56, 57}) words[static_cast<std::size_t>(index)] = base + index;
