@@ -2,6 +2,7 @@
 set(ML_FUZZERS
   "canon_note ml_metadata"
   "ciff ml_metadata"
+  "crw_edits ml_metadata"
   "decode_dib ml_imaging"
   "decode_jp2 ml_imaging"
   "decode_magick ml_imaging"
@@ -19,6 +20,7 @@ set(ML_FUZZERS
   "png ml_metadata"
   "psd ml_metadata"
   "riff ml_metadata"
+  "tiff_edits ml_imaging"
   "tiff_facts ml_metadata"
   "tiff_raw ml_metadata"
   "uncompressed_tiff ml_imaging"
