@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "imagefiles/edits/jpeg_thumbnail.h"
+#include "imagefiles/edits/turned_orientation.h"
 #include "imagefiles/messages.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/read_whole.h"
@@ -128,15 +129,6 @@ std::optional<ExifEntryPlace> OrientationPlace(const metadata::ByteSource& jpeg)
 }
 
 }  // namespace
-
-std::uint32_t TurnedOrientation(std::uint32_t present, imaging::Turn turn) {
-  constexpr std::uint32_t kClockwise[] = {1, 6, 3, 8};  // each a quarter further than the one before
-  const auto found = std::ranges::find(kClockwise, present);
-  const auto index = found == std::end(kClockwise) ? 0 : found - std::begin(kClockwise);
-  const auto quarters =
-      turn == imaging::Turn::None ? 0 : static_cast<int>(turn) - static_cast<int>(imaging::Turn::cw90) + 1;
-  return kClockwise[(index + quarters) % 4];
-}
 
 JpegTransform TransformToUpright(std::uint32_t orientation) {
   constexpr JpegTransform kTransforms[] = {
