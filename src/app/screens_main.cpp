@@ -2,14 +2,19 @@
 #include <sys/stat.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QScopedValueRollback>
 #include <QTimer>
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
@@ -23,6 +28,7 @@
 #include "platform/data_folders.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/ui/job_window.h"
 
 namespace {
 
@@ -34,6 +40,8 @@ using ml::app::Session;
 constexpr int kTitleBar = 28;
 constexpr int kPollMilliseconds = 50;
 constexpr int kRestMilliseconds = 300;
+/// A job shows its window after half a second.
+constexpr int kDialogRests = 900;
 constexpr int kPatienceMilliseconds = 300'000;
 
 /// One picture: what is done before it is taken.
@@ -42,6 +50,16 @@ struct Shot {
   ml::app::Scheme scheme;
   std::vector<CommandId> commands;
   std::string colours = "Gray";  ///< of the thumbnails
+  bool dialog = false;           ///< the picture is of the dialog that the last command opens
+};
+
+/// The commands whose dialogs are drawn; none of them changes anything as long as nobody presses OK.
+constexpr std::pair<const char*, CommandId> kDialogs[] = {
+    {"rename", CommandId::RenameImage},          {"copy", CommandId::CopyToFolder},
+    {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
+    {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
+    {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
+    {"shortcuts", CommandId::KeyboardShortcuts},
 };
 
 std::vector<Shot> AllShots() {
@@ -67,6 +85,10 @@ std::vector<Shot> AllShots() {
     shots.push_back({"film-strip-collapsed" + theme, scheme, {CommandId::ShowExifData}});
     shots.push_back({"film-strip-below" + theme, scheme, {CommandId::ShowExifData, CommandId::FilmStripBelow}});
     shots.push_back({"film-strip-below-large" + theme, scheme, {CommandId::LargeThumbnails}});
+    for (const auto& [name, id] : kDialogs) {
+      shots.push_back({std::string("dialog-") + name + theme, scheme, {CommandId::ThumbnailView, id}, "Gray", true});
+    }
+    shots.push_back({"dialog-job" + theme, scheme, {}, "Gray", true});
   }
   return shots;
 }
@@ -98,7 +120,8 @@ class Photographer final : public QObject {
     const auto& shot = shots_[next_];
     ml::app::ApplyTheme(*qApp, shot.scheme);
     frame_.findChild<ml::catalogue::ui::ThumbnailListView*>()->SetColours(shot.colours);
-    for (const auto id : shot.commands) frame_.Runner().Run(id);
+    const auto here = shot.dialog && !shot.commands.empty() ? shot.commands.size() - 1 : shot.commands.size();
+    for (std::size_t i = 0; i < here; ++i) frame_.Runner().Run(shot.commands[i]);
     patience_.start();
   }
 
@@ -110,13 +133,44 @@ class Photographer final : public QObject {
       std::fprintf(stderr, "marrowlantern-screens: not all thumbnails were made in time\n");
       failed_ = true;
     }
-    Take(shots_[next_].name + ".png");
+    shots_[next_].dialog ? TakeDialog(shots_[next_]) : Take(shots_[next_].name + ".png");
     if (++next_ < shots_.size()) return Prepare();
     timer_.stop();
     session_.list.TagNone();
     for (const auto& path : tagged_) session_.list.SetTagByPath(path, true);
     exitCode_ = failed_ ? 1 : 0;
     QCoreApplication::exit(0);
+  }
+
+  /// Waits for the dialog, takes it and goes away again. Without a command it is that of a job.
+  void TakeDialog(const Shot& shot) {
+    QElapsedTimer open;
+    open.start();
+    QTimer look;
+    std::atomic<bool> taken = false;
+    connect(&look, &QTimer::timeout, this, [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (taken || dialog == nullptr || open.elapsed() < kDialogRests) return;
+      taken = true;
+      Save(*dialog, shot.name + ".png");
+      dialog->reject();
+    });
+    look.start(kPollMilliseconds);
+    shot.commands.empty() ? ShowJob(taken) : frame_.Runner().Run(shot.commands.back());
+    if (taken) return;
+    std::fprintf(stderr, "marrowlantern-screens: no dialog: %s\n", shot.name.c_str());
+    failed_ = true;
+  }
+
+  void ShowJob(const std::atomic<bool>& taken) {
+    ml::platform::ui::RunJob(&frame_, {.title = QStringLiteral("Move Images")}, session_.Ask(),
+                             [&](const ml::platform::JobHost& host, const std::stop_token& stop) {
+                               host.progress.text("Moving image 42 of 128");
+                               host.progress.percent(33);
+                               while (!taken && !stop.stop_requested()) {
+                                 std::this_thread::sleep_for(std::chrono::milliseconds(kPollMilliseconds));
+                               }
+                             });
   }
 
   void Take(const std::string& name) {
@@ -127,8 +181,12 @@ class Photographer final : public QObject {
     while (frame_.View().Display().Busy() && patience_.elapsed() < kPatienceMilliseconds) {
       QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
     }
+    Save(frame_, name);
+  }
+
+  void Save(QWidget& widget, const std::string& name) {
     const auto path = ml::platform::JoinPath(directory_, name);
-    if (frame_.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
+    if (widget.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
       std::printf("%s\n", path.c_str());
     } else {
       std::fprintf(stderr, "marrowlantern-screens: unable to write to file: %s\n", path.c_str());

@@ -60,14 +60,21 @@ class Counting {
 
 QString Number(std::uint64_t count) { return QLocale().toString(static_cast<qulonglong>(count)); }
 
+QString Counted(std::uint64_t count, const char* one, const char* many) {
+  return Number(count) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+}
+
 QString SizeText(std::uint64_t bytes) {
+  constexpr std::uint64_t kTellsItself = 1024;
+  if (bytes < kTellsItself) return Counted(bytes, "byte", "bytes");
   return QStringLiteral("%1 (%2 bytes)")
       .arg(QLocale().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeTraditionalFormat),
            Number(bytes));
 }
 
 QString HoldsText(const catalogue::DirectoryFacts& facts) {
-  auto text = QStringLiteral("%1 files, %2 directories").arg(Number(facts.files), Number(facts.directories));
+  auto text = Counted(facts.files, "file", "files") + QStringLiteral(", ") +
+              Counted(facts.directories, "directory", "directories");
   if (facts.unreadable > 0) text += QStringLiteral(", %1 not readable").arg(Number(facts.unreadable));
   return text;
 }
