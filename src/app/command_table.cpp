@@ -202,8 +202,8 @@ constexpr PaneKey kPaneKeys[] = {
     {"Return", "Thumbnails", "Show the image, as the settings want it"},
     {"Letters and digits", "Thumbnails", "Move to the image whose name begins so"},
     {"Wheel", "Main view", "Go from image to image; with Shift by twenty, with Ctrl turn the image"},
-    {"Drag", "Thumbnails",
-     "Another place in the list; a directory of the tree: with Ctrl copy, with Shift move, else ask"},
+    {"Drag", "Thumbnails", "To another place in the list, or onto a directory of the tree"},
+    {"Drop", "Directories", "Move or copy images there; with Ctrl copy, with Shift move"},
     {"Arrows; Return", "Directories", "Choose a directory, open and close its branches"},
     {"Tab; Shift+Tab", "Window", "Move to the next pane"},
 };

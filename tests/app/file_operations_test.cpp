@@ -9,6 +9,7 @@
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <cstdlib>
 #include <filesystem>
@@ -154,6 +155,27 @@ TEST_F(FileOperations, WhatFailsHalfWayKeepsTheEntriesThatAreThere) {
   EXPECT_THROW(RunTransfer(context, TransferKind::Move, dir / "far", all), platform::UserError);
   EXPECT_EQ(Files(), (Names{"2.jpg", "3.jpg", "4.jpg", "5.jpg"}));
   EXPECT_TRUE(fs::is_regular_file(dir / "far/1.jpg"));
+}
+
+TEST_F(FileOperations, CancelledJobEndsBehindTheImageItIsAt) {
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [] {
+    auto* window = QApplication::activeModalWidget();
+    if (window != nullptr && window->objectName() == QLatin1String("jobWindow"))
+      qobject_cast<QDialog*>(window)->reject();
+  });
+  timer.start(20);
+  auto context = Context();
+  Names done;
+  RunImageJob(context, {.title = "Move Images",
+                        .progressVerb = "Moving",
+                        .paths = session->list.files,
+                        .act = [&](const std::string& path, const ImageJobTools& tools) {
+                          while (done.size() == 1 && !tools.stop.stop_requested()) QThread::msleep(5);
+                          done.push_back(path);
+                        }});
+  EXPECT_EQ(done, (Names{dir / "day/1.jpg", dir / "day/2.jpg"}));
+  EXPECT_EQ(frame->statusBar()->currentMessage(), QStringLiteral("Move Images: cancelled"));
 }
 
 TEST_F(FileOperations, DroppedFilesGoOnceWithTheirCompanions) {

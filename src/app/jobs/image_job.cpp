@@ -60,6 +60,7 @@ void RunImageJob(CommandContext& context, const ImageJob& job) {
                          });
   } catch (const platform::Cancelled&) {
     // What was done stays done.
+    ShowStatus(context, job.title + ": cancelled");
   } catch (...) {
     settle();
     throw;

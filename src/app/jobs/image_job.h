@@ -30,7 +30,7 @@ struct ImageJob {
 };
 
 /// Runs the job over all its paths with the worker standing still. Whatever comes of it, the edits made until then can
-/// be undone, or the status line tells that they cannot. Throws what `act` threw; cancelling ends it quietly.
+/// be undone, or the status line tells that they cannot. Throws what `act` threw; of cancelling the status line tells.
 void RunImageJob(CommandContext& context, const ImageJob& job);
 
 /// Makes the notes of a command called `what` lasting; the status line tells if it cannot be undone.
