@@ -121,11 +121,11 @@ class PropertiesDialog final : public QDialog {
   static void AddRoom(QFormLayout& form, const std::string& directory) {
     struct statvfs room {};
     if (::statvfs(directory.c_str(), &room) != 0) return;
+    const auto inUnits = [](std::uint64_t bytes) {
+      return QLocale().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeTraditionalFormat);
+    };
     Add(form, QStringLiteral("Free space:"),
-        QStringLiteral("%1 of %2")
-            .arg(SizeText(room.f_bavail * room.f_frsize),
-                 QLocale().formattedDataSize(static_cast<qint64>(room.f_blocks * room.f_frsize), 1,
-                                             QLocale::DataSizeTraditionalFormat)));
+        QStringLiteral("%1 of %2").arg(inUnits(room.f_bavail * room.f_frsize), inUnits(room.f_blocks * room.f_frsize)));
   }
 
   static void AddDates(QFormLayout& form, const std::string& directory) {
