@@ -92,6 +92,11 @@ constexpr std::optional<CommandId> kContextMenu[] = {
     CommandId::RefreshDirectory,
 };
 
+constexpr std::optional<CommandId> kTreeMenu[] = {
+    CommandId::NewFolder, CommandId::RenameFolder,        CommandId::Delete, std::nullopt,
+    CommandId::Explore,   CommandId::DirectoryProperties, std::nullopt,      CommandId::RefreshDirectory,
+};
+
 QString WithoutMnemonic(std::string_view text) { return ToQString(text).remove(QLatin1Char('&')); }
 
 QList<QKeySequence> KeysOf(const CommandRow& row) {
@@ -207,9 +212,13 @@ void CommandActions::FillToolBar(QToolBar& bar) {
   }
 }
 
-void CommandActions::FillContextMenu(QMenu& menu) const {
+void CommandActions::FillContextMenu(QMenu& menu) const { FillMenu(menu, kContextMenu); }
+
+void CommandActions::FillTreeMenu(QMenu& menu) const { FillMenu(menu, kTreeMenu); }
+
+void CommandActions::FillMenu(QMenu& menu, std::span<const std::optional<CommandId>> rows) const {
   bool pending = false;
-  for (const auto& id : kContextMenu) {
+  for (const auto& id : rows) {
     if (!id) {
       pending = !menu.isEmpty();
     } else if (At(*id)->isEnabled() && !IsModeOnShow(*At(*id), *id)) {

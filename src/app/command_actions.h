@@ -3,6 +3,8 @@
 #include <QObject>
 #include <array>
 #include <functional>
+#include <optional>
+#include <span>
 
 #include "app/command_table.h"
 #include "settings/groups/window_settings.h"
@@ -30,6 +32,9 @@ class CommandActions final : public QObject {
   void FillToolBar(QToolBar& bar);
   /// What can be done now with the images in a pane; what is off stays out of it.
   void FillContextMenu(QMenu& menu) const;
+  /// The same for the directory chosen in the tree.
+  void FillTreeMenu(QMenu& menu) const;
+  QMenu* MenuOf(Menu menu) const { return menus_[static_cast<std::size_t>(menu)]; }
   /// The entries for `recent`, in the File menu and below the button for opening.
   void ShowRecent(const settings::RecentDirectories& recent);
 
@@ -37,7 +42,7 @@ class CommandActions final : public QObject {
   void triggered(CommandId id, int argument);
 
  private:
-  QMenu* MenuOf(Menu menu) const { return menus_[static_cast<std::size_t>(menu)]; }
+  void FillMenu(QMenu& menu, std::span<const std::optional<CommandId>> rows) const;
 
   std::array<QAction*, kCommandCount> actions_{};
   std::array<QMenu*, kMenuCount> menus_{};

@@ -24,6 +24,9 @@ inline bool AnyRaw(S s) { return s.kinds.raw; }
 
 /// In the tree the command means the directory chosen there, and no drive goes.
 inline bool CanDelete(S s) { return !InMain(s) && s.treeHasFocus ? !s.treeAtDriveRoot : HaveSomething(s); }
+/// The tree shows, and a directory is chosen there.
+inline bool HasTreeDirectory(S s) { return s.mode == ViewMode::Thumbnails && s.treeHasDirectory; }
+inline bool CanRenameFolder(S s) { return HasTreeDirectory(s) && !s.treeAtDriveRoot; }
 /// Without an image chosen, an earlier gallery can be made anew.
 inline bool CanMakeGallery(S s) { return HaveSomething(s) || (!InMain(s) && NotEmpty(s) && s.hasGallery); }
 

@@ -30,7 +30,8 @@ struct CommandState {
   FileKinds kinds{};               ///< any of: the selected images, or in the main view the image on show
   bool hasGallery = false;         ///< an earlier gallery lies beside the first image
   bool treeHasFocus = false;       ///< the keys go to the directory tree
-  bool treeAtDriveRoot = false;    ///< the directory chosen there is a root: home, "/" or a mounted volume
+  bool treeHasDirectory = false;   ///< one is chosen there
+  bool treeAtDriveRoot = false;    ///< that is a root: home, "/" or a mounted volume
   bool histogramShown = false;     ///< its window is open, or comes back with the mode
   bool shootingDataShown = false;  ///< its window is open
   bool flashingHighlights = false;

@@ -14,6 +14,10 @@ enum class CommandId {
   OpenDirectory,
   ParentDirectory,
   RefreshDirectory,
+  NewFolder,
+  RenameFolder,
+  Explore,
+  DirectoryProperties,
   RecentDirectory,  ///< its argument is the place in the list, from 0
   LoadTags,
   MergeTags,

@@ -43,6 +43,12 @@ inline platform::MessageBox DeleteDirectoryQuestion(const std::string& directory
           .buttons = platform::Buttons::YesNo};
 }
 
+inline constexpr std::string_view kNoImagesDropped = "There are no images among these files.";
+inline constexpr std::string_view kNewFolderTitle = "New Folder",
+                                  kNewFolderPrompt = "Name of the new folder:", kRenameFolderTitle = "Rename Folder";
+
+inline std::string RenamePrompt(const std::string& name) { return "Rename '" + name + "' to:"; }
+
 inline std::string UnableToSetTimestamp(const std::string& path) {
   return "Unable to set the timestamp for file:\n" + path;
 }

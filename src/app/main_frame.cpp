@@ -1,8 +1,10 @@
 #include "app/main_frame.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShowEvent>
@@ -12,6 +14,7 @@
 
 #include "app/command_actions.h"
 #include "app/image_texts.h"
+#include "app/jobs/transfer_job.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "platform/ui/qt_text.h"
@@ -111,9 +114,31 @@ void CMainFrame::Connect() {
   });
   connect(view_, &CMarrowlanternView::pathsDropped, this,
           [this](const std::vector<std::string>& paths) { runner_->Do([&] { session_.Open(paths); }); });
+  connect(view_, &CMarrowlanternView::transferWanted, this,
+          [this](catalogue::TransferKind kind, const std::string& directory, const std::vector<std::string>& paths) {
+            runner_->Do([&] {
+              CommandContext context{session_, *view_, *this};
+              TransferDropped(context, kind, directory, paths);
+            });
+          });
+  auto* edit = actions_->MenuOf(Menu::Edit);
+  connect(edit, &QMenu::aboutToShow, this, &CMainFrame::NameUndo);
+  // The key works whatever the menu showed last.
+  connect(edit, &QMenu::aboutToHide, this, [this] { actions_->At(CommandId::Undo)->setEnabled(true); });
   madeTimer_.setSingleShot(true);
   madeTimer_.setInterval(kMadeTextMilliseconds);
   connect(&madeTimer_, &QTimer::timeout, this, &CMainFrame::ShowMadeText);
+}
+
+/// The entry tells what it would take back.
+void CMainFrame::NameUndo() {
+  auto* undo = actions_->At(CommandId::Undo);
+  std::vector<platform::JournalEntry> journal;
+  runner_->Do([&] { journal = session_.Journal().Edits().List(); });
+  undo->setEnabled(!journal.empty());
+  auto text = ToQString(FindCommand(CommandId::Undo).text);
+  if (!journal.empty()) text += QLatin1Char(' ') + ToQString(journal.front().what);
+  undo->setText(text);
 }
 
 void CMainFrame::RestorePlace(const settings::WindowSettings& place) {

@@ -47,6 +47,7 @@ class CMainFrame final : public QMainWindow {
  private:
   void MakeStatusBar();
   void Connect();
+  void NameUndo();
   void ShowMadeText();
 
   Session& session_;

@@ -17,6 +17,7 @@
 #include "app/picture_view.h"
 #include "app/shooting_data_display.h"
 #include "app/summary_pane.h"
+#include "catalogue/ui/directory_drop.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "metadata/exif_text.h"
@@ -121,6 +122,7 @@ void CMarrowlanternView::ConnectPicture() {
 
 void CMarrowlanternView::ConnectRest() {
   connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
+  connect(tree_, &catalogue::ui::DirectoryTree::filesDropped, this, &CMarrowlanternView::TakeDropped);
   connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
   connect(controls_, &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
   for (auto* splitter : {outer_, center_, film_}) {
@@ -141,10 +143,40 @@ void CMarrowlanternView::SetActions(const CommandActions& actions) {
   };
   connect(thumbnails_, &catalogue::ui::ThumbnailListView::contextMenuWanted, this, popUp);
   connect(picture_, &PictureView::contextMenuWanted, this, popUp);
+  connect(tree_, &catalogue::ui::DirectoryTree::contextMenuWanted, this,
+          [this, &actions](const QPoint& where) { PopUpTreeMenu(actions, where); });
+}
+
+void CMarrowlanternView::PopUpTreeMenu(const CommandActions& actions, const QPoint& where) {
+  if (TreeDirectory().empty()) return;
+  QMenu menu(this);
+  auto* open = menu.addAction(QStringLiteral("&Open"), this, [this] { Q_EMIT directoryChosen(TreeDirectory()); });
+  menu.setDefaultAction(open);
+  Q_EMIT changed();  // the rules go by the directory that was clicked on
+  actions.FillTreeMenu(menu);
+  menu.exec(where);
+}
+
+/// Without a key that says which, the user is asked.
+void CMarrowlanternView::TakeDropped(const catalogue::ui::DroppedFiles& files) {
+  using catalogue::TransferKind;
+  auto kind = files.kind;
+  if (!kind) {
+    QMenu menu(this);
+    const auto* move = menu.addAction(QStringLiteral("&Move Here"));
+    const auto* copy = menu.addAction(QStringLiteral("&Copy Here"));
+    menu.addSeparator();
+    menu.addAction(QStringLiteral("C&ancel"));
+    const auto* chosen = menu.exec(files.position);
+    if (chosen == move) kind = TransferKind::Move;
+    if (chosen == copy) kind = TransferKind::Copy;
+  }
+  if (kind) Q_EMIT transferWanted(*kind, files.directory, files.paths);
 }
 
 void CMarrowlanternView::AddPaneFacts(CommandState& state) const {
   state.treeHasFocus = tree_->hasFocus();
+  state.treeHasDirectory = !tree_->Directory().empty();
   state.treeAtDriveRoot = tree_->IsAtRoot();
 }
 
@@ -213,6 +245,8 @@ std::string CMarrowlanternView::TopPath() const {
 void CMarrowlanternView::ScrollToTop(const std::string& path) {
   thumbnails_->ScrollTo(session_.list.IndexOfPath(path), QAbstractItemView::PositionAtTop);
 }
+
+void CMarrowlanternView::SelectInTree(const std::string& directory) { tree_->Select(directory); }
 
 void CMarrowlanternView::RefreshTree() { tree_->Refresh(); }
 

@@ -8,11 +8,13 @@
 #include "app/session.h"
 #include "app/shooting_data_memory.h"
 #include "app/view_layout.h"
+#include "catalogue/transfer_files.h"
 
 class QSplitter;
 
 namespace ml::catalogue::ui {
 class DirectoryTree;
+struct DroppedFiles;
 class ThumbnailListView;
 }  // namespace ml::catalogue::ui
 
@@ -68,6 +70,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ScrollToTop(const std::string& path);
   /// Looks again at the directories of the tree.
   void RefreshTree();
+  /// Selects a directory in the tree, without a load.
+  void SelectInTree(const std::string& directory);
   /// The directory chosen in the tree; empty if there is none.
   std::string TreeDirectory() const;
   /// Entries bear other names now, in the same places.
@@ -84,6 +88,9 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void commandWanted(CommandId id);
   void directoryChosen(const std::string& directory);
   void pathsDropped(const std::vector<std::string>& paths);
+  /// Onto a directory of the tree.
+  void transferWanted(ml::catalogue::TransferKind kind, const std::string& directory,
+                      const std::vector<std::string>& paths);
   void colourUnderMouse(const QString& text);
   void recentDirectoriesChanged();
   /// The mode is another one now, its panes show.
@@ -106,6 +113,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ConnectList();
   void ConnectPicture();
   void ConnectRest();
+  void TakeDropped(const catalogue::ui::DroppedFiles& files);
+  void PopUpTreeMenu(const CommandActions& actions, const QPoint& where);
   void SetCurrent(int index);
   void BringFocusToCurrent();
   void BringTargetIntoSight();

@@ -2,15 +2,20 @@
 #include <sys/stat.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QScopedValueRollback>
 #include <QTimer>
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
@@ -26,6 +31,7 @@
 #include "platform/data_folders.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/ui/job_window.h"
 
 namespace {
 
@@ -37,6 +43,8 @@ using ml::app::Session;
 constexpr int kTitleBar = 28;
 constexpr int kPollMilliseconds = 50;
 constexpr int kRestMilliseconds = 300;
+/// A job shows its window after half a second.
+constexpr int kDialogRests = 900;
 constexpr int kPatienceMilliseconds = 300'000;
 
 /// One picture: what is done before it is taken.
@@ -45,7 +53,17 @@ struct Shot {
   ml::app::Scheme scheme;
   std::vector<CommandId> commands;
   std::string colours = "Gray";  ///< of the thumbnails
+  bool dialog = false;           ///< the picture is of the dialog that the last command opens
   int iptcPage = -1;             ///< of the sheet of IPTC data, which stands for the window then
+};
+
+/// The commands whose dialogs are drawn; none of them changes anything as long as nobody presses OK.
+constexpr std::pair<const char*, CommandId> kDialogs[] = {
+    {"rename", CommandId::RenameImage},          {"copy", CommandId::CopyToFolder},
+    {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
+    {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
+    {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
+    {"shortcuts", CommandId::KeyboardShortcuts},
 };
 
 std::vector<Shot> AllShots() {
@@ -75,6 +93,10 @@ std::vector<Shot> AllShots() {
       const auto title = ml::platform::AsciiLower(ml::metadata::kIptcPageTitles[static_cast<std::size_t>(page)]);
       shots.push_back({.name = "iptc-" + title + theme, .scheme = scheme, .commands = {}, .iptcPage = page});
     }
+    for (const auto& [name, id] : kDialogs) {
+      shots.push_back({std::string("dialog-") + name + theme, scheme, {CommandId::ThumbnailView, id}, "Gray", true});
+    }
+    shots.push_back({"dialog-job" + theme, scheme, {}, "Gray", true});
   }
   return shots;
 }
@@ -106,7 +128,8 @@ class Photographer final : public QObject {
     const auto& shot = shots_[next_];
     ml::app::ApplyTheme(*qApp, shot.scheme);
     frame_.findChild<ml::catalogue::ui::ThumbnailListView*>()->SetColours(shot.colours);
-    for (const auto id : shot.commands) frame_.Runner().Run(id);
+    const auto here = shot.dialog && !shot.commands.empty() ? shot.commands.size() - 1 : shot.commands.size();
+    for (std::size_t i = 0; i < here; ++i) frame_.Runner().Run(shot.commands[i]);
     if (shot.iptcPage >= 0) ShowSheet(shot.iptcPage);
     patience_.start();
   }
@@ -126,13 +149,44 @@ class Photographer final : public QObject {
       std::fprintf(stderr, "marrowlantern-screens: not all thumbnails were made in time\n");
       failed_ = true;
     }
-    Take(shots_[next_].name + ".png");
+    shots_[next_].dialog ? TakeDialog(shots_[next_]) : Take(shots_[next_].name + ".png");
     if (++next_ < shots_.size()) return Prepare();
     timer_.stop();
     session_.list.TagNone();
     for (const auto& path : tagged_) session_.list.SetTagByPath(path, true);
     exitCode_ = failed_ ? 1 : 0;
     QCoreApplication::exit(0);
+  }
+
+  /// Waits for the dialog, takes it and goes away again. Without a command it is that of a job.
+  void TakeDialog(const Shot& shot) {
+    QElapsedTimer open;
+    open.start();
+    QTimer look;
+    std::atomic<bool> taken = false;
+    connect(&look, &QTimer::timeout, this, [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (taken || dialog == nullptr || open.elapsed() < kDialogRests) return;
+      taken = true;
+      Save(*dialog, shot.name + ".png");
+      dialog->reject();
+    });
+    look.start(kPollMilliseconds);
+    shot.commands.empty() ? ShowJob(taken) : frame_.Runner().Run(shot.commands.back());
+    if (taken) return;
+    std::fprintf(stderr, "marrowlantern-screens: no dialog: %s\n", shot.name.c_str());
+    failed_ = true;
+  }
+
+  void ShowJob(const std::atomic<bool>& taken) {
+    ml::platform::ui::RunJob(&frame_, {.title = QStringLiteral("Move Images")}, session_.Ask(),
+                             [&](const ml::platform::JobHost& host, const std::stop_token& stop) {
+                               host.progress.text("Moving image 42 of 128");
+                               host.progress.percent(33);
+                               while (!taken && !stop.stop_requested()) {
+                                 std::this_thread::sleep_for(std::chrono::milliseconds(kPollMilliseconds));
+                               }
+                             });
   }
 
   void Take(const std::string& name) {
@@ -143,8 +197,12 @@ class Photographer final : public QObject {
     while (frame_.View().Display().Busy() && patience_.elapsed() < kPatienceMilliseconds) {
       QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
     }
+    Save(frame_, name);
+  }
+
+  void Save(QWidget& widget, const std::string& name) {
     const auto path = ml::platform::JoinPath(directory_, name);
-    QWidget& shown = sheet_ ? static_cast<QWidget&>(*sheet_) : frame_;
+    QWidget& shown = sheet_ ? static_cast<QWidget&>(*sheet_) : widget;
     if (shown.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
       std::printf("%s\n", path.c_str());
     } else {

@@ -3,8 +3,6 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
 
 #include "catalogue/messages.h"
 #include "catalogue/rename_steps.h"
@@ -18,7 +16,11 @@ using platform::UserError;
 
 void PutIntoTrash(const std::string& path, const DeleteTools& tools) {
   if (tools.batch != nullptr) tools.batch->WillTrash(path);
-  tools.trash.Put(platform::AbsolutePath(path));
+  try {
+    tools.trash.Put(platform::AbsolutePath(path));
+  } catch (const UserError& error) {
+    throw UserError(errorDeletingImage(path) + "\n" + error.what());
+  }
 }
 
 void Remove(const std::string& path, const DeleteTools& tools) {
@@ -69,17 +71,6 @@ void DeleteImage(const std::string& path, DeleteTo to, const DeleteTools& tools)
         break;
     }
   }
-}
-
-void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch) {
-  if (to == DeleteTo::Trash) {
-    if (batch != nullptr) batch->WillTrash(directory);
-    return trash.Put(directory);
-  }
-  if (batch != nullptr) batch->WillLose(directory, kDeletedForGood);
-  std::error_code error;
-  std::filesystem::remove_all(directory, error);
-  if (error) throw UserError(errorDeletingImage(directory) + "\n" + error.message());
 }
 
 }  // namespace ml::catalogue

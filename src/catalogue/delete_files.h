@@ -28,7 +28,4 @@ struct DeleteTools {
 /// was touched, else some companion stayed, which the sentence names.
 void DeleteImage(const std::string& path, DeleteTo to, const DeleteTools& tools);
 
-/// Deletes a directory with all that is in it; `to` is not DeletedFolder. Throws UserError.
-void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch);
-
 }  // namespace ml::catalogue

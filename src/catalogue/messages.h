@@ -85,7 +85,6 @@ inline std::string directoryInTheWay(const std::string& path) {
 
 inline constexpr char kSaveAsTitle[] = "Save As";
 inline constexpr char kDeletedForGood[] = "deleted for good";
-inline constexpr char kMovedToOtherFileSystem[] = "moved to another file system";
 
 inline std::string copiedButNotRemoved(const std::string& path, const std::string& reason) {
   return "The file was copied, but the original could not be removed:\n" + path + "\n" + reason;
@@ -114,6 +113,9 @@ inline constexpr char kThmNameTaken[] =
     "Unable to rename image because there is already\na THM file with the same name";
 inline constexpr char kJpegNameTaken[] =
     "Unable to rename image because there is already\na JPEG file with the same name";
+inline std::string directoryNameTaken(const std::string& path) {
+  return "Unable to rename directory because there is already\na file or directory with the same name:\n" + path;
+}
 inline std::string errorCreatingFolder(const std::string& path) { return "Error creating folder:\n" + path; }
 
 }  // namespace ml::catalogue

@@ -16,11 +16,6 @@ bool IsTaken(const std::string& path) { return !IsNameFree(path, platform::RealF
 
 }  // namespace
 
-std::optional<std::string> RefuseFolderName(const std::string& name) {
-  if (!platform::IsPortableName(name)) return kFolderNameNotTaken;
-  return std::nullopt;
-}
-
 std::optional<std::string> RefuseNewName(const std::string& path, const std::string& name,
                                          imagefiles::CompanionFinder& companions) {
   if (!platform::IsPortableName(name)) return kNameNotTaken;

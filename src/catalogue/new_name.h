@@ -11,7 +11,4 @@ namespace ml::catalogue {
 std::optional<std::string> RefuseNewName(const std::string& path, const std::string& name,
                                          imagefiles::CompanionFinder& companions);
 
-/// The same for a new folder of that name.
-std::optional<std::string> RefuseFolderName(const std::string& name);
-
 }  // namespace ml::catalogue

@@ -71,7 +71,7 @@ std::vector<std::string> FileTransfer::Transfer(const std::string& path) {
   const auto companions = tools_.companions.Find(path);
   if (companions.file.empty()) return {};
   const auto steps = Plan(companions.Paths());
-  kind_ == TransferKind::Move ? Move(steps) : Copy(steps);
+  kind_ == TransferKind::Move ? Move(steps) : Copy(steps, tools_.batch);
   std::vector<std::string> made;
   for (const auto& step : steps) made.push_back(step.to);
   return made;
@@ -85,12 +85,17 @@ void FileTransfer::Move(const std::vector<Step>& steps) {
   try {
     RenameSteps(tools).Run(changes);
   } catch (const OtherFileSystem&) {
-    Copy(steps);
+    // Undo brings files back from another file system too, so to it these are renamings like any other. The first one
+    // was noted when it was tried.
+    for (std::size_t i = 1; i < steps.size() && tools_.batch != nullptr; ++i) {
+      tools_.batch->WillRename(steps[i].from, steps[i].to);
+    }
+    Copy(steps, nullptr);
     RemoveSources(steps);
   }
 }
 
-void FileTransfer::Copy(const std::vector<Step>& steps) {
+void FileTransfer::Copy(const std::vector<Step>& steps, platform::EditRecorder* recorder) {
   std::vector<std::string> made;
   try {
     for (const auto& [from, to] : steps) {
@@ -98,11 +103,10 @@ void FileTransfer::Copy(const std::vector<Step>& steps) {
         if (tools_.batch != nullptr) tools_.batch->WillTrash(to);
         tools_.trash.Put(to);
       }
-      platform::CopyFile(from, to,
-                         {.edit = {.recorder = tools_.batch,
-                                   .stateDirectory = tools_.stateDirectory,
-                                   .fileSystem = &tools_.fileSystem},
-                          .stop = tools_.stop});
+      platform::CopyFile(
+          from, to,
+          {.edit = {.recorder = recorder, .stateDirectory = tools_.stateDirectory, .fileSystem = &tools_.fileSystem},
+           .stop = tools_.stop});
       made.push_back(to);
     }
   } catch (...) {
@@ -114,7 +118,6 @@ void FileTransfer::Copy(const std::vector<Step>& steps) {
 /// The image goes last: as long as it is there, the whole can be tried again.
 void FileTransfer::RemoveSources(const std::vector<Step>& steps) {
   for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-    if (tools_.batch != nullptr) tools_.batch->WillLose(step->from, kMovedToOtherFileSystem);
     if (tools_.fileSystem.Unlink(step->from) != 0)
       throw UserError(copiedButNotRemoved(step->from, platform::ErrorText(errno)));
   }

@@ -50,7 +50,7 @@ class FileTransfer {
   Way Clear(const std::string& from, std::string& to);
   std::vector<Step> Plan(const std::vector<std::string>& files);
   void Move(const std::vector<Step>& steps);
-  void Copy(const std::vector<Step>& steps);
+  void Copy(const std::vector<Step>& steps, platform::EditRecorder* recorder);
   void RemoveSources(const std::vector<Step>& steps);
 
   const TransferKind kind_;

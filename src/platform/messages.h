@@ -16,6 +16,7 @@ inline constexpr char kPatchNotRevoked[] = "Writing failed half-way, the file ma
 inline constexpr char kFinishedAtNextStart[] = "Writing was interrupted and will be finished at the next start:\n";
 inline constexpr char kUnableToRename[] = "Unable to rename file:\n";
 inline constexpr char kUnableToChangeStatus[] = "Unable to set time or permissions of file:\n";
+inline constexpr char kUnableToStart[] = "Unable to start program:\n";
 inline constexpr char kUnableToTrash[] = "Unable to move to the trash:\n";
 
 inline constexpr char kNothingToUndo[] = "There is nothing to undo";

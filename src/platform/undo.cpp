@@ -1,6 +1,7 @@
 #include "platform/undo.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <map>
@@ -137,18 +138,26 @@ class Undoer {
     return HashRange(file, step.offset, step.oldSize) == step.oldHash;
   }
 
+  /// What is done in a directory changes it, but not what it is called.
+  bool IsDirectory(const std::string& path) const {
+    struct stat status {};
+    return fileSystem_.Stat(path, Links::Keep, status) == 0 && S_ISDIR(status.st_mode);
+  }
+
   bool RenameInForce(const EditStep& step) {
     const auto from = Locate(step.path);
     const auto to = Locate(step.other);
     const bool sameFile = from && to && SameFile(*from, *to);  // names that differ in case, where case is ignored
     if (to && (!from || sameFile)) {
       const auto now = Stamp(*to, Links::Keep);
-      if (!now || !IsUntouched(step, *to, *now, now->SameContent(step.before))) RefuseChanged(step.other);
+      if (!now) RefuseChanged(step.other);
+      if (!IsDirectory(*to) && !IsUntouched(step, *to, *now, now->SameContent(step.before))) RefuseChanged(step.other);
       places_[step.path] = to;
       places_[step.other] = std::nullopt;
       return true;
     }
-    if (!from || !Stamp(*from, Links::Keep)->SameContent(step.before)) RefuseChanged(step.other);
+    if (!from) RefuseChanged(step.other);
+    if (!IsDirectory(*from) && !Stamp(*from, Links::Keep)->SameContent(step.before)) RefuseChanged(step.other);
     return false;
   }
 

@@ -2,11 +2,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <optional>
 
+#include "catalogue/ui/directory_drop.h"
 #include "catalogue/ui/directory_model.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/subdirectories.h"
@@ -144,6 +148,89 @@ TEST(DirectoryTreeView, GoneDirectoryDoesNotChooseItsNeighbour) {
   ASSERT_TRUE(tree.WaitAt(dir / "b"));
   QTest::qWait(50);
   EXPECT_TRUE(tree.chosen.empty());
+}
+
+TEST(DirectoryTreeView, TakesFilesAsTheKeysWantIt) {
+  using catalogue::TransferKind;
+  const test::TempDir dir;
+  MakeDirectory(dir / "caf\xe9");
+  Tree tree;
+  tree.view.SetDirectory(dir / "caf\xe9");
+  ASSERT_TRUE(tree.WaitAt(dir / "caf\xe9"));
+  std::vector<catalogue::ui::DroppedFiles> taken;
+  QObject::connect(&tree.view, &DirectoryTree::filesDropped, [&](const auto& files) { taken.push_back(files); });
+  QMimeData data;
+  data.setData(QStringLiteral("text/uri-list"), "file:///card/a%20%E9.crw\r\nhttp://elsewhere/b.jpg\r\n");
+  const auto drop = [&](const QPoint& at, Qt::KeyboardModifiers keys) {
+    const auto actions = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent enter(at, actions, &data, Qt::LeftButton, keys);
+    QApplication::sendEvent(tree.view.viewport(), &enter);
+    QDropEvent event(at, actions, &data, Qt::LeftButton, keys);
+    event.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(tree.view.viewport(), &event);
+    EXPECT_EQ(event.isAccepted(), enter.isAccepted());
+    EXPECT_TRUE(!event.isAccepted() || event.dropAction() == Qt::CopyAction) << "the source must not delete them";
+    QTest::qWait(10);
+    return event.isAccepted();
+  };
+  const QPoint row = tree.view.visualRect(tree.view.currentIndex()).center();
+  for (const auto keys : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) EXPECT_TRUE(drop(row, keys));
+  ASSERT_EQ(taken.size(), 3U);
+  EXPECT_EQ(taken[0].paths, Names{"/card/a \xe9.crw"});
+  EXPECT_EQ(taken[0].directory, dir / "caf\xe9");
+  EXPECT_EQ(taken[0].kind, std::nullopt);
+  EXPECT_EQ(taken[1].kind, TransferKind::Copy);
+  EXPECT_EQ(taken[2].kind, TransferKind::Move);
+  tree.view.resize(300, 4000);
+  QTest::qWait(20);
+  EXPECT_FALSE(drop({20, 3990}, Qt::NoModifier)) << "below the last row";
+  EXPECT_EQ(taken.size(), 3U);
+  QTest::qWait(50);
+  EXPECT_TRUE(tree.chosen.empty());
+}
+
+TEST(DirectoryTreeView, SelectedOnlyDirectoryIsChosenByAClick) {
+  const test::TempDir dir;
+  for (const char* name : {"a", "b"}) MakeDirectory(dir / name);
+  Tree tree;
+  tree.view.SetDirectory(dir / "a");
+  ASSERT_TRUE(tree.WaitAt(dir / "a"));
+  tree.view.Select(dir / "b");
+  ASSERT_TRUE(tree.WaitAt(dir / "b"));
+  const auto click = [&] {
+    QTest::mouseClick(tree.view.viewport(), Qt::LeftButton, {},
+                      tree.view.visualRect(tree.view.currentIndex()).center());
+    QTest::qWait(50);
+  };
+  click();
+  EXPECT_EQ(tree.chosen, Names{dir / "b"});
+  click();
+  EXPECT_EQ(tree.chosen.size(), 1U) << "it is on show";
+}
+
+TEST(DirectoryTreeView, VolumesComeAndGoAndTheOthersStayOpen) {
+  const test::TempDir dir;
+  for (const char* name : {"home", "home/in", "card", "disk"}) MakeDirectory(dir / name);
+  catalogue::ui::DirectoryModel model(nullptr);
+  QTreeView view;
+  view.setModel(&model);
+  const auto set = [&](const Names& names) {
+    std::vector<catalogue::ui::DirectoryRoot> roots;
+    for (const auto& name : names) roots.push_back({dir / name, name, "drive"});
+    model.SetRoots(roots);
+    Names shown;
+    for (int row = 0; row < model.rowCount(); ++row) shown.push_back(model.RootAt(row).data().toString().toStdString());
+    EXPECT_EQ(shown, names);
+  };
+  set({"home", "disk"});
+  model.Read(model.RootAt(0));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return model.rowCount(model.RootAt(0)) == 1; }));
+  view.expand(model.RootAt(0));
+  set({"home", "card", "disk"});
+  set({"home", "card"});
+  set({"home", "disk"});
+  EXPECT_TRUE(view.isExpanded(model.RootAt(0)));
+  EXPECT_EQ(model.rowCount(model.RootAt(0)), 1);
 }
 
 TEST(DirectoryTreeView, FocusAloneChoosesNothing) {

@@ -200,6 +200,8 @@ class Monkey {
     static constexpr std::array kModifiers = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
     const auto key = kKeys[static_cast<std::size_t>(Any(kKeys.size()))];
     const auto modifiers = kModifiers[static_cast<std::size_t>(Any(kModifiers.size()))];
+    // Turns the image.
+    if (modifiers == Qt::ControlModifier && (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_I)) return;
     auto* pane = Pane();
     auto* list = frame_.findChild<catalogue::ui::ThumbnailListView*>();
     Tell("key " + std::to_string(key) + " with " + std::to_string(static_cast<unsigned>(modifiers)));
@@ -231,7 +233,7 @@ class Monkey {
   void TurnWheel() {
     auto* pane = Pane();
     const QPointF at(pane->rect().center());
-    const auto modifiers = Any(3) == 0 ? Qt::ShiftModifier : Any(3) == 0 ? Qt::ControlModifier : Qt::NoModifier;
+    const auto modifiers = Any(3) == 0 ? Qt::ShiftModifier : Qt::NoModifier;  // with Control it turns images
     const int notches = Any(9) - 4;
     Tell("wheel " + std::to_string(notches));
     QWheelEvent event(at, pane->mapToGlobal(at), {}, QPoint(0, notches * 120), Qt::NoButton, modifiers,

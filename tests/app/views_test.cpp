@@ -42,6 +42,7 @@ struct Toolkit {
 class Views : public testing::Test {
  protected:
   void Open(settings::Settings settings = {}) {
+    ::setenv("XDG_STATE_HOME", (state / "journal").c_str(), 1);
     for (const auto* name : {"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"}) {
       photos.Write(name, test::MakePhoto({.width = 300, .height = 200}));
     }
@@ -79,7 +80,7 @@ class Views : public testing::Test {
   }
 
   Toolkit toolkit;
-  test::TempDir photos;
+  test::TempDir photos, state;
   test::ScriptedInteraction ask;
   std::unique_ptr<Session> session;
   std::unique_ptr<CMainFrame> frame;

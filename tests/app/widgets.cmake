@@ -3,6 +3,7 @@ ml_test(widgets
   SOURCES
     directory_tree_test.cpp
     histogram_panel_test.cpp
+    job_window_test.cpp
     screens_test.cpp
     shooting_data_window_test.cpp
     thumbnail_drag_test.cpp

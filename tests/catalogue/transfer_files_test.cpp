@@ -54,13 +54,13 @@ class TransferTest : public testing::Test {
     return files;
   }
   std::vector<std::string> Run(TransferKind kind, const std::vector<std::string>& names,
-                               platform::FileSystem* faulty = nullptr) {
+                               platform::FileSystem* faulty = nullptr, bool noted = true) {
     platform::EditBatch batch(journal_, "test");
     FileTransfer transfer(kind, dir_ / "far",
                           {.companions = companions_,
                            .trash = trash_,
                            .ask = ask_,
-                           .batch = faulty == nullptr ? &batch : nullptr,
+                           .batch = noted ? &batch : nullptr,
                            .fileSystem = faulty == nullptr ? platform::RealFileSystem() : *faulty,
                            .stateDirectory = dir_ / "state"});
     std::vector<std::string> made;
@@ -141,6 +141,19 @@ TEST_F(TransferTest, AnswersDecideWhatHappensToFilesInTheWay) {
   EXPECT_THROW(Run(TransferKind::Move, {"b.jpg"}), platform::UserError) << "a directory is never replaced";
 }
 
+TEST_F(TransferTest, UndoBringsFilesBackFromAnotherDisk) {
+  auto there = Day();
+  there["far/a.crw"] = "old raw";
+  Fill(there);
+  ask_.fileAnswers = {FileExistsAnswer::Overwrite};
+  constexpr int kNever = 1'000'000;
+  TwoDisks disks(test::Fault::Eio, kNever);
+  Run(TransferKind::Move, {"a.crw", "b.jpg"}, &disks);
+  EXPECT_EQ(Now(), kMoved);
+  EXPECT_TRUE(journal_.Undo().notUndoable.empty());
+  EXPECT_EQ(Now(), there);
+}
+
 TEST_F(TransferTest, NothingIsLostWhateverFails) {
   for (const bool twoDisks : {false, true}) {
     for (const auto kind : {TransferKind::Move, TransferKind::Copy}) {
@@ -152,7 +165,7 @@ TEST_F(TransferTest, NothingIsLostWhateverFails) {
           auto& used = twoDisks ? disks : disk;
           const auto run = [&] {
             try {
-              Run(kind, {"a.crw"}, &used);
+              Run(kind, {"a.crw"}, &used, false);
               return 0;
             } catch (const std::exception&) {
               return 1;

@@ -71,8 +71,8 @@ class DateShiftDialog final : public QDialog {
     auto* all = buttons->addButton(QStringLiteral("Update &All"), QDialogButtonBox::AcceptRole);
     auto* selected = buttons->addButton(QStringLiteral("Update &Selected"), QDialogButtonBox::AcceptRole);
     selected->setEnabled(!question_.nothingSelected);
-    (question_.nothingSelected ? all : selected)->setDefault(true);
     layout.addWidget(buttons);
+    (question_.nothingSelected ? all : selected)->setDefault(true);  // a dialog must have the button first
     connect(all, &QPushButton::clicked, this, [this] { all_ = true; });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -3,14 +3,13 @@
 #include <QCompleter>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileSystemModel>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/dialogs/byte_line.h"
 #include "app/file_dialogs.h"
 #include "platform/ui/qt_text.h"
 
@@ -18,11 +17,6 @@ namespace ml::app {
 namespace {
 
 using platform::ui::ToQString;
-
-std::string Bytes(const QLineEdit& line) { return QFile::encodeName(line.text()).toStdString(); }
-void Show(QLineEdit& line, const std::string& path) {
-  line.setText(QFile::decodeName(QByteArray::fromStdString(path)));
-}
 
 QCompleter* MakeCompleter(QWidget* parent) {
   auto* completer = new QCompleter(parent);
@@ -44,25 +38,24 @@ std::optional<std::string> AskDirectory(QWidget& parent, const DirectoryQuestion
   layout->addWidget(prompt);
   auto* row = new QHBoxLayout;
   layout->addLayout(row);
-  auto* line = new QLineEdit;
+  auto* line = new ByteLine(question.start);
   line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 60);
   line->setAccessibleName(prompt->text());
   line->setCompleter(MakeCompleter(line));
-  Show(*line, question.start);
   line->selectAll();
   row->addWidget(line);
   auto* browse = new QPushButton(QStringLiteral("&Browse..."));
   browse->setAutoDefault(false);
   row->addWidget(browse);
   QObject::connect(browse, &QPushButton::clicked, &dialog, [&] {
-    if (const auto chosen = ChooseDirectory(dialog, Bytes(*line))) Show(*line, *chosen);
+    if (const auto chosen = ChooseDirectory(dialog, line->Bytes())) line->SetBytes(*chosen);
   });
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   layout->addWidget(buttons);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return Bytes(*line);
+  return line->Bytes();
 }
 
 }  // namespace ml::app

@@ -5,31 +5,17 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QVBoxLayout>
 
+#include "app/dialogs/byte_line.h"
 #include "platform/paths.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
-namespace {
 
 using platform::ui::ToQString;
 
-/// A line that gives back the very bytes it was filled with unless somebody typed.
-class NameLine final : public QLineEdit {
- public:
-  explicit NameLine(std::string bytes) : bytes_(std::move(bytes)) { setText(ToQString(bytes_)); }
-  std::string Bytes() const { return isModified() ? text().toStdString() : bytes_; }
-
- private:
-  const std::string bytes_;
-};
-
-}  // namespace
-
-std::optional<std::string> AskNewName(QWidget& parent, const std::string& oldName,
-                                      const std::function<std::optional<std::string>(const std::string&)>& refuse) {
+std::optional<std::string> AskNewName(QWidget& parent, const std::string& oldName, const RefuseName& refuse) {
   QDialog dialog(&parent);
   dialog.setWindowTitle(QStringLiteral("Rename Image"));
   auto* layout = new QVBoxLayout(&dialog);
@@ -39,10 +25,10 @@ std::optional<std::string> AskNewName(QWidget& parent, const std::string& oldNam
   auto* row = new QHBoxLayout;
   layout->addLayout(row);
   const auto parts = platform::SplitPath(oldName);
-  auto* stem = new NameLine(std::string(parts.stem));
+  auto* stem = new ByteLine(std::string(parts.stem));
   stem->setAccessibleName(QStringLiteral("Name"));
   stem->setMinimumWidth(stem->fontMetrics().averageCharWidth() * 44);
-  auto* extension = new NameLine(std::string(parts.extension));
+  auto* extension = new ByteLine(std::string(parts.extension));
   extension->setAccessibleName(QStringLiteral("Extension"));
   extension->setFixedWidth(extension->fontMetrics().averageCharWidth() * 10);
   row->addWidget(stem);
@@ -54,10 +40,7 @@ std::optional<std::string> AskNewName(QWidget& parent, const std::string& oldNam
     name = stem->Bytes() + extension->Bytes();
     const auto refusal = name == oldName ? std::nullopt : refuse(name);
     if (!refusal) return dialog.accept();
-    QMessageBox box(QMessageBox::Warning, QStringLiteral("Marrowlantern"), ToQString(*refusal), QMessageBox::Ok,
-                    &dialog);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    TellRefusal(dialog, *refusal);
     stem->setFocus();
   });
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);

@@ -20,8 +20,8 @@ std::optional<TimestampChoice> AskTimestamp(QWidget& parent, bool nothingSelecte
   auto* all = buttons->addButton(QStringLiteral("Timestamp &All"), QDialogButtonBox::AcceptRole);
   auto* selected = buttons->addButton(QStringLiteral("Timestamp &Selected"), QDialogButtonBox::AcceptRole);
   selected->setEnabled(!nothingSelected);
-  (nothingSelected ? all : selected)->setDefault(true);
   layout->addWidget(buttons);
+  (nothingSelected ? all : selected)->setDefault(true);  // a dialog must have the button first
   TimestampChoice choice;
   QObject::connect(all, &QPushButton::clicked, &dialog, [&] { choice.all = true; });
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);

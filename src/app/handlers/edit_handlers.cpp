@@ -1,3 +1,4 @@
+#include <QScopeGuard>
 #include <string>
 
 #include "app/command_runner.h"
@@ -25,16 +26,20 @@ namespace {
 
 using imagefiles::EditTools;
 using imaging::Turn;
+using platform::ui::JobWindowShows;
 
 /// Changes one image; called on the job's thread.
 using Edit = std::function<void(const std::string& path, const EditTools& tools, const platform::JobHost& host)>;
 
-/// The job with all that edits need. Afterwards thumbnails and the image on show are made anew, whatever came of it.
+/// The job with all that edits need; without a window for a single CRW file. Afterwards thumbnails and the image on
+/// show are made anew, whatever came of it.
 void RunEdits(CommandContext& context, std::string_view title, std::string_view verb,
               const std::vector<std::string>& paths, const Edit& edit) {
   auto& session = context.session;
+  if (paths.empty()) return;
   const auto options = session.ImageOptions();
   imagefiles::CompanionFinder companions(options);
+  const bool oneRaw = paths.size() == 1 && platform::EndsWithNoCase(paths.front(), ".crw");
   const auto settle = [&] {
     session.FilesChanged(paths);
     if (session.mode != ViewMode::Thumbnails) context.view.ReloadImage();
@@ -43,11 +48,13 @@ void RunEdits(CommandContext& context, std::string_view title, std::string_view 
     RunImageJob(context, {.title = std::string(title),
                           .progressVerb = std::string(verb),
                           .paths = paths,
-                          .act = [&](const std::string& path, const ImageJobTools& tools) {
-                            edit(path,
-                                 {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}},
-                                 tools.host);
-                          }});
+                          .act =
+                              [&](const std::string& path, const ImageJobTools& tools) {
+                                edit(path,
+                                     {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}},
+                                     tools.host);
+                              },
+                          .window = oneRaw ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond});
   } catch (...) {
     settle();
     throw;
@@ -77,6 +84,7 @@ template <Turn turn>
 void RotateImages(CommandContext& context) {
   auto& session = context.session;
   int warn = session.settings.shootingData.tiffRotateWarning;
+  const auto keep = qScopeGuard([&] { session.settings.shootingData.tiffRotateWarning = warn; });
   RunEdits(context, kRotateJob, "Rotating", Targets(context, kSelectToRotate),
            [&](const std::string& path, const EditTools& tools, const platform::JobHost& host) {
              if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
@@ -88,7 +96,6 @@ void RotateImages(CommandContext& context) {
                throw platform::UserError(ErrorRotating(error.what()));
              }
            });
-  session.settings.shootingData.tiffRotateWarning = warn;
 }
 
 void EditComments(CommandContext& context) {

@@ -1,5 +1,5 @@
+#include <QScopeGuard>
 #include <algorithm>
-#include <optional>
 #include <string>
 
 #include "app/command_runner.h"
@@ -7,7 +7,9 @@
 #include "app/dialogs/rename_dialog.h"
 #include "app/dialogs/timestamp_dialog.h"
 #include "app/file_messages.h"
+#include "app/handlers/tree_directory.h"
 #include "app/jobs/image_job.h"
+#include "app/jobs/transfer_job.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
@@ -32,23 +34,6 @@ std::vector<std::string> Targets(CommandContext& context, std::string_view pleas
   return paths;
 }
 
-/// The job, and the catalogue brought up to date whatever came of it.
-void RunRemoving(CommandContext& context, const ImageJob& job) {
-  const auto top = context.view.TopPath();
-  const auto settle = [&] {
-    context.session.RemoveMissing(job.paths);
-    context.view.ScrollToTop(top);
-    context.view.RefreshTree();
-  };
-  try {
-    RunImageJob(context, job);
-  } catch (...) {
-    settle();
-    throw;
-  }
-  settle();
-}
-
 template <TransferKind kind>
 void Transfer(CommandContext& context) {
   constexpr bool kMove = kind == TransferKind::Move;
@@ -65,42 +50,11 @@ void Transfer(CommandContext& context) {
   if (!directory) return;
   session.lastDestination = *directory;
 
-  imagefiles::CompanionFinder companions(session.ImageOptions());
-  std::optional<catalogue::FileTransfer> transfer;
-  RunRemoving(context, {.title = std::string(kMove ? kMoveJob : kCopyJob),
-                        .progressVerb = kMove ? "Moving" : "Copying",
-                        .paths = paths,
-                        .act = [&](const std::string& path, const ImageJobTools& tools) {
-                          if (!transfer) {
-                            transfer.emplace(kind, *directory,
-                                             catalogue::TransferTools{.companions = companions,
-                                                                      .trash = session.Journal().Bin(),
-                                                                      .ask = tools.host.ask,
-                                                                      .stop = tools.stop,
-                                                                      .batch = &tools.batch});
-                          }
-                          transfer->Transfer(path);
-                        }});
+  RunTransfer(context, kind, *directory, paths);
 }
 
 bool TreeIsMeant(CommandContext& context) {
   return context.session.State().treeHasFocus && context.session.mode != ViewMode::Main;
-}
-
-/// Shows the directory above if the one on show goes.
-void DeleteDirectory(CommandContext& context, bool permanent) {
-  auto& session = context.session;
-  const auto directory = context.view.TreeDirectory();
-  if (directory.empty()) return;
-  const auto to = permanent ? DeleteTo::Nowhere : DeleteTo::Trash;
-  if (session.Ask().ask(DeleteDirectoryQuestion(directory, to)) != platform::Button::Yes) return;
-  {
-    const platform::PauseGuard pause(session.Worker());
-    platform::EditBatch batch(session.Journal().Edits(), std::string(kDeleteJob));
-    catalogue::DeleteDirectory(directory, to, session.Journal().Bin(), &batch);
-  }
-  session.Images().LoadDirectory(platform::normaliseDirectory(platform::DirectoryOf(directory)), "");
-  context.view.RefreshTree();
 }
 
 void DeleteImages(CommandContext& context, bool permanent) {
@@ -126,11 +80,11 @@ void DeleteImages(CommandContext& context, bool permanent) {
 }
 
 void Delete(CommandContext& context) {
-  TreeIsMeant(context) ? DeleteDirectory(context, false) : DeleteImages(context, false);
+  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Trash) : DeleteImages(context, false);
 }
 
 void DeletePermanently(CommandContext& context) {
-  TreeIsMeant(context) ? DeleteDirectory(context, true) : DeleteImages(context, true);
+  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Nowhere) : DeleteImages(context, true);
 }
 
 void RenameImage(CommandContext& context) {
@@ -146,9 +100,12 @@ void RenameImage(CommandContext& context) {
   auto& worker = session.Worker();
   const platform::PauseGuard pause(worker);
   platform::EditBatch batch(session.Journal().Edits(), std::string(kRenameJob));
+  const auto settle = qScopeGuard([&] {
+    CommitEdits(context, std::string(kRenameJob), batch);
+    context.view.NamesChanged();
+  });
   worker.RenameOne(path, std::string(platform::DirectoryOf(path)) + *name, catalogue::CaseMode::Unchanged,
                    {.companions = companions, .trash = session.Journal().Bin(), .batch = &batch});
-  context.view.NamesChanged();
 }
 
 void Timestamp(CommandContext& context) {

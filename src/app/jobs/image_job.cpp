@@ -37,25 +37,30 @@ void ShowStatus(CommandContext& context, const std::string& text) {
   context.frame.statusBar()->showMessage(platform::ui::ToQString(text), kMilliseconds);
 }
 
+void CommitEdits(CommandContext& context, const std::string& what, platform::EditBatch& batch) {
+  batch.Commit();
+  if (batch.Undoable()) return;
+  ShowStatus(context, what + ": this cannot be undone" + (batch.Failure() ? ": " + *batch.Failure() : ""));
+}
+
 void RunImageJob(CommandContext& context, const ImageJob& job) {
+  if (job.paths.empty()) return;
   auto& session = context.session;
   const platform::PauseGuard thumbnails(session.Worker());
   const platform::PauseGuard pictures(context.view.Display().Gate());
   platform::EditBatch batch(session.Journal().Edits(), job.title);
-  const auto settle = [&] {
-    batch.Commit();
-    if (batch.Undoable()) return;
-    ShowStatus(context, job.title + ": this cannot be undone" + (batch.Failure() ? ": " + *batch.Failure() : ""));
-  };
+  const auto settle = [&] { CommitEdits(context, job.title, batch); };
   try {
-    platform::ui::RunJob(
-        &context.frame,
-        {.title = platform::ui::ToQString(job.title), .nice = NiceOf(session.settings.raw.threadPriority)},
-        session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
-          RunAll(job, {host, stop, batch});
-        });
+    platform::ui::RunJob(&context.frame,
+                         {.title = platform::ui::ToQString(job.title),
+                          .shows = job.window,
+                          .nice = NiceOf(session.settings.raw.threadPriority)},
+                         session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+                           RunAll(job, {host, stop, batch});
+                         });
   } catch (const platform::Cancelled&) {
     // What was done stays done.
+    ShowStatus(context, job.title + ": cancelled");
   } catch (...) {
     settle();
     throw;

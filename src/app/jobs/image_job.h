@@ -8,6 +8,7 @@
 #include "app/command_runner.h"
 #include "platform/edit_batch.h"
 #include "platform/job_host.h"
+#include "platform/ui/job_window.h"
 
 namespace ml::app {
 
@@ -25,11 +26,15 @@ struct ImageJob {
   std::vector<std::string> paths;
   /// Called on the job's thread. What it throws ends the job.
   std::function<void(const std::string& path, const ImageJobTools& tools)> act;
+  platform::ui::JobWindowShows window = platform::ui::JobWindowShows::AfterHalfASecond;
 };
 
 /// Runs the job over all its paths with the worker standing still. Whatever comes of it, the edits made until then can
-/// be undone, or the status line tells that they cannot. Throws what `act` threw; cancelling ends it quietly.
+/// be undone, or the status line tells that they cannot. Throws what `act` threw; of cancelling the status line tells.
 void RunImageJob(CommandContext& context, const ImageJob& job);
+
+/// Makes the notes of a command called `what` lasting; the status line tells if it cannot be undone.
+void CommitEdits(CommandContext& context, const std::string& what, platform::EditBatch& batch);
 
 /// Text of the status line for some seconds.
 void ShowStatus(CommandContext& context, const std::string& text);

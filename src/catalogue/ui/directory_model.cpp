@@ -51,19 +51,31 @@ DirectoryModel::DirectoryModel(QObject* parent)
 DirectoryModel::~DirectoryModel() = default;
 
 void DirectoryModel::SetRoots(const std::vector<DirectoryRoot>& roots) {
-  beginResetModel();
-  std::vector<std::unique_ptr<Node>> old = std::move(top_->children);
-  top_->children.clear();
-  for (const auto& root : roots) {
-    const auto kept = std::ranges::find_if(old, [&](const auto& node) { return node && node->path == root.path; });
-    auto node = kept != old.end() ? std::move(*kept) : std::make_unique<Node>();
-    node->parent = top_.get();
-    node->path = root.path;
-    node->label = root.label;
-    node->icon = platform::ui::SymbolicIcon(QString::fromStdString(root.icon));
-    top_->children.push_back(std::move(node));
+  auto& nodes = top_->children;
+  const auto isRoot = [&](const Node& node) {
+    return std::ranges::find(roots, node.path, &DirectoryRoot::path) != roots.end();
+  };
+  for (int row = static_cast<int>(nodes.size()) - 1; row >= 0; --row) {
+    if (isRoot(*nodes[static_cast<std::size_t>(row)])) continue;
+    beginRemoveRows({}, row, row);
+    nodes.erase(nodes.begin() + row);
+    endRemoveRows();
   }
-  endResetModel();
+  // What stays stands in the same order as before.
+  for (std::size_t i = 0; i < roots.size(); ++i) {
+    const int row = static_cast<int>(i);
+    if (i >= nodes.size() || nodes[i]->path != roots[i].path) {
+      auto node = std::make_unique<Node>();
+      node->parent = top_.get();
+      node->path = roots[i].path;
+      beginInsertRows({}, row, row);
+      nodes.insert(nodes.begin() + row, std::move(node));
+      endInsertRows();
+    }
+    nodes[i]->label = roots[i].label;
+    nodes[i]->icon = platform::ui::SymbolicIcon(QString::fromStdString(roots[i].icon));
+    Q_EMIT dataChanged(index(row, 0), index(row, 0));
+  }
 }
 
 void DirectoryModel::SetShowHidden(bool show) {

@@ -31,7 +31,7 @@ class DirectoryModel final : public QAbstractItemModel {
   explicit DirectoryModel(QObject* parent);
   ~DirectoryModel() override;
 
-  /// Roots that stay keep what is known below them.
+  /// No path twice. Roots that stay stand in the same order and keep what is known and open below them.
   void SetRoots(const std::vector<DirectoryRoot>& roots);
   /// Forgets all listings if it changes.
   void SetShowHidden(bool show);

@@ -2,6 +2,7 @@
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -9,8 +10,11 @@
 #include <string_view>
 #include <utility>
 
+#include "catalogue/ui/directory_drop.h"
 #include "catalogue/ui/directory_model.h"
 #include "platform/paths.h"
+#include "platform/ui/accent.h"
+#include "platform/ui/volume_watcher.h"
 
 namespace ml::catalogue::ui {
 namespace {
@@ -18,6 +22,7 @@ namespace {
 constexpr int kIndentation = 16;
 constexpr int kIconSize = 20;
 constexpr int kRowHeight = 24;
+constexpr int kDropOutline = 2;
 /// What is left of the name of a directory deep down, in characters, before the tree scrolls sideways.
 constexpr int kLeastOfName = 10;
 /// Wandering through the tree by arrow keys does not load every directory on the way.
@@ -46,7 +51,10 @@ class RowDelegate final : public QStyledItemDelegate {
 
 }  // namespace
 
-DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new DirectoryModel(this)) {
+DirectoryTree::DirectoryTree(QWidget* parent)
+    : QTreeView(parent),
+      model_(new DirectoryModel(this)),
+      drop_(new DirectoryDrop(*this, [this](const QModelIndex& index) { return model_->Path(index); })) {
   setAccessibleName(QStringLiteral("Directories"));
   setHeaderHidden(true);
   setUniformRowHeights(true);
@@ -70,11 +78,25 @@ DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new Di
   connect(this, &QTreeView::expanded, model_, &DirectoryModel::Read);
   choice_.setSingleShot(true);
   connect(&choice_, &QTimer::timeout, this, [this] {
-    if (currentIndex().isValid()) Q_EMIT directoryChosen(Directory());
+    if (!currentIndex().isValid()) return;
+    shown_ = Directory();
+    Q_EMIT directoryChosen(shown_);
   });
+  // A click on the current row changes nothing, but what is selected need not be what is on show.
+  connect(this, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+    if (!choice_.isActive() && model_->Path(index) != shown_) choice_.start(0);
+  });
+  connect(drop_, &DirectoryDrop::dropped, this, &DirectoryTree::filesDropped);
+  connect(new platform::ui::VolumeWatcher(this), &platform::ui::VolumeWatcher::changed, this,
+          &DirectoryTree::LookAtVolumes);
 }
 
 void DirectoryTree::SetDirectory(const std::string& directory) {
+  shown_ = platform::normaliseDirectory(directory);
+  Select(directory);
+}
+
+void DirectoryTree::Select(const std::string& directory) {
   target_ = platform::normaliseDirectory(directory);
   choice_.stop();
   GoOnToTarget();
@@ -94,15 +116,20 @@ void DirectoryTree::SetShowHidden(bool show) {
   const std::string directory = target_.empty() ? Directory() : target_;
   const QScopedValueRollback guard(quiet_, true);
   model_->SetShowHidden(show);
-  if (!directory.empty()) SetDirectory(directory);
+  if (!directory.empty()) Select(directory);
 }
 
 void DirectoryTree::Refresh() {
   const std::string directory = target_.empty() ? Directory() : target_;
   const QScopedValueRollback guard(quiet_, true);
-  if (const auto roots = DefaultRoots(); static_cast<int>(roots.size()) != model_->rowCount()) model_->SetRoots(roots);
+  model_->SetRoots(DefaultRoots());
   ReadOpen({});
-  if (!directory.empty()) SetDirectory(directory);
+  if (!directory.empty()) Select(directory);
+}
+
+void DirectoryTree::LookAtVolumes() {
+  const QScopedValueRollback guard(quiet_, true);
+  model_->SetRoots(DefaultRoots());
 }
 
 void DirectoryTree::ReadOpen(const QModelIndex& parent) {
@@ -181,6 +208,11 @@ void DirectoryTree::drawRow(QPainter* painter, const QStyleOptionViewItem& optio
     row.palette.setColor(QPalette::Highlight, {grey, grey, grey});
   }
   QTreeView::drawRow(painter, row, index);
+  if (index != drop_->Target()) return;
+  painter->save();
+  painter->setPen({platform::ui::AccentFor(palette().color(QPalette::Base)), kDropOutline});
+  painter->drawRect(row.rect.adjusted(1, 1, -kDropOutline, -kDropOutline));
+  painter->restore();
 }
 
 void DirectoryTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

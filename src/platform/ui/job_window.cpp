@@ -83,6 +83,7 @@ class JobWindow final : public QDialog {
     bar_.setRange(0, 100);
     layout->addWidget(&bar_);
     cancel_.setText(QStringLiteral("Cancel"));
+    bar_.setAccessibleName(QStringLiteral("Progress"));
     layout->addWidget(&cancel_, 0, Qt::AlignRight);
     connect(&cancel_, &QPushButton::clicked, this, &JobWindow::reject);
     connect(&refresh_, &QTimer::timeout, this, &JobWindow::Refresh);
@@ -156,14 +157,15 @@ void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& j
   QTimer quiet;
   quiet.setSingleShot(true);
   QObject::connect(&quiet, &QTimer::timeout, &loop, &QEventLoop::quit);
-  quiet.start(kQuietMilliseconds);
+  if (look.shows == JobWindowShows::AfterHalfASecond) quiet.start(kQuietMilliseconds);
   // A key that is pressed meanwhile waits for the end of a short job.
   loop.exec(QEventLoop::ExcludeUserInputEvents);
-  if (!done) {
+  if (!done && look.shows == JobWindowShows::AfterHalfASecond) {
     window.emplace(parent, look.title, state, stop);
     window->show();
     loop.exec();
   }
+  if (!done) stop.request_stop();  // the program ends
   thread.join();
   if (failure) std::rethrow_exception(failure);
 }

@@ -13,14 +13,18 @@ namespace ml::platform::ui {
 /// What a job may ask and tell, and when it has to end: it then throws Cancelled or returns early.
 using Job = std::function<void(const JobHost& host, const std::stop_token& stop)>;
 
+enum class JobWindowShows { AfterHalfASecond, Never };
+
 struct JobLook {
   QString title;
+  JobWindowShows shows = JobWindowShows::AfterHalfASecond;
   int nice = 0;  ///< of the job's thread, see SetThreadNice
 };
 
 /// Runs `job` on a thread of its own and returns when it has ended. What lasts longer than half a second gets a window
-/// over `parent` with its progress and a button to cancel; keys and clicks for the other windows wait until then and do
-/// nothing afterwards. Throws what the job threw. To be called on the window's thread; `ask` is called on the job's.
+/// over `parent` with its progress and a button to cancel, unless it is not to have one; keys and clicks for the other
+/// windows wait until then and do nothing afterwards. If the program is told to end, so is the job. Throws what the job
+/// threw. To be called on the window's thread; `ask` is called on the job's.
 void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& job);
 
 }  // namespace ml::platform::ui

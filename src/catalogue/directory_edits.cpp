@@ -1,0 +1,54 @@
+#include "catalogue/directory_edits.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "catalogue/messages.h"
+#include "catalogue/rename_steps.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+
+namespace ml::catalogue {
+
+using platform::UserError;
+
+std::optional<std::string> RefuseFolderName(const std::string& name) {
+  if (!platform::IsPortableName(name)) return kFolderNameNotTaken;
+  return std::nullopt;
+}
+
+std::string MakeFolder(const std::string& parent, const std::string& name) {
+  constexpr mode_t kAsTheUserWants = 0777;  // less the umask
+  const auto path = platform::JoinPath(parent, name);
+  if (platform::RealFileSystem().Mkdir(path, kAsTheUserWants) != 0) {
+    throw UserError(errorCreatingFolder(path) + "\n" + platform::ErrorText(errno));
+  }
+  return path;
+}
+
+std::string RenameDirectory(const std::string& directory, const std::string& name, platform::EditBatch* batch) {
+  auto& fileSystem = platform::RealFileSystem();
+  const auto to = std::string(platform::DirectoryOf(directory)) + name;
+  const bool taken = !IsNameFree(to, fileSystem);
+  const bool sameDirectory =
+      taken && platform::SameFile(directory, to) && platform::EqualsFolded(platform::FileName(directory), name);
+  if (taken && !sameDirectory) throw UserError(directoryNameTaken(to));
+  if (batch != nullptr) batch->WillRename(directory, to);
+  const int result = sameDirectory ? fileSystem.Rename(directory, to) : fileSystem.RenameNoReplace(directory, to);
+  if (result != 0) throw UserError(errorRenaming(directory, to) + "\n" + platform::ErrorText(errno));
+  return to;
+}
+
+void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch) {
+  if (to == DeleteTo::Trash) {
+    if (batch != nullptr) batch->WillTrash(directory);
+    return trash.Put(directory);
+  }
+  if (batch != nullptr) batch->WillLose(directory, kDeletedForGood);
+  std::error_code error;
+  std::filesystem::remove_all(directory, error);
+  if (error) throw UserError(errorDeletingImage(directory) + "\n" + error.message());
+}
+
+}  // namespace ml::catalogue
