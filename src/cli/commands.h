@@ -16,6 +16,7 @@ void AddOrderCommand(CLI::App& program, RunState& state);
 void AddTagsCommand(CLI::App& program, RunState& state);
 void AddInfoCommand(CLI::App& program, RunState& state);
 void AddIptcCommand(CLI::App& program, RunState& state);
+void AddCommentCommand(CLI::App& program, RunState& state);
 void AddTextCommand(CLI::App& program, RunState& state);
 void AddExpandCommand(CLI::App& program, RunState& state);
 void AddThumbCommand(CLI::App& program, RunState& state);

@@ -7,6 +7,7 @@
 
 #include "cli/commands.h"
 #include "cli/iptc_items.h"
+#include "cli/iptc_writing.h"
 #include "cli/run_state.h"
 #include "metadata/exif_data.h"
 #include "metadata/iptc/iptc_file.h"
@@ -24,6 +25,7 @@ struct IptcArguments {
   std::vector<std::string> files;
   std::string save;
   bool overwrite = false, dryRun = false;
+  IptcChange change;
 };
 
 /// Of an image, or of a file that holds nothing else. Throws UserError.
@@ -47,6 +49,15 @@ void Save(const IptcArguments& arguments, const std::vector<IptcItem>& items) {
 }
 
 /// Whether all went well is told under "ok", what did not under "message".
+Json JsonOf(const std::string& given, const std::vector<IptcItem>& items, const std::string& message) {
+  Json object;
+  PutPath(object, "path", given);
+  object["iptc"] = JsonOfIptc(items);
+  object["ok"] = message.empty();
+  object["message"] = JsonText(message);
+  return object;
+}
+
 Json ShowOne(const std::string& given, const IptcArguments& arguments, RunState& state) {
   std::vector<IptcItem> items;
   std::string message;
@@ -61,12 +72,24 @@ Json ShowOne(const std::string& given, const IptcArguments& arguments, RunState&
     if (arguments.files.size() > 1) PrintLine(given);
     PrintIptc(items, arguments.files.size() > 1 ? "  " : "");
   }
-  Json object;
-  PutPath(object, "path", given);
-  object["iptc"] = JsonOfIptc(items);
-  object["ok"] = message.empty();
-  object["message"] = JsonText(message);
-  return object;
+  return JsonOf(given, items, message);
+}
+
+void Change(const IptcArguments& arguments, RunState& state) {
+  if (!arguments.save.empty()) throw WrongUsage("--save goes with no change; save afterwards");
+  GivenPaths given;
+  std::vector<std::string> paths;
+  for (const auto& file : arguments.files) paths.push_back(given.Add(file));
+  const auto mode = arguments.dryRun ? imagefiles::WriteMode::DryRun : imagefiles::WriteMode::Write;
+  auto json = Json::array();
+  for (const auto& result : ChangeIptc(paths, arguments.change, mode, state)) {
+    json.push_back(JsonOf(given.Of(result.path), result.items, result.failure));
+    if (state.json || !result.failure.empty()) continue;
+    const auto* done = arguments.dryRun ? ": would be written" : ": written";
+    PrintLine(given.Of(result.path) + (result.changed ? done : ": unchanged"));
+  }
+  if (state.json) PrintJson(json);
+  if (state.stop.stop_requested()) throw platform::Cancelled();
 }
 
 void ShowIptc(const IptcArguments& arguments, RunState& state) {
@@ -83,13 +106,19 @@ void ShowIptc(const IptcArguments& arguments, RunState& state) {
 }  // namespace
 
 void AddIptcCommand(CLI::App& program, RunState& state) {
-  auto* command = program.add_subcommand("iptc", "Show the IPTC data of images, or of files of such data");
+  auto* command =
+      program.add_subcommand("iptc", "Show or change the IPTC data of images, or show those of files of such data");
   auto arguments = std::make_shared<IptcArguments>();
   command->add_option("files", arguments->files, "Images, or .ipt and .ffo files")->required();
   command->add_option("--save", arguments->save, "Write the data of the one file to this .ipt file");
   command->add_flag("--overwrite", arguments->overwrite, "Let --save replace a file");
   command->add_flag("--dry-run", arguments->dryRun, "Write nothing");
-  command->callback([arguments, &state] { state.action = [arguments, &state] { ShowIptc(*arguments, state); }; });
+  AddIptcChangeOptions(*command, arguments->change);
+  command->callback([arguments, &state] {
+    state.action = [arguments, &state] {
+      arguments->change.Asked() ? Change(*arguments, state) : ShowIptc(*arguments, state);
+    };
+  });
 }
 
 }  // namespace ml::cli

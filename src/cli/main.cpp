@@ -68,6 +68,7 @@ int Main(int argc, char** argv) {
   AddTagsCommand(program, state);
   AddInfoCommand(program, state);
   AddIptcCommand(program, state);
+  AddCommentCommand(program, state);
   AddTextCommand(program, state);
   AddExpandCommand(program, state);
   AddThumbCommand(program, state);

@@ -32,6 +32,11 @@ inline constexpr std::string_view kUpdateReadOnly = "Unable to update image beca
 inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
 inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
 
+inline std::string NotWritten(const std::string& path, const std::string& reason) {
+  return "Unable to write to:\n" + path + "\n" + reason;
+}
+inline std::string IptcNotWritten(const std::string& reason) { return "Error writing IPTC data\n" + reason; }
+inline std::string NotAnImage(const std::string& path) { return "Not the name of an image:\n" + path; }
 inline std::string CannotHoldIptc(const std::string& path) { return "This format cannot hold IPTC data:\n" + path; }
 inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
 inline std::string UnableToRead(const std::string& path, const std::string& reason) {

@@ -10,7 +10,6 @@ constexpr int kMaxChunks = 262'144;
 constexpr std::uint32_t kMaxChunkSize = 0x7fffffff;
 constexpr std::uint32_t kHeaderSize = 13;
 constexpr std::size_t kMaxKey = 79;
-constexpr std::size_t kMaxText = std::size_t{1} << 20;
 constexpr std::size_t kMaxAllTexts = std::size_t{8} << 20;
 constexpr std::size_t kMaxTexts = 4096;
 constexpr int kMaxBadTexts = 16;  ///< each may cost as much time as a text of full length
@@ -32,7 +31,7 @@ std::string TakeText(ByteView& data) {
 }
 
 std::string Unpacked(ByteView stream) {
-  const auto content = Inflate(stream.Bytes(), kMaxText);
+  const auto content = Inflate(stream.Bytes(), kMaxPngText);
   if (!content) throw ExifException::BadHeader;
   return AsText(*content);
 }
@@ -53,7 +52,7 @@ std::string TextBody(std::string_view type, ByteView data) {
 }
 
 std::optional<PngText> ReadText(const ByteSource& source, const PngChunk& chunk) {
-  if (chunk.data.size > kMaxText || chunk.cut) return std::nullopt;
+  if (chunk.data.size > kMaxPngText || chunk.cut) return std::nullopt;
   try {
     const auto bytes = source.Read(chunk.data.position, static_cast<std::size_t>(chunk.data.size));
     ByteView data(bytes, ByteOrder::Big);

@@ -35,6 +35,9 @@ class PngChunks {
   bool ended_ = false;
 };
 
+/// Longer texts are not read, in bytes.
+inline constexpr std::size_t kMaxPngText = std::size_t{1} << 20;
+
 struct PngText {
   std::string key;    ///< 1 to 79 bytes, Latin-1
   std::string value;  ///< as stored: Latin-1, or UTF-8 from an iTXt chunk

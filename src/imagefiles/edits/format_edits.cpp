@@ -3,14 +3,27 @@
 #include <algorithm>
 #include <iterator>
 
+#include "imagefiles/edits/iptc_rows.h"
+
 namespace ml::imagefiles {
 namespace {
 
 constexpr FormatEdits kEdits[] = {
-    {.format = Format::Jpeg},     {.format = Format::Jp2}, {.format = Format::Crw}, {.format = Format::Tiff},
-    {.format = Format::Eos1DRaw}, {.format = Format::Nef}, {.format = Format::Avi}, {.format = Format::Psd},
-    {.format = Format::Gif},      {.format = Format::Bmp}, {.format = Format::Mrw}, {.format = Format::Orf},
-    {.format = Format::Raf},      {.format = Format::Pef}, {.format = Format::Png},
+    {.format = Format::Jpeg, .writeIptc = WriteIptcIntoJpeg},
+    {.format = Format::Jp2, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoJp2},
+    {.format = Format::Crw, .writeIptc = WriteIptcIntoThm},
+    {.format = Format::Tiff},
+    {.format = Format::Eos1DRaw},
+    {.format = Format::Nef},
+    {.format = Format::Avi, .writeIptc = WriteIptcIntoThm},
+    {.format = Format::Psd, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoPsd},
+    {.format = Format::Gif},
+    {.format = Format::Bmp},
+    {.format = Format::Mrw},
+    {.format = Format::Orf},
+    {.format = Format::Raf},
+    {.format = Format::Pef},
+    {.format = Format::Png, .setComment = SetPngComment, .writeIptc = WriteIptcIntoPng},
 };
 
 }  // namespace

@@ -10,7 +10,8 @@ inline constexpr int kApplicationRecord = 2;  ///< the one record that is edited
 /// Datasets of the application record that code asks for.
 namespace iptc_dataset {
 inline constexpr int kVersion = 0, kCategory = 15, kSupplementalCategories = 20, kKeywords = 25, kReleaseDate = 30,
-                     kDateCreated = 55, kTimeCreated = 60, kCaption = 120;
+                     kSpecialInstructions = 40, kDateCreated = 55, kTimeCreated = 60, kByLine = 80, kCopyright = 116,
+                     kCaption = 120;
 }
 
 struct IptcDatasetRow {

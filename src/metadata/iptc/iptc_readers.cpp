@@ -5,29 +5,18 @@
 
 #include "metadata/iptc/iptc_block.h"
 #include "metadata/iptc/iptc_png_text.h"
-#include "metadata/jpeg_segments.h"
-#include "metadata/psd_resources.h"
+#include "metadata/jpeg_iptc_place.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::string_view kResourcesMark("Photoshop 3.0\0", 14);
+constexpr std::size_t kMostIptc = std::size_t{64} << 20;  ///< bytes; nobody writes a thousandth of it
 
 void Add(ExifData& data, IptcBlock block) {
   data.iptc.insert(data.iptc.end(), std::make_move_iterator(block.items.begin()),
                    std::make_move_iterator(block.items.end()));
   data.iptcSurroundings.otherRecords += block.surroundings.otherRecords;
   data.iptcSurroundings.tail += block.surroundings.tail;
-}
-
-/// The data of the resource. A segment without the usual mark may also hold the datasets themselves.
-FileRange FindIptc(const JpegSegments& segments, const JpegSegment& segment, const ByteSource& file) {
-  const bool isMarked = segments.PayloadStartsWith(segment, kResourcesMark);
-  const auto skipped = isMarked ? kResourcesMark.size() : 0;
-  const FileRange area{segment.payload + skipped, segment.payloadSize - skipped};
-  const auto resources = ReadPsdResources(file, area, CutResource::Keep);
-  if (const auto* iptc = FindPsdResource(resources, psd_resource::kIptc)) return iptc->data;
-  return isMarked || !resources.empty() ? FileRange() : area;
 }
 
 }  // namespace
@@ -37,12 +26,14 @@ void ReadBareIptc(ExifData& data, ByteView block) { Add(data, ParseIptcBlock(blo
 void ReadIptcResource(ExifData& data, ByteView block) { Add(data, ParseIptcBlock(block, IptcCarrier::Resource)); }
 
 void ReadJpegIptc(ExifData& data, const ByteSource& file) {
-  JpegSegments segments(file);
-  auto segment = segments.Next();
-  while (segment && segment->marker != jpeg_marker::kApp13) segment = segments.Next();
-  if (!segment) return;
-  const auto range = FindIptc(segments, *segment, file);
-  const auto bytes = file.ReadUpTo(range.position, range.size);
+  const auto place = FindJpegIptc(file);
+  if (!place) return;
+  auto bytes = file.ReadUpTo(place->data.position, place->data.size);
+  for (const auto& rest : place->rest) {
+    if (bytes.size() >= kMostIptc) break;
+    const auto more = file.ReadUpTo(rest.data.position, rest.data.size);
+    bytes.insert(bytes.end(), more.begin(), more.end());
+  }
   ReadIptcResource(data, ByteView(bytes, ByteOrder::Big));
 }
 

@@ -1,0 +1,88 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/commands.h"
+#include "cli/edit_session.h"
+#include "cli/output.h"
+#include "cli/run_state.h"
+#include "imagefiles/messages.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+#include "platform/readable_file.h"
+#include "platform/text.h"
+
+namespace ml::cli {
+namespace {
+
+struct CommentArguments {
+  std::vector<std::string> files;
+  std::optional<std::string> text;
+  bool dryRun = false;
+};
+
+std::unique_ptr<imagefiles::ImageFile> Open(const std::string& path, const EditSession& session) {
+  const platform::ReadableFile readable(path);  // the handler is silent about a file it may not open
+  auto file = imagefiles::CreateImageFile(path, session.Tools().options);
+  if (!file) throw platform::UserError(imagefiles::messages::NoSuchImage(path));
+  return file;
+}
+
+/// The comment that the file has in the end.
+std::string SetAndGet(const std::string& path, const CommentArguments& arguments, const EditSession& session) {
+  const auto file = Open(path, session);
+  if (!arguments.text) return file->GetComment();
+  if (!arguments.dryRun) {
+    SetComment(*file, *arguments.text, session.Tools());
+    return Open(path, session)->GetComment();
+  }
+  const auto refusal = file->Row().commentRefusal;
+  if (!refusal.empty()) throw platform::UserError(std::string(refusal));
+  return *arguments.text;
+}
+
+Json CommentOf(const std::string& given, const CommentArguments& arguments, const EditSession& session,
+               RunState& state) {
+  Json object;
+  PutPath(object, "path", given);
+  std::string comment, message;
+  try {
+    comment = SetAndGet(platform::AbsolutePath(given), arguments, session);
+    if (!state.json) PrintLine(arguments.files.size() > 1 ? given + ": " + comment : comment);
+  } catch (const platform::UserError& error) {
+    message = error.what();
+    state.Fail(message.find(given) == std::string::npos ? given + ": " + message : message);
+  }
+  object["comment"] = JsonText(comment);
+  object["ok"] = message.empty();
+  object["message"] = JsonText(message);
+  return object;
+}
+
+void RunComment(const CommentArguments& arguments, RunState& state) {
+  auto result = Json::array();
+  EditSession session("Edit comments", state);
+  for (const auto& given : arguments.files) {
+    if (state.stop.stop_requested()) break;
+    result.push_back(CommentOf(given, arguments, session, state));
+  }
+  session.Finish();
+  if (state.json) PrintJson(result);
+  if (state.stop.stop_requested()) throw platform::Cancelled();
+}
+
+}  // namespace
+
+void AddCommentCommand(CLI::App& program, RunState& state) {
+  auto* command = program.add_subcommand("comment", "Show or set the comments of images");
+  auto arguments = std::make_shared<CommentArguments>();
+  command->add_option("files", arguments->files, "Images")->required();
+  command->add_option("--set", arguments->text, "The new comment; an empty one takes it away");
+  command->add_flag("--dry-run", arguments->dryRun, "Write nothing");
+  command->callback([arguments, &state] { state.action = [arguments, &state] { RunComment(*arguments, state); }; });
+}
+
+}  // namespace ml::cli
