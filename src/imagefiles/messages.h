@@ -29,6 +29,11 @@ inline constexpr std::string_view kIptcDataReadOnly = "Unable to write IPTC data
 inline constexpr std::string_view kIptcReadOnly = "Unable to write IPTC because image is read-only";
 inline constexpr std::string_view kUpdateReadOnly = "Unable to update image because it is read-only";
 
+inline constexpr char kNoProfile[] = "No color profile specified";
+inline constexpr char kProfileMissing[] = "Color profile file does not exist";
+inline constexpr char kProfileUnreadable[] = "Can't read color profile";
+inline constexpr char kJpegUnreadable[] = "Can't read JPEG";
+
 inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
 inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
 
@@ -38,9 +43,13 @@ inline std::string NotWritten(const std::string& path, const std::string& reason
 inline std::string IptcNotWritten(const std::string& reason) { return "Error writing IPTC data\n" + reason; }
 inline std::string NotAnImage(const std::string& path) { return "Not the name of an image:\n" + path; }
 inline std::string CannotHoldIptc(const std::string& path) { return "This format cannot hold IPTC data:\n" + path; }
+inline std::string NotAProfile(const std::string& path) { return "File is not an ICC color profile:\n" + path; }
 inline std::string NoSuchImage(const std::string& path) { return "No such image: " + path; }
 inline std::string UnableToRead(const std::string& path, const std::string& reason) {
   return "Unable to read image:\n" + path + "\n" + reason;
+}
+inline std::string UnableToTurn(const std::string& path, const std::string& reason) {
+  return "Unable to rotate image:\n" + path + "\n" + reason;
 }
 inline std::string NoImage(const std::string& path) {
   return "Unable to make a thumbnail of:\n" + path + "\nIts name is not that of an image";

@@ -44,7 +44,9 @@ Visit IfdWalker::WalkOne(std::uint64_t position, const IfdPolicy& policy, const 
   if (bytes.size() < size && !policy.visitCutDirectory) throw ExifException::OutOfBounds;
   const ByteView directory(bytes, order_);
   for (std::size_t i = 0; i < count; ++i) {
-    if (visitor(ReadIfdEntry(directory, i)) == Visit::Stop) return Visit::Stop;
+    auto entry = ReadIfdEntry(directory, i);
+    entry.position = position + 2 + i * kIfdEntrySize;
+    if (visitor(entry) == Visit::Stop) return Visit::Stop;
   }
   if (policy.followNext) {
     std::array<std::byte, 4> link{};

@@ -25,6 +25,7 @@ inline constexpr char kDamagedForEdit[] = "The file is damaged or cut off and wa
 inline constexpr char kImageDataChanged[] = "The picture would not stay as it is, the file was not changed";
 inline constexpr char kIptcTooLong[] = "The IPTC data are longer than the file can hold";
 inline constexpr char kPngTextTooLong[] = "The text is longer than 1 MiB";
+inline constexpr char kProfileTooLong[] = "The color profile is too long for a JPEG, or empty";
 
 inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
 inline std::string NotAsWritten(const std::string& path) {
