@@ -28,6 +28,10 @@ inline constexpr std::string_view kCommentReadOnly = "Unable to add comment beca
 inline constexpr std::string_view kIptcDataReadOnly = "Unable to write IPTC data because image is read-only";
 inline constexpr std::string_view kIptcReadOnly = "Unable to write IPTC because image is read-only";
 inline constexpr std::string_view kUpdateReadOnly = "Unable to update image because it is read-only";
+inline constexpr std::string_view kThumbnailReadOnly = "Unable to regenerate thumbnail because image is read-only";
+
+inline constexpr char kCaptionFailed[] = "Error writing comment in IPTC caption";
+inline constexpr char kPictureDamaged[] = "The picture is damaged";
 
 inline constexpr char kNoProfile[] = "No color profile specified";
 inline constexpr char kProfileMissing[] = "Color profile file does not exist";
@@ -51,6 +55,10 @@ inline std::string UnableToRead(const std::string& path, const std::string& reas
 inline std::string UnableToTurn(const std::string& path, const std::string& reason) {
   return "Unable to rotate image:\n" + path + "\n" + reason;
 }
+inline std::string NoThumbnail(const std::string& path, const std::string& reason) {
+  return "Unable to regenerate thumbnail of:\n" + path + "\n" + reason;
+}
+inline std::string DamagedMetadata(const std::string& path) { return "Its EXIF data are damaged:\n" + path; }
 inline std::string NoImage(const std::string& path) {
   return "Unable to make a thumbnail of:\n" + path + "\nIts name is not that of an image";
 }

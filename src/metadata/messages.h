@@ -20,6 +20,21 @@ inline constexpr char kIptcDate[] = "Invalid date entered.\nThe date must be in 
 inline constexpr char kIptcReleaseDate[] =
     "Invalid release date entered.\nThe date must be in the form: YYYYMMDD\ne.g. 20020324";
 
+inline constexpr char kExifTooSmall[] = "Too small";
+inline constexpr char kExifNotExif[] = "Not EXIF";
+inline constexpr char kExifAlignment[] = "Alignment invalid";
+inline constexpr char kExifNoTag[] = "No EXIF tag";
+inline constexpr char kExifCut[] = "The file ends inside its EXIF data";
+inline constexpr char kReadShortOverflow[] = "Overflow in readShort()";
+inline constexpr char kReadLongOverflow[] = "Overflow in readLong()";
+inline constexpr char kWriteShortOverflow[] = "Overflow in writeShort()";
+inline constexpr char kWriteLongOverflow[] = "Overflow in writeLong()";
+
+inline constexpr char kDescriptionTooShort[] = "Comment is too long for the EXIF ImageDescription field";
+inline constexpr char kNoJpegComment[] = "JPEG does not contain an EXIF UserComment or ImageDescription field";
+inline constexpr char kNoJpeg[] = "Not a JPEG file";
+inline constexpr char kSegmentTooLong[] = "The data do not fit into one segment of a JPEG file";
+inline constexpr char kPicturesWouldChange[] = "The edit would have changed the picture, nothing was written";
 /// Of files that an edit leaves alone; who knows the path adds it.
 inline constexpr char kDamagedForEdit[] = "The file is damaged or cut off and was not changed";
 inline constexpr char kImageDataChanged[] = "The picture would not stay as it is, the file was not changed";

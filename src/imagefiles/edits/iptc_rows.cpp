@@ -7,6 +7,7 @@
 #include "metadata/edit/iptc_jpeg.h"
 #include "metadata/edit/iptc_png.h"
 #include "metadata/edit/iptc_psd.h"
+#include "metadata/edit/multi_picture.h"
 #include "metadata/edit/png_text_chunk.h"
 #include "metadata/iptc/iptc_caption.h"
 #include "metadata/messages.h"
@@ -34,7 +35,10 @@ void EditAroundPicture(const std::string& path, metadata::ImageDataFinder pictur
 }
 
 void WriteIptcIntoJpeg(ImageFile& file, const IptcBlock& block, const EditTools& tools) {
-  const auto edit = [&](EditedFile& edited) { metadata::WriteJpegIptc(edited, block); };
+  const auto edit = [&](EditedFile& edited) {
+    metadata::WriteJpegIptc(edited, block);
+    metadata::RealignMultiPicture(edited);
+  };
   EditAroundPicture(file.Path(), metadata::JpegImageData, edit, tools);
 }
 

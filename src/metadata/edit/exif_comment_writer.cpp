@@ -1,0 +1,34 @@
+#include "metadata/edit/exif_comment_writer.h"
+
+#include <string>
+
+#include "metadata/messages.h"
+#include "platform/errors.h"
+#include "platform/text.h"
+
+namespace ml::metadata {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view kEncoding = "ASCII\0\0\0"sv;
+
+std::span<const std::byte> BytesOf(std::string_view text) { return std::as_bytes(std::span(text.data(), text.size())); }
+
+}  // namespace
+
+void WriteExifComment(ExifSegment& segment, std::string_view text) {
+  const auto& layout = segment.Layout();
+  if (const auto field = layout.userComment) {
+    std::string value(kEncoding);
+    value += platform::CutToBytes(text, field->size - kEncoding.size());
+    segment.FillField(*field, BytesOf(value));
+  } else if (const auto description = layout.imageDescription) {
+    if (text.size() >= description->size) throw platform::UserError(messages::kDescriptionTooShort);
+    segment.FillField(*description, BytesOf(text));
+  } else {
+    throw platform::UserError(messages::kNoJpegComment);
+  }
+}
+
+}  // namespace ml::metadata
