@@ -37,6 +37,17 @@ inline constexpr char kNoProfile[] = "No color profile specified";
 inline constexpr char kProfileMissing[] = "Color profile file does not exist";
 inline constexpr char kProfileUnreadable[] = "Can't read color profile";
 inline constexpr char kJpegUnreadable[] = "Can't read JPEG";
+inline constexpr std::string_view kInvalidTiff = "Invalid TIFF";
+inline constexpr std::string_view kInvalidNef = "Invalid NEF";
+inline constexpr std::string_view kInvalidOrf = "Invalid ORF";
+inline constexpr std::string_view kInvalidRaf = "Invalid RAF";
+inline constexpr std::string_view kInvalidPef = "Invalid PEF";
+inline constexpr std::string_view kInvalidMrw = "Invalid MRW";
+inline constexpr std::string_view kNoTiffComment = "TIFF file does not contain an EXIF UserComment field";
+inline constexpr std::string_view kCaptionNotWritten = "Error writing comment in IPTC caption";
+inline constexpr std::string_view kEos1DTiffRotate = "Canon EOS 1D raw file rotation not supported in this version";
+inline constexpr std::string_view kThumbnailOnlyRotate =
+    "Unable to rotate file because it is probably a raw file with a .tif extension";
 
 inline constexpr char kEmbeddedJpeg[] = "Error reading JPEG thumbnail";
 inline constexpr char kNoFrame[] = "The movie has no frame that can be read";
@@ -61,6 +72,26 @@ inline std::string NoThumbnail(const std::string& path, const std::string& reaso
 inline std::string DamagedMetadata(const std::string& path) { return "Its EXIF data are damaged:\n" + path; }
 inline std::string NoImage(const std::string& path) {
   return "Unable to make a thumbnail of:\n" + path + "\nIts name is not that of an image";
+}
+
+inline std::string DamagedForEdit(const std::string& path) {
+  return "The file is damaged or cut off and was not changed:\n" + path;
+}
+inline std::string NoRotationRecord(const std::string& path) {
+  return "The file has no record of a rotation that could be changed:\n" + path;
+}
+inline std::string NoCrwComment(const std::string& path) {
+  return "The file has no record for such a comment and no .thm file beside it:\n" + path;
+}
+inline std::string NoThm(const std::string& path) { return "There is no .thm file beside this one:\n" + path; }
+inline std::string NoRoomInTiff(const std::string& path) {
+  return "The file is too large to take anything more and was not changed:\n" + path;
+}
+inline std::string UnableToReadTiff(const std::string& reason, const std::string& description) {
+  return "Unable to read TIFF file\nReason: " + reason + "\nDescription: " + description;
+}
+inline std::string UnableToWriteTiff(const std::string& path, const std::string& reason) {
+  return "Unable to write temporary TIFF file\n" + path + "\n" + reason;
 }
 
 }  // namespace ml::imagefiles::messages

@@ -11,6 +11,13 @@ inline constexpr char kCrwEntries[] = "numEntries > 20";
 inline constexpr char kCrwSeek[] = "fseek() error extracting picture info";
 inline constexpr char kCrwPictureData[] = "End of file reached trying to read picture data";
 
+inline constexpr char kCiffAlignment[] = "Invalid CRW: not II aligned";
+inline constexpr char kCiffSeek[] = "fseek() error";
+inline constexpr char kCiffEntries[] = "Invalid number of heaps";
+inline constexpr char kCiffRead[] = "fread() error";
+inline constexpr char kCiffWrite[] = "fwrite() error";
+inline constexpr char kCrwTimeRange[] = "The date would be one that the file cannot hold";
+
 /// Behind the path of the file.
 inline constexpr char kIptcValueTooLong[] = ": holds an IPTC value of more than 5,120 bytes";
 

@@ -1,0 +1,47 @@
+#include "metadata/edit/ifd_directory.h"
+
+#include <algorithm>
+#include <array>
+
+namespace ml::metadata {
+namespace {
+
+/// By the number of the type, 1 to 12.
+constexpr std::array<std::uint8_t, 13> kTypeSizes = {1, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8};
+constexpr std::uint64_t kInEntry = 4;
+
+}  // namespace
+
+const IfdEntry* IfdDirectory::Find(std::uint16_t tag) const {
+  const auto found = std::ranges::find(entries, tag, &IfdEntry::tag);
+  return found == entries.end() ? nullptr : &*found;
+}
+
+FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index) {
+  const auto& entry = directory.entries[index];
+  const auto size = std::uint64_t{entry.count} * (entry.type < kTypeSizes.size() ? kTypeSizes[entry.type] : 1);
+  if (size <= kInEntry) return {directory.EntryPosition(index) + 8, size};
+  return {directory.base + entry.rawValue, size};
+}
+
+IfdDirectory ReadIfdDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset) {
+  IfdDirectory directory{.order = order, .base = base, .position = base + offset};
+  const std::size_t count = source.ReadNumber(directory.position, 2, order);
+  const auto bytes = source.Read(directory.position + 2, count * kIfdEntrySize);
+  const ByteView view(bytes, order);
+  for (std::size_t i = 0; i < count; ++i) directory.entries.push_back(ReadIfdEntry(view, i));
+  // Some writers leave the link out behind the last directory of the file.
+  std::array<std::byte, 4> link{};
+  if (source.ReadSome(directory.EntryPosition(count), link) == link.size()) {
+    directory.next = ByteView(link, order).readLong(0);
+  }
+  return directory;
+}
+
+IfdDirectory ReadFirstDirectory(const ByteSource& source, std::uint64_t base, TiffMagic magic) {
+  const auto header = ReadTiffHeader(source, base);
+  if (!header || (magic == TiffMagic::Required && !header->IsTiff())) throw ExifException::BadHeader;
+  return ReadIfdDirectory(source, header->order, base, header->firstDirectory);
+}
+
+}  // namespace ml::metadata

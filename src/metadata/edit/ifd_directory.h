@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "metadata/byte_source.h"
+#include "metadata/file_range.h"
+#include "metadata/ifd.h"
+#include "metadata/tiff_raw.h"
+
+namespace ml::metadata {
+
+/// A directory as a writer needs it: every entry, in the order of the file, and the link to the next one.
+struct IfdDirectory {
+  ByteOrder order = ByteOrder::Little;
+  std::uint64_t base = 0;      ///< of the TIFF header in the file; offsets count from there
+  std::uint64_t position = 0;  ///< of the number of entries, in the file
+  std::vector<IfdEntry> entries{};
+  std::uint32_t next = 0;  ///< as stored; 0 where the file ends before the link
+
+  std::uint64_t EntryPosition(std::size_t index) const { return position + 2 + index * kIfdEntrySize; }
+  /// The first entry with this tag, or null.
+  const IfdEntry* Find(std::uint16_t tag) const;
+};
+
+/// Where the bytes of an entry's value stand: in the entry itself if they are at most four. Not looked whether the
+/// file is that long. Types that nobody defined count as bytes.
+FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index);
+
+/// Throws ExifException: OutOfBounds where an entry is missing.
+IfdDirectory ReadIfdDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset);
+/// The first directory of the TIFF header at `base`. Throws the same, and BadHeader for what is no such header.
+IfdDirectory ReadFirstDirectory(const ByteSource& source, std::uint64_t base, TiffMagic magic);
+
+}  // namespace ml::metadata
