@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -27,11 +28,17 @@ struct IfdEntry {
   std::uint32_t count = 0;
   std::uint32_t rawValue = 0;  ///< the four bytes of the value field
   std::uint32_t value = 0;     ///< the same, but a single short reduced to its 16 bits
-  std::uint64_t position = 0;  ///< of the entry in the source; set by a walk
+  std::uint64_t position = 0;  ///< of the entry in the source, where a walker found it
   bool Is(IfdType wanted) const { return type == static_cast<std::uint16_t>(wanted); }
 };
 
 constexpr std::size_t kIfdEntrySize = 12;
+
+/// Bytes of one value of a type; 0 if there is no such type.
+constexpr std::uint32_t TypeSize(std::uint16_t type) {
+  constexpr std::array<std::uint8_t, 14> kSizes = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
+  return type < kSizes.size() ? kSizes[type] : 0;
+}
 
 /// The entry at `index` of a view that begins with the first entry.
 IfdEntry ReadIfdEntry(ByteView directory, std::size_t index);
