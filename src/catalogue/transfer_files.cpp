@@ -67,14 +67,23 @@ std::vector<FileTransfer::Step> FileTransfer::Plan(const std::vector<std::string
   return steps;
 }
 
+std::vector<std::string> FileTransfer::Targets(const std::vector<Step>& steps) {
+  std::vector<std::string> targets;
+  for (const auto& step : steps) targets.push_back(step.to);
+  return targets;
+}
+
 std::vector<std::string> FileTransfer::Transfer(const std::string& path) {
   const auto companions = tools_.companions.Find(path);
   if (companions.file.empty()) return {};
   const auto steps = Plan(companions.Paths());
   kind_ == TransferKind::Move ? Move(steps) : Copy(steps);
-  std::vector<std::string> made;
-  for (const auto& step : steps) made.push_back(step.to);
-  return made;
+  return Targets(steps);
+}
+
+std::vector<std::string> FileTransfer::Preview(const std::string& path) {
+  const auto companions = tools_.companions.Find(path);
+  return companions.file.empty() ? std::vector<std::string>() : Targets(Plan(companions.Paths()));
 }
 
 void FileTransfer::Move(const std::vector<Step>& steps) {

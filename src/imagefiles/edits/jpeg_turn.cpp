@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "imagefiles/edits/jpeg_thumbnail.h"
+#include "imagefiles/edits/turned_orientation.h"
 #include "imagefiles/messages.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/read_whole.h"
@@ -103,7 +105,7 @@ void TurnFile(const std::string& path, JpegTransform transform, const EditTools&
   try {
     int width = 0, height = 0;
     const auto turn = [&](EditedFile& jpeg) {
-      TurnWithoutLoss(jpeg, transform, nullptr);
+      TurnWithoutLoss(jpeg, transform, [](EditedFile& turned) { RegenerateThumbnail(turned); });
       const auto size = metadata::ReadJpegSize(jpeg.Original()).value_or(metadata::JpegSize{});
       width = imaging::SwapsSides(transform) ? size.height : size.width;
       height = imaging::SwapsSides(transform) ? size.width : size.height;
@@ -127,15 +129,6 @@ std::optional<ExifEntryPlace> OrientationPlace(const metadata::ByteSource& jpeg)
 }
 
 }  // namespace
-
-std::uint32_t TurnedOrientation(std::uint32_t present, imaging::Turn turn) {
-  constexpr std::uint32_t kClockwise[] = {1, 6, 3, 8};  // each a quarter further than the one before
-  const auto found = std::ranges::find(kClockwise, present);
-  const auto index = found == std::end(kClockwise) ? 0 : found - std::begin(kClockwise);
-  const auto quarters =
-      turn == imaging::Turn::None ? 0 : static_cast<int>(turn) - static_cast<int>(imaging::Turn::cw90) + 1;
-  return kClockwise[(index + quarters) % 4];
-}
 
 JpegTransform TransformToUpright(std::uint32_t orientation) {
   constexpr JpegTransform kTransforms[] = {

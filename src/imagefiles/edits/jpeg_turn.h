@@ -13,8 +13,6 @@ namespace ml::imagefiles {
 /// Makes the thumbnail of the EXIF block anew from the picture of a JPEG.
 using ThumbnailWriter = std::function<void(metadata::EditedFile&)>;
 
-/// What an orientation becomes when the picture is turned. What is none, or mirrored, counts as upright.
-std::uint32_t TurnedOrientation(std::uint32_t present, imaging::Turn turn);
 /// What makes a picture of this orientation upright; None for 1 and for what is no orientation.
 imaging::JpegTransform TransformToUpright(std::uint32_t orientation);
 

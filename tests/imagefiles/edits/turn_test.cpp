@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "imagefiles/edits/jpeg_turn.h"
+#include "imagefiles/edits/turned_orientation.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/scale.h"
 #include "metadata/exif_block.h"
