@@ -35,6 +35,7 @@ std::span<const HandlerRow> TagHandlers();
 std::span<const HandlerRow> ViewHandlers();
 std::span<const HandlerRow> DisplayHandlers();
 std::span<const HandlerRow> HelpHandlers();
+std::span<const HandlerRow> IptcHandlers();
 
 /// Whether this version can run the command; the others are in the table for what is to come. Throws
 /// std::logic_error if a command has two handlers.

@@ -91,6 +91,7 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void DirectoryShown(const std::string& directory) override;
@@ -129,8 +130,9 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   PictureView* picture_;
   ControlColumn* controls_;
   SummaryPane* summary_;
-  QSplitter* film_;     ///< picture, strip where it lies below it, shooting data
-  SummaryPane* lower_;  ///< the shooting data in it
+  QSplitter* film_;          ///< picture, strip where it lies below it, shooting data
+  SummaryPane* lower_;       ///< the shooting data in it
+  int lowerBeforeDrag_ = 0;  ///< its place when the mouse took hold of a splitter
   ShootingDataMemory hovered_;
   MainDisplay* display_;
   HistogramDisplay* histograms_;

@@ -25,6 +25,11 @@ inline constexpr std::string_view kTagFileFilter =
     "Tag files (*.tag)|*.tag|Text files (*.txt)|*.txt|All files (*.*)|*.*||";
 inline constexpr std::string_view kIgnoreExtensions = "Ignore file extensions when applying tags";
 
+inline constexpr std::string_view kLoadIptcTitle = "Load IPTC data from file";
+inline constexpr std::string_view kSaveIptcTitle = "Save IPTC data to file";
+inline constexpr std::string_view kLoadIptcFilter = "IPTC data files (*.ipt)|*.ipt|Adobe file info (*.ffo)|*.ffo||";
+inline constexpr std::string_view kSaveIptcFilter = "IPTC data files (*.ipt)|*.ipt||";
+
 inline constexpr std::string_view kChooseProfileTitle = "Choose a colour profile";
 inline constexpr std::string_view kProfileFilter = "Colour profiles (*.icc;*.icm)|*.icc;*.icm|All files (*.*)|*.*||";
 inline constexpr std::string_view kNotInThisVersion = "Not in this version yet: %1";

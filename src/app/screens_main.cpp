@@ -9,16 +9,19 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "app/application.h"
+#include "app/iptc_sheet.h"
 #include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "app/theme.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "metadata/iptc/iptc_fields.h"
 #include "options/engine_options.h"
 #include "platform/data_folders.h"
 #include "platform/errors.h"
@@ -42,6 +45,7 @@ struct Shot {
   ml::app::Scheme scheme;
   std::vector<CommandId> commands;
   std::string colours = "Gray";  ///< of the thumbnails
+  int iptcPage = -1;             ///< of the sheet of IPTC data, which stands for the window then
 };
 
 std::vector<Shot> AllShots() {
@@ -67,6 +71,10 @@ std::vector<Shot> AllShots() {
     shots.push_back({"film-strip-collapsed" + theme, scheme, {CommandId::ShowExifData}});
     shots.push_back({"film-strip-below" + theme, scheme, {CommandId::ShowExifData, CommandId::FilmStripBelow}});
     shots.push_back({"film-strip-below-large" + theme, scheme, {CommandId::LargeThumbnails}});
+    for (int page = 0; page < static_cast<int>(ml::metadata::kIptcPageTitles.size()); ++page) {
+      const auto title = ml::platform::AsciiLower(ml::metadata::kIptcPageTitles[static_cast<std::size_t>(page)]);
+      shots.push_back({.name = "iptc-" + title + theme, .scheme = scheme, .commands = {}, .iptcPage = page});
+    }
   }
   return shots;
 }
@@ -99,7 +107,15 @@ class Photographer final : public QObject {
     ml::app::ApplyTheme(*qApp, shot.scheme);
     frame_.findChild<ml::catalogue::ui::ThumbnailListView*>()->SetColours(shot.colours);
     for (const auto id : shot.commands) frame_.Runner().Run(id);
+    if (shot.iptcPage >= 0) ShowSheet(shot.iptcPage);
     patience_.start();
+  }
+
+  void ShowSheet(int page) {
+    sheet_ = ml::app::MakeIptcSheet(session_, frame_);
+    if (!sheet_) return;
+    sheet_->ShowPage(page);
+    sheet_->show();
   }
 
   void Look() {
@@ -128,12 +144,14 @@ class Photographer final : public QObject {
       QApplication::processEvents(QEventLoop::AllEvents, kPollMilliseconds);
     }
     const auto path = ml::platform::JoinPath(directory_, name);
-    if (frame_.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
+    QWidget& shown = sheet_ ? static_cast<QWidget&>(*sheet_) : frame_;
+    if (shown.grab().save(QString::fromLocal8Bit(path.c_str()), "PNG")) {
       std::printf("%s\n", path.c_str());
     } else {
       std::fprintf(stderr, "marrowlantern-screens: unable to write to file: %s\n", path.c_str());
       failed_ = true;
     }
+    sheet_.reset();
   }
 
   CMainFrame& frame_;
@@ -141,6 +159,7 @@ class Photographer final : public QObject {
   const std::vector<Shot> shots_ = AllShots();
   std::size_t next_ = 0;
   std::vector<std::string> tagged_;
+  std::unique_ptr<ml::metadata::ui::CIptcPropertySheet> sheet_;
   std::string directory_;
   int& exitCode_;
   bool failed_ = false;

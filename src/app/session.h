@@ -53,6 +53,7 @@ class Session final : private catalogue::CatalogueObserver {
   bool statusBarShown = true;
   std::string lastDestination;     ///< of images copied or moved; not remembered between runs
   int preferencesPage = 0;         ///< where the Preferences open; not remembered between runs
+  int iptcPage = 0;                ///< where the sheet of IPTC data opens; not remembered between runs
   bool histogramShown = false;     ///< in a window of its own; not remembered between runs
   bool shootingDataShown = false;  ///< in a window of its own; not remembered between runs
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();

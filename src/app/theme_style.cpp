@@ -3,6 +3,9 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include "platform/ui/accent.h"
+#include "platform/ui/field_frame.h"
+
 namespace ml::app {
 namespace {
 
@@ -16,11 +19,11 @@ QColor EdgeColour(const QStyleOption& option) {
   return {grey, grey, grey};
 }
 
-void DrawEdge(const QStyleOption& option, QPainter& painter) {
+void DrawEdge(const QStyleOption& option, QPainter& painter, const QColor& colour) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(EdgeColour(option));
+  painter.setPen(colour);
   painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius, kCornerRadius);
   painter.restore();
 }
@@ -33,13 +36,17 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
                                const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool field = element == PE_FrameLineEdit && !option->state.testFlag(State_HasFocus);
-  if (field || element == PE_IndicatorCheckBox) DrawEdge(*option, *painter);
+  if (field || element == PE_IndicatorCheckBox) DrawEdge(*option, *painter, EdgeColour(*option));
+  if (element != PE_Frame || !platform::ui::IsField(widget)) return;
+  const auto accent = platform::ui::AccentFor(option->palette.color(QPalette::Window));
+  DrawEdge(*option, *painter, widget->hasFocus() ? accent : EdgeColour(*option));
 }
 
 void ThemeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                     const QWidget* widget) const {
   QProxyStyle::drawComplexControl(control, option, painter, widget);
-  if (control == CC_SpinBox && !option->state.testFlag(State_HasFocus)) DrawEdge(*option, *painter);
+  if (control == CC_SpinBox && !option->state.testFlag(State_HasFocus))
+    DrawEdge(*option, *painter, EdgeColour(*option));
 }
 
 }  // namespace ml::app

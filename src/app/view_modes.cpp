@@ -1,4 +1,5 @@
 // The part of the view that decides which panes show, and where.
+#include <QEvent>
 #include <QSplitter>
 #include <algorithm>
 
@@ -13,6 +14,8 @@ namespace ml::app {
 namespace {
 
 constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
+/// A strip shows its cells whole up to this width; cells wider than that would take the place of the picture.
+constexpr int kWidestStripByItself = 300;
 
 }  // namespace
 
@@ -48,7 +51,8 @@ void CMarrowlanternView::ArrangeFilmStrip() {
   using catalogue::ui::ThumbnailListView;
   const bool below = session_.mode == ViewMode::FilmStripBelow;
   thumbnails_->SetArrangement(below ? ThumbnailListView::Arrangement::Columns : ThumbnailListView::Arrangement::Rows);
-  thumbnails_->setMinimumWidth(below ? 0 : kLeastPane);
+  const int column = std::clamp(thumbnails_->OneColumnWidth(), kLeastPane, kWidestStripByItself);
+  thumbnails_->setMinimumWidth(below ? 0 : column);
   if (below) {
     if (film_->indexOf(thumbnails_) < 0) film_->insertWidget(1, thumbnails_);
     thumbnails_->setFixedHeight(thumbnails_->OneLineHeight());
@@ -58,6 +62,7 @@ void CMarrowlanternView::ArrangeFilmStrip() {
     thumbnails_->setMaximumHeight(QWIDGETSIZE_MAX);
     if (center_->indexOf(thumbnails_) < 0) center_->insertWidget(0, thumbnails_);
   }
+  for (int pane = 1; pane < film_->count(); ++pane) film_->handle(pane)->installEventFilter(this);
   // The keys go to the strip; the picture follows it.
   picture_->setFocusPolicy(session_.mode == ViewMode::Main ? Qt::StrongFocus : Qt::NoFocus);
   for (int pane = 0; pane < film_->count(); ++pane) film_->setStretchFactor(pane, film_->widget(pane) == picture_);
@@ -114,8 +119,18 @@ void CMarrowlanternView::TakePlaces() {
   auto places = Places();
   if (left_->isVisible()) places.tree = outer_->sizes().first();
   if (session_.mode == ViewMode::FilmStripSide) places.strip = center_->sizes().first();
-  if (IsFilmStrip(session_.mode) && lower_->isVisible()) places = WithLowerPaneAt(places, film_->sizes().last());
+  if (IsFilmStrip(session_.mode) && lower_->isVisible()) {
+    const int height = film_->sizes().last();
+    // It comes back as it was, not as small as the mouse made it on the way.
+    if (height == 0 && lowerBeforeDrag_ > 0) places.lowerPane = lowerBeforeDrag_;
+    places = WithLowerPaneAt(places, height);
+  }
   SetPlaces(places);
+}
+
+bool CMarrowlanternView::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress) lowerBeforeDrag_ = Places().lowerPane;
+  return QWidget::eventFilter(watched, event);
 }
 
 void CMarrowlanternView::ToggleLowerPane() {

@@ -25,6 +25,21 @@ bool MayBeWritten(const std::string& path) {
   return ::access(path.c_str(), R_OK | W_OK) == 0 || errno == ENOENT;
 }
 
+/// Where the entry `index` of `files` stands in `list`; for one that is gone, what followed it, else what stood before.
+/// -1 if nothing of that is left.
+int NearestOf(const std::vector<std::string>& files, int index, const ImageList& list) {
+  const int count = static_cast<int>(files.size());
+  const auto find = [&](int i) { return list.IndexOfPath(files[static_cast<std::size_t>(i)]); };
+  if (index < 0) return -1;
+  for (int i = index; i < count; ++i) {
+    if (const int place = find(i); place >= 0) return place;
+  }
+  for (int i = index - 1; i >= 0; --i) {
+    if (const int place = find(i); place >= 0) return place;
+  }
+  return -1;
+}
+
 }  // namespace
 
 Catalogue::Catalogue(ImageList& list, ListGate& gate, platform::Interaction& ask, CatalogueObserver& observer)
@@ -53,9 +68,10 @@ int Catalogue::LoadFileList(const std::vector<std::string>& paths) {
 void Catalogue::RefreshDirectory() {
   if (list_.Empty()) return LoadDirectory(directory_, {});
   const RememberedMarks before(list_);
-  const auto currentPath = list_.currentPath;
+  const auto files = list_.files;
+  const int current = list_.currentIndex;
   if (Load(directory_) != Outcome::Loaded) return;
-  const int index = std::max(list_.FindPath(currentPath), 0);
+  const int index = std::max(NearestOf(files, current, list_), 0);
   before.RestoreSelection(list_);
   if (list_.SelectedCount() == 0) SelectEntry(index);
   if (list_.focusIndex < 0) list_.focusIndex = index;

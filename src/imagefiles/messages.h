@@ -44,7 +44,8 @@ inline constexpr std::string_view kInvalidRaf = "Invalid RAF";
 inline constexpr std::string_view kInvalidPef = "Invalid PEF";
 inline constexpr std::string_view kInvalidMrw = "Invalid MRW";
 inline constexpr std::string_view kNoTiffComment = "TIFF file does not contain an EXIF UserComment field";
-inline constexpr std::string_view kCaptionNotWritten = "Error writing comment in IPTC caption";
+inline constexpr std::string_view kEmbeddedReadOnly =
+    "Unable to regenerate the embedded JPEG because image is read-only";
 inline constexpr std::string_view kEos1DTiffRotate = "Canon EOS 1D raw file rotation not supported in this version";
 inline constexpr std::string_view kThumbnailOnlyRotate =
     "Unable to rotate file because it is probably a raw file with a .tif extension";
@@ -82,6 +83,12 @@ inline std::string NoRotationRecord(const std::string& path) {
 }
 inline std::string NoCrwComment(const std::string& path) {
   return "The file has no record for such a comment and no .thm file beside it:\n" + path;
+}
+inline std::string NoDevelopment(const std::string& path) {
+  return "Raw files cannot be developed here:\n" + path;
+}
+inline std::string NotDevelopable(const std::string& path) {
+  return "This is not a raw file of the kind that is developed for this:\n" + path;
 }
 inline std::string NoThm(const std::string& path) { return "There is no .thm file beside this one:\n" + path; }
 inline std::string NoRoomInTiff(const std::string& path) {

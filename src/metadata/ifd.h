@@ -28,7 +28,7 @@ struct IfdEntry {
   std::uint32_t count = 0;
   std::uint32_t rawValue = 0;  ///< the four bytes of the value field
   std::uint32_t value = 0;     ///< the same, but a single short reduced to its 16 bits
-  std::uint64_t position = 0;  ///< of the entry in the source, where a walker found it
+  std::uint64_t position = 0;  ///< of the entry in the source; set by a walk
   bool Is(IfdType wanted) const { return type == static_cast<std::uint16_t>(wanted); }
 };
 

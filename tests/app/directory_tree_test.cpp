@@ -91,6 +91,19 @@ TEST(DirectoryTreeView, RefreshFollowsTheDiskAndKeepsThePlace) {
   EXPECT_EQ(tree.view.Directory(), dir.Path());
 }
 
+TEST(DirectoryTreeView, RefreshKeepsTheCurrentRowInSight) {
+  const test::TempDir dir;
+  MakeDirectory(dir / "z");
+  Tree tree;
+  tree.view.SetDirectory(dir / "z");
+  ASSERT_TRUE(tree.WaitAt(dir / "z"));
+  for (int i = 0; i < 40; ++i) MakeDirectory(dir / ("a" + std::to_string(i)));
+  tree.view.Refresh();
+  const auto siblings = [&] { return tree.view.model()->rowCount(tree.view.currentIndex().parent()); };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return siblings() == 41; }));
+  EXPECT_TRUE(tree.view.viewport()->rect().contains(tree.view.visualRect(tree.view.currentIndex()).center()));
+}
+
 struct Depth {
   int levels;
   bool scrollsSideways;

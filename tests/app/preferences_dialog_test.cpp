@@ -87,6 +87,16 @@ class Preferences : public testing::Test {
   bool hasImage = true;
 };
 
+TEST_F(Preferences, NoPageIsCutAtTheSideInTheSmallestWindow) {
+  Open();
+  dialog->resize(dialog->minimumSize());
+  for (int page = 0; dialog->ShowPage(page), dialog->Page() == page; ++page) {
+    auto* area = qobject_cast<QScrollArea*>(dialog->findChild<QStackedWidget*>()->currentWidget());
+    ASSERT_NE(area, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return area->widget()->width() <= area->viewport()->width(); })) << page;
+  }
+}
+
 TEST_F(Preferences, HandOutWhatWasEditedAndNothingElse) {
   settings.catalogue.thumbnailBackgroundColour = "pink";
   settings.catalogue.extraLargeThumbnailSize = 99999;

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QSplitter>
 #include <QTest>
 #include <cstdlib>
 
@@ -200,6 +202,32 @@ TEST_F(Views, ShootingDataCollapsesAndComesBack) {
   EXPECT_TRUE(ShootingData().toPlainText().startsWith(QStringLiteral("File: ")));
   EXPECT_TRUE(ShootingData().toPlainText().contains(QStringLiteral("\nImage size: 300 x 200\n")))
       << ShootingData().toPlainText().toStdString();
+}
+
+TEST_F(Views, ShootingDataClosedByTheMouseComesBackAsItWas) {
+  Open();
+  Kept().filmStripHorizontalSplitterPos = 180;
+  Run(CommandId::FilmStripSide);
+  QApplication::processEvents();
+  auto* splitter = qobject_cast<QSplitter*>(ShootingData().parentWidget());
+  auto* handle = splitter->handle(splitter->count() - 1);
+  const auto send = [&](QEvent::Type type, int y) {
+    const QPoint where = splitter->mapToGlobal(QPoint(50, y));
+    QMouseEvent event(type, handle->mapFromGlobal(where), where, Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(handle, &event);
+  };
+  send(QEvent::MouseButtonPress, handle->y());
+  for (const int fromBelow : {120, 60, 0}) send(QEvent::MouseMove, splitter->height() - fromBelow);
+  send(QEvent::MouseButtonRelease, splitter->height());
+  EXPECT_EQ(Kept().filmStripHorizontalSplitterPos, -180);
+}
+
+TEST_F(Views, StripShowsExtraLargeThumbnailsWhole) {
+  Open();
+  Run(CommandId::ExtraLargeThumbnails);
+  Run(CommandId::FilmStripSide);
+  QApplication::processEvents();
+  EXPECT_GE(List().viewport()->width(), List().gridSize().width());
 }
 
 TEST_F(Views, TellOfTheImageWhatTheSettingsSay) {

@@ -151,6 +151,18 @@ TEST(RefreshDirectory, KeepsMarksAndCurrentImage) {
   EXPECT_EQ(open.list.SelectedIndices(), std::vector<int>{2}) << "nothing was left but the current image";
 }
 
+TEST(RefreshDirectory, GoesToTheNeighbourOfAnImageThatIsGone) {
+  const ImageDirectory dir({"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"});
+  OpenCatalogue open(dir.Path());
+  open.ShowImage(2);
+  for (const char* gone : {"1.jpg", "3.jpg"}) dir.Remove(gone);
+  open.catalogue.RefreshDirectory();
+  EXPECT_EQ(open.list.currentPath, dir / "4.jpg");
+  for (const char* gone : {"4.jpg", "5.jpg"}) dir.Remove(gone);
+  open.catalogue.RefreshDirectory();
+  EXPECT_EQ(open.list.currentPath, dir / "2.jpg");
+}
+
 TEST(RefreshDirectory, ReadsAnEmptyDirectoryAgain) {
   const ImageDirectory dir({"a.txt"});
   OpenCatalogue open(dir.Path());

@@ -11,6 +11,7 @@
 #include "support/child_process.h"
 #include "support/jpeg_builder.h"
 #include "support/metadata_blocks.h"
+#include "support/png_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -152,6 +153,73 @@ TEST_F(Cli, IptcIsShownAndSaved) {
   EXPECT_EQ(run({"iptc", photo, "--save", photo, "--overwrite"}).exitCode, 1) << "replaced the image";
   EXPECT_EQ(run({"iptc", photo, file, "--save", dir / "b.ipt"}).exitCode, 2);
   EXPECT_EQ(Json({"iptc", dir / "gone.jpg", photo}, 1)[1]["ok"], true);
+}
+
+TEST_F(Cli, IptcIsSetMergedAndCleared) {
+  const auto photo = dir.Write("a.jpg", MakePhoto({.width = 64, .height = 48}));
+  const auto other = dir.Write("b.jpg", MakePhoto({.width = 64, .height = 48}));
+  const auto text = dir.Write("c.txt", "text");
+  const auto original = ReadAll(photo);
+  const auto values = [&](const std::string& path) {
+    std::string all;
+    const auto shown = Json({"iptc", path});
+    for (const auto& item : shown[0]["iptc"]) {
+      all += std::to_string(item["dataset"].get<int>()) + "=" + item["value"].get<std::string>() + ";";
+    }
+    return all;
+  };
+  const std::vector<std::string> set = {"iptc", photo, "--set", "caption=@model@", "--set", "25=a", "--set", "25=b"};
+  auto dry = set;
+  dry.push_back("--dry-run");
+  EXPECT_EQ(Json(dry)[0]["iptc"].size(), 3U);
+  EXPECT_EQ(ReadAll(photo), original);
+  const auto done = Json(set);
+  EXPECT_EQ(done[0]["ok"], true);
+  EXPECT_EQ(values(photo), "120=Sample;25=a;25=b;");
+  EXPECT_EQ(run(set).output, photo + ": unchanged\n");
+  const auto file = dir / "a.ipt";
+  Json({"iptc", photo, "--save", file});
+  Json({"iptc", other, "--set", "keywords=c", "--set", "headline=old"});
+  const auto merged =
+      Json({"iptc", other, text, text, text, text, photo, "--merge", file, "--merge-keywords", "--leave-existing"}, 1);
+  ASSERT_EQ(merged.size(), 6U) << "one for each file";
+  EXPECT_EQ(values(other), "25=c;25=a;25=b;120=Sample;105=old;");
+  EXPECT_EQ(merged[1]["ok"], false);
+  Json({"iptc", other, "--merge", file, "--exif-timestamp"});
+  EXPECT_TRUE(values(other).starts_with("55=20030517;60=101112"));
+  EXPECT_EQ(values(other).find("25=c"), std::string::npos);
+  Json({"iptc", photo, other, "--set", "25="});
+  EXPECT_EQ(values(photo), "120=Sample;");
+  EXPECT_EQ(Json({"iptc", photo, "--clear"})[0]["iptc"], json::array());
+  EXPECT_EQ(ReadAll(photo), original) << "nothing is left behind";
+  for (const auto& wrong : {std::vector<std::string>{"--set", "caption"},
+                            {"--set", "999=x"},
+                            {"--set", "15=abcd"},
+                            {"--set", "55=2003"},
+                            {"--merge-keywords"},
+                            {"--merge", file, "--clear"},
+                            {"--clear", "--save", dir / "b.ipt"}}) {
+    std::vector<std::string> arguments = {"iptc", photo};
+    arguments.insert(arguments.end(), wrong.begin(), wrong.end());
+    EXPECT_EQ(run(arguments).exitCode, 2) << wrong.back();
+  }
+  EXPECT_EQ(ReadAll(photo), original);
+}
+
+TEST_F(Cli, CommentsAreShownAndSet) {
+  const auto picture = dir.Write("a.png", EncodePng(PaintPlain(8, 8, 0)));
+  const auto gif = dir.Write("b.gif", "GIF89a");
+  const auto original = ReadAll(picture);
+  EXPECT_EQ(Json({"comment", picture, "--set", "A text", "--dry-run"})[0]["comment"], "A text");
+  EXPECT_EQ(ReadAll(picture), original);
+  const auto set = Json({"comment", picture, gif, "--set", "A text"}, 1);
+  EXPECT_EQ(set[0], (json{{"path", picture}, {"comment", "A text"}, {"ok", true}, {"message", ""}}));
+  EXPECT_EQ(set[1]["ok"], false);
+  EXPECT_EQ(run({"comment", picture}).output, "A text\n");
+  EXPECT_EQ(Json({"comment", gif})[0]["comment"], "");
+  EXPECT_EQ(Json({"comment", picture, "--set", ""})[0]["comment"], "");
+  EXPECT_EQ(ReadAll(picture), original);
+  EXPECT_EQ(Json({"comment", dir / "gone.jpg"}, 1)[0]["ok"], false);
 }
 
 TEST_F(Cli, OrderIsKeptInTheDirectory) {

@@ -5,8 +5,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "imaging/jpeg/jpeg_coefficients.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/scale.h"
+#include "metadata/jpeg_layout.h"
 #include "metadata/jpeg_size.h"
 #include "platform/errors.h"
 #include "support/jpeg_builder.h"
@@ -37,6 +39,7 @@ const Case kCases[] = {
     {"grey", {.colours = test::JpegColours::Grey}},
     {"CMYK", {.colours = test::JpegColours::CmykAdobe}},
     {"progressive", {.progressive = true}},
+    {"unusual chroma", {.unusualChroma = true}},
 };
 
 TEST(TransformJpeg, FourQuartersGiveBackTheSameCoefficients) {
@@ -74,6 +77,34 @@ TEST(TransformJpeg, ShowsTheTurnedPictureWhole) {
   const auto cut = TransformJpeg(ToBytes(EncodeJpeg(test::PaintLandscape(99, 70, 3))), JpegTransform::cw90);
   const auto size = metadata::ReadJpegSize(metadata::MemorySource(cut));
   EXPECT_TRUE(size->width == 70 && size->height == 99) << "blocks at the edge are kept";
+}
+
+/// What is behind the segments that only one of the two ways writes.
+Bytes Picture(const Bytes& jpeg) {
+  const auto layout = metadata::ReadJpegLayout(jpeg);
+  const auto begin = layout.applications.empty() ? 2 : layout.applications.back().End();
+  return {jpeg.begin() + static_cast<std::ptrdiff_t>(begin), jpeg.end()};
+}
+
+TEST(TransformJpeg, BothWaysMoveTheSameBlocks) {
+  for (const auto& [name, encoding] : kCases) {
+    if (encoding.unusualChroma) continue;  // which only one of the two can do
+    for (const auto& [width, height] : {std::pair(96, 64), std::pair(99, 70), std::pair(7, 40)}) {
+      const auto jpeg = ToBytes(EncodeJpeg(test::PaintLandscape(width, height, 3), encoding));
+      for (int i = 0; i <= 7; ++i) {
+        const auto transform = static_cast<JpegTransform>(i);
+        EXPECT_EQ(Picture(TransformCoefficients(jpeg, transform)), Picture(TransformJpeg(jpeg, transform)))
+            << name << ", " << width << " wide, " << i;
+      }
+    }
+  }
+}
+
+TEST(TransformJpeg, StrayBytesInFrontOfAMarkerAreLeftOut) {
+  const auto photo = EncodeJpeg(test::PaintLandscape(96, 64, 3));
+  auto stray = photo;
+  stray.insert(stray.size() - 2, "ab");
+  EXPECT_EQ(TransformJpeg(ToBytes(stray), JpegTransform::cw90), TransformJpeg(ToBytes(photo), JpegTransform::cw90));
 }
 
 TEST(TransformJpeg, RefusesWhatItCannotMoveWhole) {

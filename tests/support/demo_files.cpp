@@ -58,10 +58,30 @@ std::string Movie(int seed) {
 std::string Scan(const Picture& picture, int bits, const std::string& date) {
   auto tiff = PictureDirectory(picture, {.bits = bits, .rowsPerStrip = 16});
   tiff.Ascii(270, "Slide, scanned").Ascii(305, "Sample 1.0").Ascii(306, date);
+  tiff.Bytes(33723, DemoTexts("A slide"));
   return tiff.Undefined(34675, IccProfile("Sample RGB")).Build();
 }
 
 }  // namespace
+
+std::string DemoTexts(const std::string& title) {
+  return IptcBlock({{120, "Hills under a morning sky.\nPainted by rule."},
+                    {122, "B. Sample"},
+                    {105, "Morning in the hills"},
+                    {25, "hills"},
+                    {25, "sky"},
+                    {25, "sun"},
+                    {15, "WEA"},
+                    {20, "Landscape"},
+                    {10, "8"},
+                    {80, "A. Sample"},
+                    {85, "Staff photographer"},
+                    {116, "\xa9 2003 Tarnwick"},
+                    {5, title},
+                    {55, "20031004"},
+                    {60, "080000+0200"},
+                    {90, "Tarnwick"}});
+}
 
 std::vector<DemoFile> OtherKinds(int first, const std::function<std::string(int number)>& dateOf) {
   std::vector<DemoFile> files;

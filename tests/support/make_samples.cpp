@@ -7,6 +7,8 @@
 
 #include "platform/dates.h"
 #include "support/demo_files.h"
+#include "support/jpeg_builder.h"
+#include "support/metadata_blocks.h"
 #include "support/sample_photo.h"
 
 /// Fills a directory with made-up photographs, for trying the program where there are no real ones:
@@ -49,7 +51,10 @@ void MakeDirectory(const std::filesystem::path& directory, int count, int width,
   for (int number = 1; number <= count; ++number) {
     std::string name = std::to_string(number);
     name = "IMG_" + std::string(4 - std::min<std::size_t>(4, name.size()), '0') + name;
-    Write(std::filesystem::path(unfinished) / (name + ".JPG"), MakePhoto(PhotoOfTheDay(number, width, height)));
+    const auto photo =
+        InsertSegments(MakePhoto(PhotoOfTheDay(number, width, height)),
+                       ResourceSegment(ImageResources({{1028, DemoTexts("Hills " + std::to_string(number)), ""}})));
+    Write(std::filesystem::path(unfinished) / (name + ".JPG"), photo);
     if (number % 9 == 0) Write(std::filesystem::path(unfinished) / (name + ".wav"), "RIFF");
   }
   if (kinds == Kinds::All) {

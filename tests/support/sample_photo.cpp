@@ -160,6 +160,7 @@ std::string EncodeJpeg(const Picture& picture, const JpegEncoding& encoding) {
   if (encoding.colours == JpegColours::CmykAdobe) jpeg_set_colorspace(&info, JCS_YCCK);
   if (encoding.colours == JpegColours::CmykPlain) info.write_Adobe_marker = FALSE;
   if (encoding.fullChroma) info.comp_info[0].h_samp_factor = info.comp_info[0].v_samp_factor = 1;
+  if (encoding.unusualChroma) info.comp_info[1].h_samp_factor = info.comp_info[2].v_samp_factor = 2;
   if (encoding.progressive) jpeg_simple_progression(&info);
   jpeg_start_compress(&info, TRUE);
   WriteRows(info, picture, encoding.colours);

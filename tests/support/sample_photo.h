@@ -21,7 +21,8 @@ struct JpegEncoding {
   int quality = 85;
   JpegColours colours = JpegColours::YCbCr;
   bool progressive = false;
-  bool fullChroma = false;  ///< no subsampling
+  bool fullChroma = false;     ///< no subsampling
+  bool unusualChroma = false;  ///< one colour halved across, the other one down, as no camera does
 };
 /// The CMYK forms hold the picture's colours without any black.
 std::string EncodeJpeg(const Picture& picture, const JpegEncoding& encoding = {});

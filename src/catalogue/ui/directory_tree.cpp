@@ -7,6 +7,7 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "catalogue/ui/directory_model.h"
 #include "platform/paths.h"
@@ -60,7 +61,12 @@ DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new Di
   setItemDelegate(new RowDelegate(this));
   setModel(model_);
   model_->SetRoots(DefaultRoots());
-  connect(model_, &DirectoryModel::listingChanged, this, [this] { GoOnToTarget(); });
+  connect(model_, &DirectoryModel::rowsAboutToBeInserted, this, &DirectoryTree::NoteSight);
+  connect(model_, &DirectoryModel::rowsAboutToBeRemoved, this, &DirectoryTree::NoteSight);
+  connect(model_, &DirectoryModel::listingChanged, this, [this] {
+    if (std::exchange(wasInSight_, std::nullopt).value_or(false)) ShowCurrent();
+    GoOnToTarget();
+  });
   connect(this, &QTreeView::expanded, model_, &DirectoryModel::Read);
   choice_.setSingleShot(true);
   connect(&choice_, &QTimer::timeout, this, [this] {
@@ -136,6 +142,12 @@ void DirectoryTree::GoOnToTarget() {
   const QScopedValueRollback guard(quiet_, true);
   setCurrentIndex(at);
   ShowCurrent();
+}
+
+/// Rows that come or go above the current one must not push it out of sight. The first change of a listing sees
+/// the tree as the user does.
+void DirectoryTree::NoteSight() {
+  if (!wasInSight_) wasInSight_ = visualRect(currentIndex()).intersects(viewport()->rect());
 }
 
 /// Names too long for the pane are cut, their tool tips have them whole: a bar to scroll sideways comes only

@@ -2,6 +2,7 @@
 
 #include <QTimer>
 #include <QTreeView>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,12 +47,14 @@ class DirectoryTree final : public QTreeView {
   void GoOnToTarget();
   void FitColumn();
   void ShowCurrent();
+  void NoteSight();
   QModelIndex RootFor(const std::string& directory) const;
   void ReadOpen(const QModelIndex& parent);
 
   DirectoryModel* model_;
-  std::string target_;  ///< where SetDirectory is on its way to; empty when arrived
-  QTimer choice_;       ///< runs between a choice and its signal
+  std::string target_;              ///< where SetDirectory is on its way to; empty when arrived
+  QTimer choice_;                   ///< runs between a choice and its signal
+  std::optional<bool> wasInSight_;  ///< the current row, while a listing changes the tree
   bool byKey_ = false;
   bool quiet_ = false;  ///< the current row moves without being chosen
 };

@@ -149,6 +149,8 @@ int ThumbnailListView::OneLineHeight() const {
   return gridSize().height() + horizontalScrollBar()->sizeHint().height();
 }
 
+int ThumbnailListView::OneColumnWidth() const { return gridSize().width() + verticalScrollBar()->sizeHint().width(); }
+
 void ThumbnailListView::SetFocus(int index) {
   list_.focusIndex = list_.ValidIndex(index) ? index : -1;
   MarksChanged();

@@ -57,6 +57,8 @@ class ThumbnailListView final : public QListView {
   void SetDescriber(std::function<std::string(const std::string& path)> describe);
   /// Of one line of cells with its scroll bar.
   int OneLineHeight() const;
+  /// Of one column of cells with its scroll bar.
+  int OneColumnWidth() const;
 
   /// Moves the focus to an entry and scrolls it into sight; the selection stays. -1 takes the focus away.
   void SetFocus(int index);

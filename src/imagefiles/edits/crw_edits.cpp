@@ -55,8 +55,8 @@ void RotateCrw(ImageFile& file, imaging::Turn turn, const EditTools& tools) {
 }
 
 void AdjustCrwDate(ImageFile& file, std::int64_t seconds, const EditTools& tools) {
-  AdjustCompanionDates(ThmOf(file, tools), seconds, tools);
   EditCrw(file, tools, [&](EditedFile& edited) { return metadata::AdjustCrwTime(edited, seconds); });
+  AdjustCompanionDates(ThmOf(file, tools), seconds, tools);
 }
 
 void SetCrwComment(ImageFile& file, const std::string& text, const EditTools& tools) {

@@ -9,6 +9,7 @@
 #include "imaging/colour/colour_profile.h"
 #include "metadata/edit/apply_edit.h"
 #include "metadata/edit/icc_writer.h"
+#include "metadata/edit/multi_picture.h"
 #include "metadata/icc_carriers.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/messages.h"
@@ -72,6 +73,7 @@ bool EmbedIccProfile(ImageFile& file, const std::string& profilePath, const Edit
   }
   metadata::EditedFile edited(source);
   if (!metadata::WriteIccProfile(edited, profile)) return false;
+  metadata::RealignMultiPicture(edited);
   const auto check = [&](const metadata::ByteSource& whole) { Check(source, whole, profile, file.Path()); };
   return metadata::ApplyEdit(jpeg, edited, tools.edit, check);
 }

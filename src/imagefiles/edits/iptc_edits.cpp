@@ -9,6 +9,8 @@
 #include "metadata/iptc/iptc_datasets.h"
 #include "metadata/iptc/iptc_limits.h"
 #include "platform/errors.h"
+#include "platform/locked_recorder.h"
+#include "platform/ordered_jobs.h"
 #include "platform/read_directory.h"
 #include "platform/text.h"
 
@@ -94,19 +96,28 @@ IptcResult MergeIptcInto(ImageFile& file, const IptcMergeJob& job, const IptcEdi
 
 std::vector<IptcResult> MergeIptcInto(const IptcMergeJob& job, const IptcEditTools& tools,
                                       const platform::JobHost& host, const std::stop_token& stop) {
-  std::vector<IptcResult> results;
-  const auto count = static_cast<int>(job.paths.size());
-  for (const auto& path : job.paths) {
-    if (stop.stop_requested()) break;
-    const auto done = static_cast<int>(results.size());
-    host.progress.position(done + 1, count);
-    host.progress.percent(done * 100 / count);
-    host.progress.text(path);
-    results.push_back(MergeIntoPath(path, job, tools));
-    if (results.back().failure.empty()) continue;
-    host.ask.message({.text = results.back().failure, .icon = platform::BoxIcon::Error});
-    break;
-  }
+  std::vector<IptcResult> results(job.paths.size());
+  platform::LockedRecorder recorder(tools.edit.edit.recorder);
+  EditTools edit = tools.edit;
+  edit.edit.recorder = &recorder;
+  std::stop_source end;
+  const std::stop_callback passOn(stop, [&] { end.request_stop(); });
+  const auto count = static_cast<int>(results.size());
+  const auto work = [&](int index) {
+    const auto i = static_cast<std::size_t>(index);
+    results[i] = MergeIntoPath(job.paths[i], job, {edit, tools.locale, tools.mode});
+    if (!results[i].failure.empty()) end.request_stop();
+  };
+  const auto finish = [&](int index) {
+    host.progress.position(index + 1, count);
+    host.progress.percent((index + 1) * 100 / count);
+    host.progress.text(job.paths[static_cast<std::size_t>(index)]);
+  };
+  const int done = platform::RunOrdered(
+      {.count = count, .threads = job.threads, .begin = nullptr, .work = work, .finish = finish}, end.get_token());
+  results.resize(static_cast<std::size_t>(done));
+  const auto failed = std::ranges::find_if(results, [](const auto& result) { return !result.failure.empty(); });
+  if (failed != results.end()) host.ask.message({.text = failed->failure, .icon = platform::BoxIcon::Error});
   return results;
 }
 

@@ -36,18 +36,19 @@ IptcResult ApplyIptc(ImageFile& file, std::vector<metadata::IptcItem> values, co
 
 /// New values for many images.
 struct IptcMergeJob {
-  std::vector<std::string> paths;
-  std::vector<metadata::IptcItem> values;
-  metadata::IptcMergeRules rules;  ///< whose timestamp is not looked at
-  bool exifTimestamp = true;       ///< "IptcExifTimestamp": date and time created become those of each shot
+  std::vector<std::string> paths = {};
+  std::vector<metadata::IptcItem> values = {};
+  metadata::IptcMergeRules rules = {};  ///< whose timestamp is not looked at
+  bool exifTimestamp = true;            ///< "IptcExifTimestamp": date and time created become those of each shot
+  int threads = 4;                      ///< files written at once, as most of the time is spent waiting for the disk
 };
 
 /// Merges the values into one image. Throws UserError naming the file.
 IptcResult MergeIptcInto(ImageFile& file, const IptcMergeJob& job, const IptcEditTools& tools);
 
-/// The same for all images of the job, in their order. The first failure ends it: its sentence is shown to the host's
-/// user and stands in the last result. A stop request ends it before the next file. What was written stays. To be run
-/// on a thread of its own.
+/// The same for the images of the job, with results in their order. The first failure ends it, but for the files that
+/// are being written at that moment, and its sentence is shown to the host's user; so does a stop request, without a
+/// sentence. What was written stays. To be run on a thread of its own; the recorder needs no lock.
 std::vector<IptcResult> MergeIptcInto(const IptcMergeJob& job, const IptcEditTools& tools,
                                       const platform::JobHost& host, const std::stop_token& stop);
 

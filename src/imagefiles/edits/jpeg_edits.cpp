@@ -1,5 +1,6 @@
 #include "imagefiles/edits/jpeg_edits.h"
 
+#include <tuple>
 #include <utility>
 
 #include "imagefiles/edits/jpeg_thumbnail.h"
@@ -31,18 +32,8 @@ void WriteCaption(EditedFile& jpeg, const metadata::ExifData& exif, const std::s
   metadata::WriteJpegIptc(jpeg, block);
 }
 
-/// Gives why the field of the EXIF data could not be written; nothing if it was.
-std::optional<std::string> TryComment(EditedFile& jpeg, const std::string& text) {
-  try {
-    metadata::WriteJpegComment(jpeg, text, ThumbnailOf(jpeg));
-    return std::nullopt;
-  } catch (const UserError& error) {
-    return error.what();
-  }
-}
-
 void WriteComment(EditedFile& jpeg, const metadata::ExifData& exif, const std::string& text, bool caption) {
-  const auto failure = TryComment(jpeg, text);
+  const auto failure = metadata::WriteJpegComment(jpeg, text, ThumbnailOf(jpeg));
   if (!caption) {
     if (failure) throw UserError(*failure);
     return;
@@ -83,7 +74,7 @@ void TakeOverMetadata(EditedFile& jpeg, const metadata::ExifData& source, std::u
                       const std::optional<std::string>& comment) {
   auto block = source.exifBlock.empty() ? metadata::BuildExifBlock(source) : source.exifBlock;
   metadata::WriteExifBlock(jpeg, std::move(block), resolution, ThumbnailOf(jpeg));
-  if (comment) TryComment(jpeg, *comment);
+  if (comment) std::ignore = metadata::WriteJpegComment(jpeg, *comment, nullptr);  // where there is a field
   if (!source.iptc.empty()) metadata::WriteJpegIptc(jpeg, {source.iptc, source.iptcSurroundings});
 }
 

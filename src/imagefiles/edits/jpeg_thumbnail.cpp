@@ -48,11 +48,7 @@ metadata::ThumbnailMaker ThumbnailOf(const metadata::ByteSource& jpeg) {
 }
 
 void RegenerateThumbnail(metadata::EditedFile& jpeg) {
-  try {
-    metadata::WriteJpegThumbnail(jpeg, ThumbnailOf(jpeg));
-  } catch (const platform::UserError&) {
-    return;  // no EXIF data that can be understood
-  }
+  if (metadata::ReadUsableExifSegment(jpeg)) metadata::WriteJpegThumbnail(jpeg, ThumbnailOf(jpeg));
 }
 
 bool RegenerateThumbnail(ImageFile& file, const EditTools& tools) {

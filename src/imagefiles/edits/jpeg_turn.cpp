@@ -105,7 +105,7 @@ void TurnFile(const std::string& path, JpegTransform transform, const EditTools&
   try {
     int width = 0, height = 0;
     const auto turn = [&](EditedFile& jpeg) {
-      TurnWithoutLoss(jpeg, transform, [](EditedFile& turned) { RegenerateThumbnail(turned); });
+      TurnWithoutLoss(jpeg, transform, [](metadata::EditedFile& turned) { RegenerateThumbnail(turned); });
       const auto size = metadata::ReadJpegSize(jpeg.Original()).value_or(metadata::JpegSize{});
       width = imaging::SwapsSides(transform) ? size.height : size.width;
       height = imaging::SwapsSides(transform) ? size.width : size.height;

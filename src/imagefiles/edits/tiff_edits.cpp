@@ -61,13 +61,13 @@ void SetTiffComment(ImageFile& file, const std::string& text, const EditTools& t
   EditTiffFile(file, edit, tools);
   if (inCaption) return;
   if (!inField) throw UserError(std::string(messages::kNoTiffComment));
-  if (wantsCaption) throw UserError(std::string(messages::kCaptionNotWritten));
+  if (wantsCaption) throw UserError(std::string(messages::kCaptionFailed));
 }
 
 void SetTiffCaption(ImageFile& file, const std::string& text, const EditTools& tools) {
   const auto edit = [&](EditedFile& edited, std::uint64_t base) {
     if (WriteCaption(edited, ReadAgain(file, edited, base), text)) return;
-    throw UserError(std::string(messages::kCaptionNotWritten));
+    throw UserError(std::string(messages::kCaptionFailed));
   };
   EditTiffFile(file, edit, tools);
 }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "imaging/decoded_picture.h"
+#include "imaging/jpeg/jpeg_coefficients.h"
 #include "metadata/jpeg_size.h"
 #include "platform/errors.h"
 
@@ -34,7 +35,7 @@ std::vector<std::byte> TransformJpeg(std::span<const std::byte> jpeg, JpegTransf
   const auto* bytes = reinterpret_cast<const unsigned char*>(jpeg.data());
   int width = 0, height = 0, subsampling = 0, colours = 0;
   if (tjDecompressHeader3(handle.get(), bytes, jpeg.size(), &width, &height, &subsampling, &colours) != 0) {
-    RefuseWith(handle);
+    return TransformCoefficients(jpeg, transform);  // which refuses if it was not the sampling
   }
   CheckPixelCount(width, height, kMaxPixelsWhole);
 
@@ -44,10 +45,10 @@ std::vector<std::byte> TransformJpeg(std::span<const std::byte> jpeg, JpegTransf
   what.options = frame && frame->progressive ? TJXOPT_PROGRESSIVE : 0;
   unsigned char* out = nullptr;
   unsigned long size = 0;
-  // It reports damage by the same code as refusal, with a picture nevertheless.
   const int failed = tjTransform(handle.get(), bytes, jpeg.size(), 1, &out, &size, &what, TJFLAG_LIMITSCANS);
   const std::unique_ptr<unsigned char, Free> owner(out);
-  if (failed != 0) RefuseWith(handle);
+  if (failed != 0 && tjGetErrorCode(handle.get()) != TJERR_WARNING) RefuseWith(handle);
+  if (failed != 0) return TransformCoefficients(jpeg, transform);  // which knows what is damage
   const auto whole = std::as_bytes(std::span(out, size));
   return {whole.begin(), whole.end()};
 }

@@ -14,11 +14,11 @@ using metadata::FileRange;
 void FreeSpace::Add(FileRange range) {
   range = metadata::CutToSource(range, file_);
   if (range.size == 0) return;
-  // Those that overlap or touch become one.
-  const auto touches = [&](const FileRange& other) {
-    return other.position <= range.End() && range.position <= other.End();
-  };
-  const auto first = std::ranges::find_if(free_, [&](const FileRange& other) { return other.End() >= range.position; });
+  // Those that overlap or touch become one. What lies between is padding if no value could stand there.
+  constexpr std::uint64_t padding = 3;
+  const auto touches = [&](const FileRange& other) { return other.position <= range.End() + padding; };
+  const auto first =
+      std::ranges::find_if(free_, [&](const FileRange& other) { return other.End() + padding >= range.position; });
   auto last = first;
   while (last != free_.end() && touches(*last)) {
     const auto end = std::max(range.End(), last->End());

@@ -15,7 +15,7 @@ class FreeSpace {
  public:
   explicit FreeSpace(metadata::EditedFile& file) : file_(file) {}
 
-  /// Ranges may overlap; what lies behind the end of the file is left out.
+  /// Ranges may overlap; what lies behind the end of the file is left out. The padding between two is free as well.
   void Add(metadata::FileRange range);
   /// What must stay, though it lies in a range that was added.
   void Keep(metadata::FileRange range);

@@ -10,7 +10,7 @@
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint64_t kCopyChunk = std::uint64_t{1} << 20;
+constexpr std::uint64_t kCopyChunk = std::uint64_t{1} << 16;
 
 void Copy(const ByteSource& from, platform::AtomicFile& to, const std::string& path) {
   std::vector<std::byte> buffer(static_cast<std::size_t>(std::min(kCopyChunk, from.Size())));

@@ -28,7 +28,8 @@ CiffFile::CiffFile(const ByteSource& source) : source_(source) {
   heapOffset_ = view.readLong(2);
   if (heapOffset_ > source.Size() || source.Size() - heapOffset_ < smallestHeap) throw UserError(messages::kCiffSeek);
   try {
-    const auto directory = heapOffset_ + source.ReadNumber(source.Size() - 4, 4, kOrder);
+    directory_ = source.ReadNumber(source.Size() - 4, 4, kOrder);
+    const auto directory = heapOffset_ + directory_;
     if (directory > source.Size() - smallestHeap) throw UserError(messages::kCiffSeek);
     const auto count = source.ReadNumber(directory, 2, kOrder);
     if (count > kMaxCiffEntries) throw UserError(messages::kCiffEntries);
@@ -79,6 +80,16 @@ std::vector<std::byte> CiffFile::NewDataOf(const Entry& entry, const CiffChanges
   return data;
 }
 
+/// What stands behind root and data, such as the blocks that editors append; the last four bytes are the root's place.
+std::vector<std::byte> CiffFile::Tail() const {
+  auto begin = heapOffset_ + directory_ + 2 + entries_.size() * kEntrySize;
+  for (const auto& entry : entries_) {
+    if (entry.HasData()) begin = std::max(begin, heapOffset_ + entry.offset + entry.size);
+  }
+  const auto end = source_.Size() - 4;
+  return begin < end ? source_.ReadUpTo(begin, static_cast<std::size_t>(end - begin)) : std::vector<std::byte>{};
+}
+
 void CiffFile::Write(EditedFile& file, const CiffChanges& changes) const {
   // Entries that share their data are no camera's work; they would make a small file a huge one.
   std::uint64_t told = 0;
@@ -100,9 +111,14 @@ void CiffFile::Write(EditedFile& file, const CiffChanges& changes) const {
     directory.Long(size);
     directory.Long(offset);
   }
-  const auto place = heap.Size();
+  const auto place = static_cast<std::uint32_t>(heap.Size());
+  const auto tail = Tail();
+  const auto tailPlace = place + directory.Size();
   heap.Bytes(directory.View());
-  heap.Long(static_cast<std::uint32_t>(place));
+  heap.Bytes(tail);
+  // Whoever appended something left the root's place before it too.
+  if (tail.size() >= 4 && ByteView(tail, kOrder).readLong(0) == directory_) heap.PatchLong(tailPlace, place);
+  heap.Long(place);
   file.Replace({heapOffset_, file.Size() - heapOffset_}, heap.View());
 }
 

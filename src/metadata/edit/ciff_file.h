@@ -34,7 +34,8 @@ class CiffFile {
   CiffSettings CollectSettings() const;
 
   /// Makes `file`, which must hold the same bytes as the source, a file with these changes: the head as it is, the data
-  /// of all entries one behind the other in the order of the root, the root behind them. Throws UserError with the
+  /// of all entries one behind the other in the order of the root, the root behind them, and what other programs put
+  /// between that and its place at the end. Throws UserError with the
   /// reason, with nothing changed.
   void Write(EditedFile& file, const CiffChanges& changes) const;
 
@@ -47,9 +48,11 @@ class CiffFile {
 
   std::vector<std::byte> DataOf(const Entry& entry) const;
   std::vector<std::byte> NewDataOf(const Entry& entry, const CiffChanges& changes) const;
+  std::vector<std::byte> Tail() const;
 
   const ByteSource& source_;
   std::uint64_t heapOffset_ = 0;
+  std::uint32_t directory_ = 0;  ///< where the root stands, from the start of the heap
   std::vector<Entry> entries_;
 };
 

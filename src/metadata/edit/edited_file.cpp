@@ -62,6 +62,17 @@ void EditedFile::Replace(FileRange range, std::span<const std::byte> bytes) {
   size_ += bytes.size();
 }
 
+bool EditedFile::Keeps(FileRange range, FileRange originalRange) const {
+  if (range.size != originalRange.size) return false;
+  std::uint64_t start = 0;
+  for (const auto& piece : pieces_) {
+    const bool isInside = range.position >= start && range.End() <= start + piece.size;
+    if (isInside && piece.original && piece.position + (range.position - start) == originalRange.position) return true;
+    start += piece.size;
+  }
+  return false;
+}
+
 std::optional<platform::PatchSet> EditedFile::InPlace() const {
   const auto oldSize = original_.Size();
   if (size_ < oldSize) return std::nullopt;
@@ -88,7 +99,7 @@ std::optional<platform::PatchSet> EditedFile::InPlace() const {
 
 bool SameBytes(const ByteSource& first, FileRange firstRange, const ByteSource& second, FileRange secondRange) {
   if (firstRange.size != secondRange.size) return false;
-  constexpr std::uint64_t kChunk = std::uint64_t{1} << 18;
+  constexpr std::uint64_t kChunk = std::uint64_t{1} << 16;
   std::vector<std::byte> a, b;
   for (std::uint64_t at = 0; at < firstRange.size; at += a.size()) {
     const auto count = static_cast<std::size_t>(std::min(kChunk, firstRange.size - at));
@@ -98,7 +109,7 @@ bool SameBytes(const ByteSource& first, FileRange firstRange, const ByteSource& 
         second.ReadSome(secondRange.position + at, b) != count) {
       return false;
     }
-    if (a != b) return false;
+    if (std::memcmp(a.data(), b.data(), count) != 0) return false;
   }
   return true;
 }

@@ -34,6 +34,9 @@ class EditedFile final : public ByteSource {
   const ByteSource& Original() const { return original_; }
   /// Whether anything was replaced, if only by the same bytes.
   bool Touched() const { return !added_.empty() || size_ != original_.Size(); }
+  /// Whether `range` is an untouched stretch of the original, the one at `originalRange`, so that nobody has to compare
+  /// their bytes.
+  bool Keeps(FileRange range, FileRange originalRange) const;
   /// The edit as bytes overwritten at their places and bytes behind the end; nothing if any of the original would
   /// have to move.
   std::optional<platform::PatchSet> InPlace() const;

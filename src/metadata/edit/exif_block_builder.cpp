@@ -6,9 +6,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "metadata/byte_writer.h"
 #include "metadata/edit/canon_note_builder.h"
+#include "metadata/edit/canon_note_copy.h"
 #include "metadata/edit/ifd_builder.h"
 #include "metadata/exif_words.h"
 #include "platform/numbers.h"
@@ -113,7 +115,7 @@ void AddExposure(IfdBuilder& exif, const ExifData& data) {
 
 std::uint16_t ColorSpace(const std::string& word) { return word == "AdobeRGB" ? 0xffff : 1; }
 
-IfdBuilder ExifDirectory(const ExifData& data, bool canon) {
+IfdBuilder ExifDirectory(const ExifData& data, std::optional<IfdBuilder> note) {
   IfdBuilder exif(ByteOrder::Little);
   const auto undefined = [&](std::uint16_t tag, std::string_view bytes) {
     exif.Undefined(tag, std::as_bytes(std::span(bytes.data(), bytes.size())));
@@ -128,7 +130,7 @@ IfdBuilder ExifDirectory(const ExifData& data, bool canon) {
   AddCode(exif, 37384, data.whiteBalance, 24, WhiteBalanceWord);
   AddFlash(exif, data.flash);
   AddRatio(exif, 37386, data.focalLength);
-  if (canon) exif.Note(37500, BuildCanonMakerNote(data, ByteOrder::Little));
+  if (note) exif.Note(37500, std::move(*note));
   AddComment(exif, data.comment);
   undefined(40960, "0100");
   exif.Short(40961, ColorSpace(data.colorSpace));
@@ -140,7 +142,7 @@ IfdBuilder ExifDirectory(const ExifData& data, bool canon) {
 
 }  // namespace
 
-std::vector<std::byte> BuildExifBlock(const ExifData& data) {
+std::vector<std::byte> BuildExifBlock(const ExifData& data, const ByteSource* source) {
   const bool canon = platform::AsciiLower(data.make).starts_with("canon");
   IfdBuilder ifd0(ByteOrder::Little);
   ifd0.Ascii(270, Cut(data.imageDescription), kDescriptionField);
@@ -155,7 +157,10 @@ std::vector<std::byte> BuildExifBlock(const ExifData& data) {
   if (!canon && !data.owner.empty()) ifd0.Ascii(315, Cut(data.owner).substr(0, 255));
   ifd0.Short(531, 1);
   if (!data.copyright.empty()) ifd0.Ascii(33432, Cut(data.copyright).substr(0, 4095));
-  ifd0.Directory(34665, ExifDirectory(data, canon));
+  std::optional<IfdBuilder> note;
+  if (canon && source != nullptr) note = CopyCanonNote(data, *source, ByteOrder::Little);
+  if (canon && !note) note = BuildCanonMakerNote(data, ByteOrder::Little);
+  ifd0.Directory(34665, ExifDirectory(data, std::move(note)));
 
   ByteWriter tiff(ByteOrder::Little);
   tiff.Text("II");

@@ -16,13 +16,8 @@ namespace {
 
 constexpr std::uint64_t kLengthSize = 2;
 
-/// Null where there is no segment whose comment could be changed.
-std::optional<ExifSegment> SegmentForComment(const ByteSource& jpeg) {
-  try {
-    return ReadExifSegment(jpeg);
-  } catch (const platform::UserError&) {
-    return std::nullopt;  // what is no EXIF block has no comment field
-  }
+std::vector<std::byte> BytesOf(const ByteSource& jpeg, const JpegSegment& segment) {
+  return jpeg.Read(segment.payload - kLengthSize, segment.payloadSize + kLengthSize);
 }
 
 }  // namespace
@@ -31,7 +26,18 @@ std::optional<ExifSegment> ReadExifSegment(const ByteSource& jpeg) {
   const auto found = FindExifSegment(jpeg);
   if (!found) return std::nullopt;
   if (found->cut) throw platform::UserError(messages::kExifCut);
-  return ExifSegment(jpeg.Read(found->payload - kLengthSize, found->payloadSize + kLengthSize));
+  return ExifSegment(BytesOf(jpeg, *found));
+}
+
+std::optional<ExifSegment> ReadUsableExifSegment(const ByteSource& jpeg) {
+  const auto found = FindExifSegment(jpeg);
+  if (!found || found->cut) return std::nullopt;
+  auto bytes = BytesOf(jpeg, *found);  // not in the try: that a file cannot be read is no matter of its structure
+  try {
+    return ExifSegment(std::move(bytes));
+  } catch (const platform::UserError&) {
+    return std::nullopt;
+  }
 }
 
 void PlaceExifSegment(EditedFile& jpeg, const ExifSegment& segment) {
@@ -57,12 +63,13 @@ void WriteExifBlock(EditedFile& target, std::vector<std::byte> block, std::uint3
   if (orientation && place) WriteOrientation(target, *place, orientation->value);
 }
 
-void WriteJpegComment(EditedFile& jpeg, std::string_view text, const ThumbnailMaker& thumbnail) {
-  auto segment = SegmentForComment(jpeg);
-  if (!segment) throw platform::UserError(messages::kNoJpegComment);
-  WriteExifComment(*segment, text);
+std::optional<std::string> WriteJpegComment(EditedFile& jpeg, std::string_view text, const ThumbnailMaker& thumbnail) {
+  auto segment = ReadUsableExifSegment(jpeg);
+  if (!segment) return messages::kNoJpegComment;
+  if (auto refusal = WriteExifComment(*segment, text)) return refusal;
   if (thumbnail) ReplaceThumbnail(*segment, thumbnail);
   PlaceExifSegment(jpeg, *segment);
+  return std::nullopt;
 }
 
 bool WriteJpegThumbnail(EditedFile& jpeg, const ThumbnailMaker& thumbnail) {

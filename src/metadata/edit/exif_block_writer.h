@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +18,9 @@ namespace ml::metadata {
 /// file ends inside.
 std::optional<ExifSegment> ReadExifSegment(const ByteSource& jpeg);
 
+/// The same, but nothing as well where it cannot be understood.
+std::optional<ExifSegment> ReadUsableExifSegment(const ByteSource& jpeg);
+
 /// Makes it the one EXIF segment of the file, behind APP0: where there was one at this place already, it is replaced,
 /// and all others are dropped. Throws UserError if this is no JPEG.
 void PlaceExifSegment(EditedFile& jpeg, const ExifSegment& segment);
@@ -27,9 +31,10 @@ void PlaceExifSegment(EditedFile& jpeg, const ExifSegment& segment);
 void WriteExifBlock(EditedFile& target, std::vector<std::byte> block, std::uint32_t resolution,
                     const ThumbnailMaker& thumbnail);
 
-/// Changes the comment in the file's own block, by the rules of WriteExifComment, and makes the thumbnail anew. Throws
-/// UserError with nothing changed.
-void WriteJpegComment(EditedFile& jpeg, std::string_view text, const ThumbnailMaker& thumbnail);
+/// Changes the comment in the file's own block, by the rules of WriteExifComment, and makes the thumbnail anew. Gives
+/// the sentence that tells why nothing was changed.
+[[nodiscard]] std::optional<std::string> WriteJpegComment(EditedFile& jpeg, std::string_view text,
+                                                          const ThumbnailMaker& thumbnail);
 
 /// Makes the thumbnail of the first EXIF segment anew. False, with nothing changed, if there is no room for one. Throws
 /// UserError with the reason if there is no segment that can be understood.

@@ -1,9 +1,6 @@
 #include "metadata/edit/exif_comment_writer.h"
 
-#include <string>
-
 #include "metadata/messages.h"
-#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace ml::metadata {
@@ -17,18 +14,19 @@ std::span<const std::byte> BytesOf(std::string_view text) { return std::as_bytes
 
 }  // namespace
 
-void WriteExifComment(ExifSegment& segment, std::string_view text) {
+std::optional<std::string> WriteExifComment(ExifSegment& segment, std::string_view text) {
   const auto& layout = segment.Layout();
   if (const auto field = layout.userComment) {
     std::string value(kEncoding);
     value += platform::CutToBytes(text, field->size - kEncoding.size());
     segment.FillField(*field, BytesOf(value));
   } else if (const auto description = layout.imageDescription) {
-    if (text.size() >= description->size) throw platform::UserError(messages::kDescriptionTooShort);
+    if (text.size() >= description->size) return messages::kDescriptionTooShort;
     segment.FillField(*description, BytesOf(text));
   } else {
-    throw platform::UserError(messages::kNoJpegComment);
+    return messages::kNoJpegComment;
   }
+  return std::nullopt;
 }
 
 }  // namespace ml::metadata

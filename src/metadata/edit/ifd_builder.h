@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "metadata/byte_writer.h"
@@ -26,6 +27,10 @@ class IfdBuilder {
   void Rational(std::uint16_t tag, std::uint32_t numerator, std::uint32_t denominator);
   void SignedRational(std::uint16_t tag, std::int32_t numerator, std::int32_t denominator);
   void Undefined(std::uint16_t tag, std::span<const std::byte> bytes);
+  /// A value of any type whose bytes are in the builder's order already.
+  void Raw(std::uint16_t tag, std::uint16_t type, std::uint32_t count, std::vector<std::byte> value) {
+    entries_.push_back({tag, static_cast<IfdType>(type), count, std::move(value), Form::Value, {}});
+  }
   /// A long that leads to `directory`.
   void Directory(std::uint16_t tag, IfdBuilder directory);
   /// A field of type undefined that is `directory` itself, its offsets counting from the TIFF header.

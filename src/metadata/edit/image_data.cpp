@@ -53,7 +53,7 @@ void RequireSameImageData(const EditedFile& edited, ImageDataFinder find) {
   const auto before = find(edited.Original());
   const auto after = find(edited);
   const auto isSame = [&](const FileRange& old, const FileRange& now) {
-    return SameBytes(edited.Original(), old, edited, now);
+    return edited.Keeps(now, old) || SameBytes(edited.Original(), old, edited, now);
   };
   if (!std::ranges::equal(before, after, isSame)) throw platform::UserError(messages::kImageDataChanged);
 }

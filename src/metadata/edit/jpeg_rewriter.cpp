@@ -50,6 +50,7 @@ std::uint64_t PlaceBehind(const ByteSource& jpeg, std::initializer_list<std::uin
   JpegSegments segments(jpeg);
   auto segment = segments.Next();
   for (; segment && std::ranges::find(markers, segment->marker) != markers.end(); segment = segments.Next()) {
+    if (segment->cut) throw platform::UserError(messages::kDamagedForEdit);
     place = segment->End();
   }
   return place;
@@ -67,7 +68,7 @@ FileRange CompressedData(const ByteSource& jpeg) {
 EditCheck KeepsCompressedData(const ByteSource& original) {
   return [&original](const ByteSource& edited) {
     if (!SameBytes(original, CompressedData(original), edited, CompressedData(edited))) {
-      throw platform::UserError(messages::kPicturesWouldChange);
+      throw platform::UserError(messages::kImageDataChanged);
     }
   };
 }

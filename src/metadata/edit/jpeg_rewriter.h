@@ -30,7 +30,7 @@ using SegmentTest = std::function<bool(const JpegSegments& segments, const JpegS
 int DropSegments(EditedFile& jpeg, const SegmentTest& picked);
 
 /// Where new segments go: behind the start of image and those of `markers` that come first. Throws UserError if this is
-/// no JPEG.
+/// no JPEG or ends inside one of them.
 std::uint64_t PlaceBehind(const ByteSource& jpeg, std::initializer_list<std::uint8_t> markers);
 
 /// From the first start of scan to the end of the file; without one, from where the segments end.

@@ -1,24 +1,33 @@
 #include "metadata/edit/maker_note_reach.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <optional>
+#include <string_view>
 
 #include "metadata/ifd.h"
 
 namespace ml::metadata {
 namespace {
 
-/// Bytes of a name in front of the directory.
-constexpr std::array<std::uint64_t, 6> kNameSizes = {0, 6, 8, 10, 12, 18};
-constexpr std::uint16_t kMaxEntries = 200;
-constexpr std::uint64_t kHeaderSize = 8;
+using namespace std::string_view_literals;
 
-/// Where a directory begins, and what its offsets count from.
+constexpr std::uint16_t kMaxEntries = 200;
+
+/// A note that begins with this name has its directory, or a TIFF header that leads to it, so far behind its start.
+struct NoteForm {
+  std::string_view name;
+  std::size_t start = 0;
+  enum class Base { Note, OwnHeader } base = Base::Note;
+};
+constexpr NoteForm kForms[] = {
+    {"Nikon\0\2"sv, 10, NoteForm::Base::OwnHeader},
+    {"FUJIFILM"sv, 12, NoteForm::Base::Note},
+};
+
 struct NoteDirectory {
-  ByteView bytes;  ///< from there on
+  ByteView bytes;  ///< from its count on
   std::uint64_t base = 0;
-  std::uint64_t start = 0;  ///< in the block
 };
 
 bool IsDirectory(ByteView bytes) {
@@ -26,30 +35,27 @@ bool IsDirectory(ByteView bytes) {
   if (count == 0 || count > kMaxEntries) return false;
   const auto entries = bytes.From(2);
   for (std::size_t i = 0; i < count; ++i) {
-    const auto entry = ReadIfdEntry(entries, i);
-    if (TypeSize(entry.type) == 0) return false;
+    if (TypeSize(ReadIfdEntry(entries, i).type) == 0) return false;
   }
   return true;
 }
 
-std::optional<NoteDirectory> DirectoryAt(ByteView tiff, std::uint64_t position) {
-  const MemorySource source(tiff.Bytes());
-  const auto own = ReadTiffHeader(source, position);
-  const auto order = own ? own->order : tiff.Order();
-  const auto start = own ? position + own->firstDirectory : position;
-  const NoteDirectory found{tiff.WithOrder(order).From(start), own ? position : 0, start};
-  return IsDirectory(found.bytes) ? std::optional(found) : std::nullopt;
+NoteDirectory DirectoryOf(ByteView tiff, FileRange note, const NoteForm& form) {
+  const auto place = note.position + form.start;
+  // Little-endian whatever the order around it.
+  if (form.base == NoteForm::Base::Note) return {tiff.WithOrder(ByteOrder::Little).From(place), note.position};
+  const auto header = ReadTiffHeader(MemorySource(tiff.Bytes()), place);
+  if (!header) throw ExifException::BadHeader;
+  return {tiff.WithOrder(header->order).From(place + header->firstDirectory), place};
 }
 
-std::optional<NoteDirectory> FindDirectory(ByteView tiff, FileRange note) {
-  for (const auto nameSize : kNameSizes) {
-    if (nameSize + kHeaderSize > note.size) break;
-    try {
-      if (auto found = DirectoryAt(tiff, note.position + nameSize)) return found;
-    } catch (ExifException) {
-      continue;  // no directory
-    }
-  }
+std::optional<NoteDirectory> FindDirectory(ByteView tiff, FileRange note) try {
+  const auto bytes = tiff.Sub(note.position, note.size);
+  const auto* form = std::ranges::find_if(kForms, [&](const NoteForm& one) { return bytes.StartsWith(one.name); });
+  if (form == std::end(kForms)) return std::nullopt;
+  const auto found = DirectoryOf(tiff, note, *form);
+  return IsDirectory(found.bytes) ? std::optional(found) : std::nullopt;
+} catch (ExifException) {
   return std::nullopt;
 }
 
@@ -62,18 +68,11 @@ std::vector<FileRange> FindMakerNoteReach(ByteView tiff, FileRange note) {
   if (!directory) return {};
   const auto entries = directory->bytes.From(2);
   std::vector<FileRange> outside;
-  std::size_t inside = 0;
   for (std::size_t i = 0; i < directory->bytes.readShort(0); ++i) {
     const auto entry = ReadIfdEntry(entries, i);
     const FileRange value{directory->base + entry.value, std::uint64_t{entry.count} * TypeSize(entry.type)};
-    if (value.size <= 4) continue;
-    if (Holds(note, value)) {
-      ++inside;
-    } else if (value.End() <= tiff.Size()) {
-      outside.push_back(value);
-    }
+    if (value.size > 4 && !Holds(note, value) && value.End() <= tiff.Size()) outside.push_back(value);
   }
-  if (inside <= outside.size()) outside.clear();
   return outside;
 }
 

@@ -3,9 +3,11 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <random>
 
 #include "imagefiles/edits/jpeg_turn.h"
 #include "imagefiles/edits/turned_orientation.h"
+#include "imaging/dib/bmp_turn.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/scale.h"
 #include "metadata/exif_block.h"
@@ -73,7 +75,7 @@ test::TiffBuilder Directories(int orientation, test::Endian order) {
 
 std::string Photo(int orientation, test::Endian order = test::Endian::Big) {
   return test::InsertSegments(EncodeJpeg(test::PaintLandscape(96, 64, 9)),
-                        test::ExifSegment(Directories(orientation, order)));
+                              test::ExifSegment(Directories(orientation, order)));
 }
 
 TEST_F(TurnFiles, ByOrientationNothingElseChanges) {
@@ -181,6 +183,39 @@ TEST_F(TurnFiles, ABitmapIsTurnedInItsFile) {
   EXPECT_EQ(CreateImageFile(path, options)->GetPixels().data, wanted.data);
   dir_.Write("b.bmp", "BM no picture");
   EXPECT_THROW(Rotate(*CreateImageFile(path, options), Turn::cw90, Tools(options, companions)), platform::UserError);
+}
+
+TEST_F(TurnFiles, HostileFilesAreRefusedOrTurned) {
+  const auto exif = test::ExifSegment(test::ExifDirectories({.orientation = 5, .thumbnail = "thumbnail"}));
+  const auto jpeg = test::InsertSegments(EncodeJpeg(test::PaintLandscape(32, 16, 4)), exif + test::CommentSegment("c"));
+  const auto bmp = EncodeBmp(test::PaintLandscape(9, 7, 4), {.colours = test::BmpColours::Palette});
+  std::mt19937 random(11);
+  const auto below = [&](std::size_t limit) {
+    return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
+  };
+  int turned = 0;
+  for (int round = 0; round < 600; ++round) {
+    const bool isJpeg = round % 3 != 0;
+    auto file = isJpeg ? jpeg : bmp;
+    for (std::size_t i = below(4) + 1; i > 0; --i) {
+      file[below(round % 2 == 0 ? std::size_t{120} : file.size())] = static_cast<char>(below(256));
+    }
+    file.resize(file.size() - below(round % 5 == 0 ? file.size() : 1));
+    const metadata::MemorySource source(std::as_bytes(std::span(file)));
+    metadata::EditedFile edited(source);
+    try {
+      if (isJpeg) {
+        TurnByOrientation(edited, Turn::cw90);
+        TurnWithoutLoss(edited, imaging::JpegTransform::cw90, nullptr);
+      } else {
+        imaging::TurnBmp(std::as_bytes(std::span(file)), Turn::cw90);
+      }
+      ++turned;
+    } catch (const platform::LibraryError&) {
+      continue;
+    }
+  }
+  EXPECT_GT(turned, 50);
 }
 
 TEST_F(TurnFiles, LeavesTheOldOrTheNewFileUnderEveryFault) {

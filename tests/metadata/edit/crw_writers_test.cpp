@@ -78,7 +78,8 @@ TEST(CrwWriter, ChangesNumbersInPlaceInEitherByteOrder) {
 TEST(CiffFile, WritesAnotherPreviewAndNothingElse) {
   // The raw data behind everything else and a value in its entry: the order of the data is not that of the root.
   auto root = CiffBuilder().Heap(0x300a, test::CrwProperties(kCamera)).Data(0x2007, "an old preview");
-  const auto before = root.Entry(0x5813, 77, 88).Data(0x2005, "the sensor's data, oddly long").BuildFile(Endian::Little);
+  const auto before =
+      root.Entry(0x5813, 77, 88).Data(0x2005, "the sensor's data, oddly long").BuildFile(Endian::Little);
   const auto source = SourceOf(before);
   const CiffFile ciff(source);
   for (const std::string preview : {"new", "a new preview, much longer than the old one"}) {
@@ -98,6 +99,22 @@ TEST(CiffFile, WritesAnotherPreviewAndNothingElse) {
   }
 }
 
+TEST(CiffFile, KeepsWhatEditorsAppended) {
+  const auto plain = CiffBuilder().Data(0x2005, "raw").Data(0x2007, "old").BuildFile(Endian::Little);
+  const auto place = plain.substr(plain.size() - 4);
+  const auto before = plain + "BLOCK of an editor" + place;
+  const auto source = SourceOf(before);
+  EditedFile file(source);
+  const std::string preview = "a longer preview";
+  CiffFile(source).Write(file, {.preview = std::as_bytes(std::span(preview))});
+  const auto after = Text(file);
+  const auto block = after.find("BLOCK of an editor");
+  ASSERT_NE(block, std::string::npos);
+  EXPECT_EQ(after.substr(block - 4, 4), after.substr(after.size() - 4));
+  EXPECT_EQ(Bytes(file, CiffFile(file).FindEntry(0x2007)), preview);
+  EXPECT_EQ(Bytes(file, CiffFile(file).FindEntry(0x2005)), "raw");
+}
+
 CiffBuilder Settings(int base) {
   std::vector<int> words(58);
   for (const int index : {7, 55, 56, 57}) words[static_cast<std::size_t>(index)] = base + index;
@@ -109,8 +126,11 @@ CiffBuilder Settings(int base) {
 
 TEST(CiffFile, CarriesRawDataAndSettingsFromAnotherFile) {
   const auto make = [](const std::string& raw, int base) {
-    return CiffBuilder().Data(0x2005, raw).Data(0x2007, "preview of " + raw).Heap(0x300a, Settings(base)).BuildFile(
-        Endian::Little);
+    return CiffBuilder()
+        .Data(0x2005, raw)
+        .Data(0x2007, "preview of " + raw)
+        .Heap(0x300a, Settings(base))
+        .BuildFile(Endian::Little);
   };
   const auto first = make("first", 100), second = make("the second", 500);
   const auto source = SourceOf(first), otherSource = SourceOf(second);

@@ -77,6 +77,20 @@ TEST(EditedFile, StaysInPlaceOnlyWhereNothingMoves) {
   EXPECT_THROW(inPlace([](EditedFile& e) { e.Insert(11, Bytes("a")); }), ExifException);
 }
 
+TEST(EditedFile, KnowsWhatItKept) {
+  const std::string original = "0123456789";
+  const MemorySource source(Bytes(original));
+  EditedFile edited(source);
+  edited.Replace({2, 1}, Bytes("abc"));  // 01abc3456789
+  EXPECT_TRUE(edited.Keeps({5, 7}, {3, 7}));
+  EXPECT_TRUE(edited.Keeps({7, 2}, {5, 2}));
+  EXPECT_TRUE(edited.Keeps({0, 2}, {0, 2}));
+  EXPECT_FALSE(edited.Keeps({5, 7}, {3, 6}));
+  EXPECT_FALSE(edited.Keeps({4, 3}, {2, 3})) << "reaches into what is new";
+  EXPECT_FALSE(edited.Keeps({5, 3}, {4, 3})) << "another stretch";
+  EXPECT_FALSE(edited.Keeps({2, 2}, {2, 2}));
+}
+
 TEST(ApplyEdit, LeavesTheOldOrTheNewFileUnderEveryFault) {
   const test::TempDir dir;
   const auto path = dir / "photo.jpg";

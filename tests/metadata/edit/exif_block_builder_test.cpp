@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 #include <set>
 #include <string>
 
 #include "metadata/byte_view.h"
 #include "metadata/exif_fields.h"
+#include "metadata/ifd.h"
+#include "support/canon_builder.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
@@ -40,8 +43,8 @@ const std::set<std::string_view> kOthers = {"displayPath",
 
 class BuiltBlock : public testing::Test {
  protected:
-  ExifData ReadBack(const ExifData& data) const {
-    const auto block = BuildExifBlock(data);
+  ExifData ReadBack(const ExifData& data, const ByteSource* source = nullptr) const {
+    const auto block = BuildExifBlock(data, source);
     EXPECT_EQ(block.size(), ByteView(block, ByteOrder::Big).readShort(0)) << "the length counts itself";
     std::string segment = "\xff\xe1";
     segment.append(reinterpret_cast<const char*>(block.data()), block.size());
@@ -188,6 +191,40 @@ TEST_F(BuiltBlock, ClaimsNothingThatIsNotKnown) {
   canon.dateTime.clear();
   data.dateTime.clear();
   ExpectSame(data, canon, {"imageWidth", "imageHeight"});
+}
+
+TEST_F(BuiltBlock, TakesTheNoteOfARawFileAsItIs) {
+  for (const auto order : {test::Endian::Little, test::Endian::Big}) {
+    test::TiffBuilder tiff(order);
+    tiff.Long(256, 2496).Long(257, 1662).Ascii(271, "Canon").Ascii(272, "Canon EOS 10D");
+    auto note = test::CanonNote();
+    note.Rational(200, 7, 3).Undefined(201, "odd").Long(202, {1, 2, 3});
+    tiff.Directory(34665, test::TiffBuilder().Ascii(36867, "2003:05:17 10:11:12").Note(37500, "", note));
+    const auto bytes = tiff.Build();
+    const ExifData data(dir_.Write("raw.tif", bytes));
+    ASSERT_EQ(data.imageNumber, 1234567);
+    const MemorySource source(std::as_bytes(std::span(bytes)));
+    const auto back = ReadBack(data, &source);
+    // Only the note in a block tells the colour space.
+    EXPECT_EQ(back.colorSpace, "AdobeRGB");
+    ExpectSame(data, back, {"colorSpace", "dateTimeDigitized"});
+
+    const MemorySource block(std::span(back.exifBlock).subspan(8));
+    std::map<int, IfdEntry> found;
+    IfdWalker walker(block, ByteOrder::Little, {.followNext = false});
+    const IfdVisitor visit = [&](const IfdEntry& entry) {
+      found[entry.tag] = entry;
+      return entry.tag == 34665 || entry.tag == 37500 ? walker.Walk(entry.value, visit) : Visit::Continue;
+    };
+    walker.Walk(8, visit);
+    EXPECT_TRUE(found[200].Is(IfdType::Rational) && found[201].count == 3 && found[202].count == 3);
+    EXPECT_EQ(block.ReadNumber(found[200].value + 4, 4, ByteOrder::Little), 3U);
+    EXPECT_EQ(block.ReadNumber(found[202].value + 8, 4, ByteOrder::Little), 3U);
+
+    auto broken = data;
+    broken.makerNoteOffset = static_cast<std::uint32_t>(bytes.size() - 1);
+    EXPECT_EQ(ReadBack(broken, &source).imageNumber, 1234567) << "told by the record then";
+  }
 }
 
 TEST_F(BuiltBlock, HoldsTextsOfAnyLength) {

@@ -97,9 +97,9 @@ TEST_P(TiffWriter, IptcStaysWhereItFitsAndGoesToTheEndWhereNot) {
   };
   const auto none = [](TiffBuilder tiff, const std::string&) { return tiff; };
   const IptcCase cases[] = {
-      {"FitsLong", asLong, 5, false, 4},          {"FitsUndefined", asUndefined, 5, false, 7},
-      {"LongerLong", asLong, 300, true, 4},       {"LongerUndefined", asUndefined, 300, true, 7},
-      {"Twice", twice, 5, true, 7},               {"None", none, 5, true, 4},
+      {"FitsLong", asLong, 5, false, 4},    {"FitsUndefined", asUndefined, 5, false, 7},
+      {"LongerLong", asLong, 300, true, 4}, {"LongerUndefined", asUndefined, 300, true, 7},
+      {"Twice", twice, 5, true, 7},         {"None", none, 5, true, 4},
   };
   const auto old = test::IptcBlock({{120, "An older caption of the picture"}, {90, "Kingston"}}) + "\0"s;
   for (const auto& c : cases) {
@@ -190,7 +190,9 @@ TEST_P(TiffWriter, EveryPrefixIsRefusedOrEdited) {
     const auto source = SourceOf(prefix);
     const std::function<void(EditedFile&)> edits[] = {
         [](EditedFile& file) { UpdateIfdEntry(file, {.tag = kOrientation, .value = 6}); },
-        [](EditedFile& file) { WriteTiffIptc(file, {.items = {{2, 120, "caption"}}}); },
+        [](EditedFile& file) {
+          WriteTiffIptc(file, {.items = {{2, 120, "caption"}}});
+        },
         [](EditedFile& file) { WriteTiffComment(file, Read(file), "comment"); },
     };
     for (const auto& edit : edits) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <algorithm>
@@ -24,6 +25,8 @@ namespace {
 using platform::ui::ToQString;
 
 constexpr QSize kFirstSize{800, 560}, kSmallestSize{640, 360};
+/// Of a window; how much it is is known only once it shows.
+constexpr QSize kRoomForFrame{8, 32};
 constexpr int kMargin = 12;
 constexpr int kTitlesWidth = 160;
 constexpr int kTitleHeight = 28;
@@ -59,8 +62,9 @@ CPreferencesDialog::CPreferencesDialog(const settings::Settings& settings, const
   for (auto* page : pages_) page->ShowValues(edited_);
   ShowPage(0);
   titles_->setFocus();
-  setMinimumSize(kSmallestSize);
-  resize(kFirstSize);
+  const QSize room = screen()->availableSize() - kRoomForFrame;
+  setMinimumSize(kSmallestSize.boundedTo(room));
+  resize(kFirstSize.boundedTo(room));
 }
 
 void CPreferencesDialog::MakeSearch(QGridLayout& layout) {

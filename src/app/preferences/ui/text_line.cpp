@@ -7,7 +7,7 @@
 namespace ml::app {
 namespace {
 
-constexpr int kTextWidthInCharacters = 30;
+constexpr int kTextWidthInCharacters = 20;
 
 }  // namespace
 

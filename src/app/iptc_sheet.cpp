@@ -1,0 +1,108 @@
+#include "app/iptc_sheet.h"
+
+#include <algorithm>
+
+#include "app/file_dialogs.h"
+#include "app/messages.h"
+#include "app/session.h"
+#include "imagefiles/raw_files.h"
+#include "metadata/ui/iptc_batch_progress.h"
+#include "options/engine_options.h"
+#include "platform/ui/qt_interaction.h"
+
+namespace ml::app {
+namespace {
+
+using metadata::ui::IptcApplier;
+using metadata::ui::IptcSheetImages;
+
+const platform::Clock& TheClock() {
+  static const platform::SystemClock clock;
+  return clock;
+}
+
+/// How a list gets into a file; none in this version.
+metadata::IptcWriter WriterFor(Session&) { return nullptr; }
+
+IptcApplier ApplierFor(Session& session) {
+  if (!WriterFor(session)) return {};
+  const auto one = [&session](const std::string& path, const metadata::IptcSheetValues& values) {
+    const auto options = options::ExifOptionsOf(session.settings);
+    const auto write = WriterFor(session);
+    metadata::ApplyIptc(path, values, {options, session.locale, write});
+  };
+  const auto many = [&session](const metadata::IptcBatch& batch, QWidget& parent) {
+    const auto options = options::ExifOptionsOf(session.settings);
+    const auto write = WriterFor(session);
+    return metadata::ui::RunIptcBatch(batch, {options, session.locale, write}, &parent);
+  };
+  return {one, many};
+}
+
+std::vector<std::string> HoldingIptc(std::vector<std::string> paths) {
+  std::erase_if(paths, [](const auto& path) { return !imagefiles::CanHoldIptc(path); });
+  return paths;
+}
+
+/// The selection is not seen in the main view, so it does not count there.
+IptcSheetImages ImagesOf(const Session& session, const std::string& target) {
+  const auto& list = session.list;
+  IptcSheetImages images;
+  images.all = HoldingIptc(list.files);
+  if (session.mode != ViewMode::Main) images.selected = HoldingIptc(list.SelectedPaths());
+  const bool isSelected = std::ranges::find(images.selected, target) != images.selected.end();
+  images.steps = images.selected.size() > 1 && isSelected ? images.selected : images.all;
+  const auto first = std::ranges::find(images.steps, target);
+  images.first = static_cast<std::size_t>(first - images.steps.begin());
+  return images;
+}
+
+std::optional<std::string> ChooseToLoad(const Session& session, QWidget& parent) {
+  const auto answer = OpenFile(parent, {.title = std::string(kLoadIptcTitle),
+                                        .filter = std::string(kLoadIptcFilter),
+                                        .start = session.Images().Directory()});
+  if (!answer) return std::nullopt;
+  return answer->path;
+}
+
+std::optional<std::string> ChooseToSave(const Session& session, QWidget& parent) {
+  return platform::ui::QtInteraction(&parent).saveAs({.title = std::string(kSaveIptcTitle),
+                                                      .filter = std::string(kSaveIptcFilter),
+                                                      .defaultExtension = ".ipt",
+                                                      .start = session.Images().Directory()});
+}
+
+}  // namespace
+
+std::unique_ptr<metadata::ui::CIptcPropertySheet> MakeIptcSheet(Session& session, QWidget& parent) {
+  const int target = session.TargetIndex();
+  if (target < 0) return nullptr;
+  auto images = ImagesOf(session, session.list.files[static_cast<std::size_t>(target)]);
+  if (images.first == images.steps.size()) return nullptr;
+  const auto& from = session.settings.iptc;
+  const metadata::ui::IptcBatchRules rules{{.mergeKeywords = from.mergeKeywords != 0,
+                                            .onlyReplaceEmpty = from.onlyReplaceEmpty != 0,
+                                            .leaveExistingIfNewEmpty = from.leaveExistingIfNewEmpty != 0},
+                                           from.exifTimestamp != 0};
+  metadata::ui::IptcSheetHost host{
+      .read =
+          [&session](const std::string& path) {
+            return metadata::ExifData(path, options::ExifOptionsOf(session.settings));
+          },
+      .chooseFileToLoad = [&session](QWidget& sheet) { return ChooseToLoad(session, sheet); },
+      .chooseFileToSave = [&session](QWidget& sheet) { return ChooseToSave(session, sheet); },
+      .clock = TheClock(),
+      .apply = ApplierFor(session),
+      .whyNoApply = std::string(kNotInThisVersion)};
+  return std::make_unique<metadata::ui::CIptcPropertySheet>(std::move(images), rules, std::move(host), &parent);
+}
+
+void TakeIptcRules(const metadata::ui::IptcBatchRules& rules, Session& session) {
+  auto& to = session.settings.iptc;
+  to.mergeKeywords = rules.merge.mergeKeywords ? 1 : 0;
+  to.onlyReplaceEmpty = rules.merge.onlyReplaceEmpty ? 1 : 0;
+  to.leaveExistingIfNewEmpty = rules.merge.leaveExistingIfNewEmpty ? 1 : 0;
+  to.exifTimestamp = rules.exifTimestamp ? 1 : 0;
+}
+
+}  // namespace ml::app

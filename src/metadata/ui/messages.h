@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+
+/// The texts of this folder's windows and boxes.
+namespace ml::metadata::ui {
+
+inline constexpr auto kIptcPrevious = "< Prev";
+inline constexpr auto kIptcNext = "Next >";
+inline constexpr auto kIptcLoad = "&Load...";
+inline constexpr auto kIptcSave = "&Save to file...";
+inline constexpr auto kIptcApplyToSelected = "Apply to S&elected";
+inline constexpr auto kIptcApplyToAll = "Apply to &All";
+inline constexpr auto kIptcApply = "Appl&y";
+
+inline constexpr auto kMergeKeywords = "Add to key&words and categories";
+inline constexpr auto kOnlyReplaceEmpty = "Only &fill fields that are empty";
+inline constexpr auto kLeaveExisting = "Lea&ve fields alone that are empty here";
+inline constexpr auto kExifTimestamp = "Set date created &to that of each shot";
+
+inline constexpr auto kNoImagesSelected = "No images are selected in the list";
+inline constexpr auto kIptcLocked = "This text is too long to be edited here; it stays as it is";
+
+inline std::string IptcTitle(const std::string& name, const std::string& place) {
+  return "IPTC Data - " + name + " - " + place;
+}
+inline std::string IptcPlace(std::size_t number, std::size_t count) {
+  return "Image " + std::to_string(number) + " of " + std::to_string(count);
+}
+inline std::string SeveralValues(std::size_t count) {
+  return "The image has " + std::to_string(count) +
+         " values here, of which this is the last. Editing it replaces them all.";
+}
+inline std::string Images(std::size_t count) {
+  return count == 1 ? std::string("1 image") : std::to_string(count) + " images";
+}
+inline std::string ApplyChanges(const std::string& name) {
+  return "Apply the changes to the IPTC data of this image?\n" + name;
+}
+inline std::string DiscardChanges(const std::string& name) {
+  return "The changes to the IPTC data of this image cannot be applied, but they can be saved to a file:\n" + name;
+}
+inline std::string ReplaceByFile(const std::string& path) {
+  return "Replace what was changed by the values of this file?\n" + path;
+}
+inline std::string WriteInto(std::size_t count) { return "Write these values into " + Images(count) + "?"; }
+inline std::string WrittenText(int written, int unchanged) {
+  auto text = Images(static_cast<std::size_t>(written)) + " written";
+  if (unchanged > 0) text += ", " + std::to_string(unchanged) + " had these values already";
+  return text;
+}
+
+}  // namespace ml::metadata::ui
