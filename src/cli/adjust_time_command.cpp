@@ -12,6 +12,7 @@
 namespace ml::cli {
 namespace {
 
+constexpr int kThreads = 8;                           // each mostly waits for the disk
 constexpr std::int64_t kMostSeconds = 4'000'000'000;  // over a century
 
 struct AdjustTimeArguments {
@@ -21,11 +22,10 @@ struct AdjustTimeArguments {
 };
 
 EditOutcome AdjustOne(const GivenImage& image, const AdjustTimeArguments& arguments, bool fileTimes,
-                      EditSession& session) {
-  const int before = session.Changes();
+                      ImageSession& session) {
   { const platform::ReadableFile readable(image.path); }
   imagefiles::AdjustDates(image.path, arguments.seconds, fileTimes, session.Tools());
-  const bool changed = session.Changes() > before;
+  const bool changed = session.Changed();
   return {.changed = changed, .note = changed ? "" : "records no date that can be shifted"};
 }
 
@@ -35,8 +35,9 @@ void RunAdjustTime(const AdjustTimeArguments& arguments, RunState& state) {
            {.what = "Adjust Image Date/Time",
             .done = "shifted",
             .dryRun = arguments.dryRun,
+            .threads = kThreads,
             .edit = [&](const GivenImage& image,
-                        EditSession& session) { return AdjustOne(image, arguments, fileTimes, session); }},
+                        ImageSession& session) { return AdjustOne(image, arguments, fileTimes, session); }},
            state);
 }
 

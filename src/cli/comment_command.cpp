@@ -24,11 +24,11 @@ struct CommentArguments {
 
 /// The comment that the file has in the end.
 std::string SetAndGet(const std::string& path, const CommentArguments& arguments, const EditSession& session) {
-  const auto file = OpenImage(path, session);
+  const auto file = OpenImage(path, session.Tools());
   if (!arguments.text) return file->GetComment();
   if (!arguments.dryRun) {
     SetComment(*file, *arguments.text, session.Tools());
-    return OpenImage(path, session)->GetComment();
+    return OpenImage(path, session.Tools())->GetComment();
   }
   const auto refusal = file->Row().commentRefusal;
   if (!refusal.empty()) throw platform::UserError(std::string(refusal));

@@ -31,7 +31,7 @@ const char* DoneWord(DeleteTo to) {
   return to == DeleteTo::Trash ? "moved to the trash" : "moved to the directory \"Deleted\"";
 }
 
-EditOutcome DeleteOne(const GivenImage& image, DeleteTo to, EditSession& session) {
+EditOutcome DeleteOne(const GivenImage& image, DeleteTo to, ImageSession& session) {
   auto& companions = session.Tools().companions;
   EditOutcome outcome{.changed = true};
   for (const auto& file : companions.Find(image.path).PathsToDelete()) {
@@ -54,7 +54,7 @@ void RunDelete(const DeleteArguments& arguments, RunState& state) {
             .dryRun = arguments.dryRun,
             .files = ResultFiles::Told,
             .edit =
-                [&](const GivenImage& image, EditSession& session) {
+                [&](const GivenImage& image, ImageSession& session) {
                   if (refused) throw platform::UserError(image.given + ": not deleted; choose --yes");
                   return DeleteOne(image, to, session);
                 }},

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <atomic>
 #include <exception>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -11,6 +12,7 @@
 #include "cli/progress_line.h"
 #include "imagefiles/format_table.h"
 #include "platform/errors.h"
+#include "platform/ordered_jobs.h"
 #include "platform/paths.h"
 
 namespace ml::cli {
@@ -46,19 +48,19 @@ class EditRun {
   }
 
   void Run() {
-    for (std::size_t i = 0; i < targets_.size() && !Stopped(); ++i) {
-      progress_.Next(targets_[i].image.given);
-      if (targets_[i].leader == i) Edit(targets_[i]);
-    }
+    platform::RunOrdered({.count = static_cast<int>(targets_.size()),
+                          .threads = command_.threads,
+                          .begin = [](int) {},
+                          .work = [this](int index) { Edit(static_cast<std::size_t>(index)); },
+                          .finish = [this](int index) { Tell(static_cast<std::size_t>(index)); }},
+                         state_.stop);
     progress_.Clear();
     session_.Finish();
     if (state_.json) PrintJson(Results());
-    if (Stopped()) throw platform::Cancelled();
+    if (cancelled_ || state_.stop.stop_requested()) throw platform::Cancelled();
   }
 
  private:
-  bool Stopped() const { return cancelled_ || state_.stop.stop_requested(); }
-
   void FindLeaders() {
     std::unordered_map<std::string, std::size_t> leaders;
     for (std::size_t i = 0; i < targets_.size(); ++i) {
@@ -77,10 +79,13 @@ class EditRun {
     for (auto& target : targets_) target.leader = targets_[target.leader].leader;
   }
 
-  void Edit(Target& target) {
+  void Edit(std::size_t index) {
+    auto& target = targets_[index];
+    if (target.leader != index || cancelled_) return;
     try {
       RequireImage(target.image);
-      target.outcome = command_.edit(target.image, session_);
+      ImageSession session(session_);
+      target.outcome = command_.edit(target.image, session);
     } catch (const platform::Cancelled&) {
       cancelled_ = true;
       return;
@@ -88,7 +93,13 @@ class EditRun {
       target.failure = error.what();
     }
     target.reached = true;
-    progress_.Clear();
+  }
+
+  void Tell(std::size_t index) {
+    const auto& target = targets_[index];
+    progress_.Next(target.image.given);
+    if (!target.reached) return;
+    if (target.failure || !state_.json) progress_.Clear();
     if (target.failure) return state_.Fail(WithName(target));
     if (!state_.json) PrintLine(target.image.given + ": " + Line(target.outcome));
   }
@@ -134,7 +145,7 @@ class EditRun {
   EditSession session_;
   ProgressLine progress_;
   std::vector<Target> targets_;
-  bool cancelled_ = false;
+  std::atomic<bool> cancelled_ = false;
 };
 
 }  // namespace

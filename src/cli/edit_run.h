@@ -33,8 +33,9 @@ struct EditCommand {
   bool dryRun = false;
   GivenCompanions companions = GivenCompanions::GoWithImage;
   ResultFiles files = ResultFiles::NotTold;
+  int threads = 1;  ///< on which images are edited at once
   /// Does the whole of one image, or all but write in a dry run. Throws UserError, or Cancelled.
-  std::function<EditOutcome(const GivenImage& image, EditSession& session)> edit;
+  std::function<EditOutcome(const GivenImage& image, ImageSession& session)> edit;
 };
 
 /// Runs the command over what the user named and tells of each: a line, or an object of the array that ends the run.

@@ -13,13 +13,12 @@ namespace ml::cli {
 using imagefiles::WriteMode;
 
 EditSession::EditSession(std::string what, const RunState& state, WriteMode mode)
-    : batch_(journal_.Edits(), std::move(what)),
+    : mode_(mode),
+      batch_(journal_.Edits(), std::move(what)),
       options_(options::ImageFileOptionsOf(state.settings)),
       companions_(options_),
-      tools_{options_, companions_, {.recorder = &recorder_}} {
-  if (mode == WriteMode::Write) return;
-  options_.liftProtection = false;
-  tools_.edit.insteadOfWriting = [this](const std::string&) { ++recorder_.changes; };
+      tools_{options_, companions_, {.recorder = &batch_}} {
+  options_.liftProtection = mode == WriteMode::Write;
 }
 
 void EditSession::Finish() {
@@ -31,29 +30,41 @@ void EditSession::Finish() {
   }
 }
 
-void EditSession::Recorder::WillReplaceRange(const platform::RangeEdit& edit) {
-  ++changes;
+ImageSession::ImageSession(EditSession& session)
+    : session_(session),
+      recorder_(session.batch_, session.lock_),
+      tools_{session.options_, session.companions_, {.recorder = &recorder_}} {
+  if (session.mode_ == WriteMode::Write) return;
+  tools_.edit.insteadOfWriting = [this](const std::string&) { recorder_.changed = true; };
+}
+
+void ImageSession::Recorder::WillReplaceRange(const platform::RangeEdit& edit) {
+  const std::lock_guard guard(lock_);
+  changed = true;
   batch_.WillReplaceRange(edit);
 }
 
-void EditSession::Recorder::WillReplaceFile(const platform::FileEdit& edit) {
-  ++changes;
+void ImageSession::Recorder::WillReplaceFile(const platform::FileEdit& edit) {
+  const std::lock_guard guard(lock_);
+  changed = true;
   batch_.WillReplaceFile(edit);
 }
 
-void EditSession::Recorder::WillCreateFile(const platform::FileEdit& edit) {
-  ++changes;
+void ImageSession::Recorder::WillCreateFile(const platform::FileEdit& edit) {
+  const std::lock_guard guard(lock_);
+  changed = true;
   batch_.WillCreateFile(edit);
 }
 
-void EditSession::Recorder::WillChangeStatus(const std::string& path) {
-  ++changes;
+void ImageSession::Recorder::WillChangeStatus(const std::string& path) {
+  const std::lock_guard guard(lock_);
+  changed = true;
   batch_.WillChangeStatus(path);
 }
 
-std::unique_ptr<imagefiles::ImageFile> OpenImage(const std::string& path, const EditSession& session) {
+std::unique_ptr<imagefiles::ImageFile> OpenImage(const std::string& path, const imagefiles::EditTools& tools) {
   const platform::ReadableFile readable(path);  // the handler is silent about a file it may not open
-  auto file = imagefiles::CreateImageFile(path, session.Tools().options);
+  auto file = imagefiles::CreateImageFile(path, tools.options);
   if (!file) throw platform::UserError(imagefiles::messages::NoSuchImage(path));
   return file;
 }

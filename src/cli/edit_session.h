@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 #include "cli/run_state.h"
@@ -23,39 +24,59 @@ class EditSession {
   /// if something cannot be undone.
   void Finish();
 
+  /// For one thread.
   const imagefiles::EditTools& Tools() const { return tools_; }
-  bool DryRun() const { return tools_.edit.insteadOfWriting != nullptr; }
-  /// Of the journal; for file operations.
-  platform::EditBatch& Batch() { return batch_; }
-  platform::Trash& Bin() { return journal_.Bin(); }
-  /// How many changes the tools have made, or would have made, until now.
-  int Changes() const { return recorder_.changes; }
 
  private:
-  /// Counts what it passes on.
-  class Recorder final : public platform::EditRecorder {
-   public:
-    explicit Recorder(platform::EditBatch& batch) : batch_(batch) {}
-    void WillReplaceRange(const platform::RangeEdit& edit) override;
-    void WillReplaceFile(const platform::FileEdit& edit) override;
-    void WillCreateFile(const platform::FileEdit& edit) override;
-    void WillChangeStatus(const std::string& path) override;
+  friend class ImageSession;
 
-    int changes = 0;
-
-   private:
-    platform::EditBatch& batch_;
-  };
-
+  const imagefiles::WriteMode mode_;
   platform::UserJournal journal_;
   platform::EditBatch batch_;
-  Recorder recorder_{batch_};
+  std::mutex lock_;  ///< guards the batch where several images are edited at once
   imagefiles::ImageFileOptions options_;
   imagefiles::CompanionFinder companions_;
   imagefiles::EditTools tools_;
 };
 
+/// What one image is edited with, on one thread; several share a session.
+class ImageSession {
+ public:
+  explicit ImageSession(EditSession& session);
+  ImageSession(const ImageSession&) = delete;
+  ImageSession& operator=(const ImageSession&) = delete;
+
+  const imagefiles::EditTools& Tools() const { return tools_; }
+  /// Whether the tools have changed something, or would have in a dry run.
+  bool Changed() const { return recorder_.changed; }
+  bool DryRun() const { return tools_.edit.insteadOfWriting != nullptr; }
+  /// Of the session; for file operations, which run on one thread.
+  platform::EditBatch& Batch() { return session_.batch_; }
+  platform::Trash& Bin() { return session_.journal_.Bin(); }
+
+ private:
+  /// Notes that it passed something on.
+  class Recorder final : public platform::EditRecorder {
+   public:
+    Recorder(platform::EditBatch& batch, std::mutex& lock) : batch_(batch), lock_(lock) {}
+    void WillReplaceRange(const platform::RangeEdit& edit) override;
+    void WillReplaceFile(const platform::FileEdit& edit) override;
+    void WillCreateFile(const platform::FileEdit& edit) override;
+    void WillChangeStatus(const std::string& path) override;
+
+    bool changed = false;
+
+   private:
+    platform::EditBatch& batch_;
+    std::mutex& lock_;
+  };
+
+  EditSession& session_;
+  Recorder recorder_;
+  imagefiles::EditTools tools_;
+};
+
 /// The handler of an image. Throws UserError if it is none or cannot be read.
-std::unique_ptr<imagefiles::ImageFile> OpenImage(const std::string& path, const EditSession& session);
+std::unique_ptr<imagefiles::ImageFile> OpenImage(const std::string& path, const imagefiles::EditTools& tools);
 
 }  // namespace ml::cli

@@ -18,13 +18,12 @@ struct EmbedProfileArguments {
   bool dryRun = false;
 };
 
-EditOutcome EmbedOne(const GivenImage& image, const std::string& profile, EditSession& session) {
-  const int before = session.Changes();
-  const auto file = OpenImage(image.path, session);
+EditOutcome EmbedOne(const GivenImage& image, const std::string& profile, ImageSession& session) {
+  const auto file = OpenImage(image.path, session.Tools());
   if (!imagefiles::EmbedIccProfile(*file, profile, session.Tools())) {
     throw platform::UserError(image.given + ": has no place for a color profile");
   }
-  return {.changed = session.Changes() > before};
+  return {.changed = session.Changed()};
 }
 
 void RunEmbedProfile(const EmbedProfileArguments& arguments, RunState& state) {
@@ -34,7 +33,7 @@ void RunEmbedProfile(const EmbedProfileArguments& arguments, RunState& state) {
             .done = "given the profile",
             .dryRun = arguments.dryRun,
             .companions = GivenCompanions::AreEditedThemselves,
-            .edit = [&](const GivenImage& image, EditSession& session) { return EmbedOne(image, profile, session); }},
+            .edit = [&](const GivenImage& image, ImageSession& session) { return EmbedOne(image, profile, session); }},
            state);
 }
 

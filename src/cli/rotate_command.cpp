@@ -31,17 +31,16 @@ void RequireConsent(imagefiles::ImageFile& file, const GivenImage& image, bool y
                             "and IPTC data, not turned; choose --yes");
 }
 
-EditOutcome RotateOne(const GivenImage& image, const RotateArguments& arguments, EditSession& session,
+EditOutcome RotateOne(const GivenImage& image, const RotateArguments& arguments, ImageSession& session,
                       const RunState& state) {
-  const int before = session.Changes();
-  const auto file = OpenImage(image.path, session);
+  const auto file = OpenImage(image.path, session.Tools());
   if (arguments.upright) {
     imagefiles::AutoRotate(*file, session.Tools());
   } else {
     RequireConsent(*file, image, arguments.yes, state);
     imagefiles::Rotate(*file, arguments.Direction(), session.Tools());
   }
-  const bool changed = session.Changes() > before;
+  const bool changed = session.Changed();
   return {.changed = changed, .note = changed ? "" : "no JPEG whose orientation asks for a turn"};
 }
 
@@ -51,7 +50,7 @@ void RunRotate(const RotateArguments& arguments, RunState& state) {
             .done = "turned",
             .dryRun = arguments.dryRun,
             .edit = [&](const GivenImage& image,
-                        EditSession& session) { return RotateOne(image, arguments, session, state); }},
+                        ImageSession& session) { return RotateOne(image, arguments, session, state); }},
            state);
 }
 

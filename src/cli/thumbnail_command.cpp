@@ -16,14 +16,13 @@ struct ThumbnailArguments {
   bool regenerate = false, dryRun = false;
 };
 
-EditOutcome RegenerateOne(const GivenImage& image, EditSession& session) {
-  const int before = session.Changes();
-  const auto file = OpenImage(image.path, session);
+EditOutcome RegenerateOne(const GivenImage& image, ImageSession& session) {
+  const auto file = OpenImage(image.path, session.Tools());
   if (file->Row().format != imagefiles::Format::Jpeg) throw platform::UserError(image.given + ": is no JPEG");
   if (!imagefiles::RegenerateThumbnail(*file, session.Tools())) {
     throw platform::UserError(image.given + ": has no room for a new thumbnail, the old one stays");
   }
-  return {.changed = session.Changes() > before};
+  return {.changed = session.Changed()};
 }
 
 void RunThumbnail(const ThumbnailArguments& arguments, RunState& state) {

@@ -17,8 +17,7 @@ struct TimestampArguments {
   bool readOnly = false, dryRun = false;
 };
 
-EditOutcome TimestampOne(const GivenImage& image, const TimestampArguments& arguments, EditSession& session) {
-  const int before = session.Changes();
+EditOutcome TimestampOne(const GivenImage& image, const TimestampArguments& arguments, ImageSession& session) {
   const auto& tools = session.Tools();
   { const platform::ReadableFile readable(image.path); }
   const auto failed = catalogue::SetTimestamps({image.path}, arguments.readOnly,
@@ -27,7 +26,7 @@ EditOutcome TimestampOne(const GivenImage& image, const TimestampArguments& argu
                                                 .batch = tools.edit.recorder,
                                                 .insteadOfWriting = tools.edit.insteadOfWriting});
   if (!failed.empty()) throw platform::UserError("Unable to set the timestamp for file:\n" + image.path);
-  const bool changed = session.Changes() > before;
+  const bool changed = session.Changed();
   return {.changed = changed, .note = changed ? "" : "has its time already, or records none"};
 }
 
@@ -37,7 +36,7 @@ void RunTimestamp(const TimestampArguments& arguments, RunState& state) {
       {.what = "Timestamp",
        .done = "timestamped",
        .dryRun = arguments.dryRun,
-       .edit = [&](const GivenImage& image, EditSession& session) { return TimestampOne(image, arguments, session); }},
+       .edit = [&](const GivenImage& image, ImageSession& session) { return TimestampOne(image, arguments, session); }},
       state);
 }
 

@@ -49,7 +49,7 @@ class TransferRun {
         answers_(arguments.existing, arguments.yes),
         directory_(Destination(arguments, answers_)) {}
 
-  EditOutcome Transfer(const GivenImage& image, EditSession& session) {
+  EditOutcome Transfer(const GivenImage& image, ImageSession& session) {
     auto& companions = session.Tools().companions;
     if (!transfer_) {
       transfer_.emplace(kind_, directory_,
@@ -87,7 +87,7 @@ void RunTransfer(TransferKind kind, const TransferArguments& arguments, RunState
             .done = move ? "moved" : "copied",
             .dryRun = arguments.existing.dryRun,
             .files = ResultFiles::Told,
-            .edit = [&](const GivenImage& image, EditSession& session) { return run.Transfer(image, session); }},
+            .edit = [&](const GivenImage& image, ImageSession& session) { return run.Transfer(image, session); }},
            state);
 }
 

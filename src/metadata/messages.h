@@ -50,28 +50,8 @@ inline constexpr char kDescriptionTooShort[] = "Comment is too long for the EXIF
 inline constexpr char kNoJpegComment[] = "JPEG does not contain an EXIF UserComment or ImageDescription field";
 inline constexpr char kNoJpeg[] = "Not a JPEG file";
 inline constexpr char kSegmentTooLong[] = "The data do not fit into one segment of a JPEG file";
-/// Of files that an edit leaves alone; who knows the path adds it.
 
-inline constexpr char kExifTooSmall[] = "Too small";
-inline constexpr char kExifNotExif[] = "Not EXIF";
-inline constexpr char kExifAlignment[] = "Alignment invalid";
-inline constexpr char kExifNoTag[] = "No EXIF tag";
-inline constexpr char kExifCut[] = "The file ends inside its EXIF data";
-inline constexpr char kReadShortOverflow[] = "Overflow in readShort()";
-inline constexpr char kReadLongOverflow[] = "Overflow in readLong()";
-inline constexpr char kWriteShortOverflow[] = "Overflow in writeShort()";
-inline constexpr char kWriteLongOverflow[] = "Overflow in writeLong()";
-
-inline constexpr char kDescriptionTooShort[] = "Comment is too long for the EXIF ImageDescription field";
-inline constexpr char kNoJpegComment[] = "JPEG does not contain an EXIF UserComment or ImageDescription field";
-inline constexpr char kNoJpeg[] = "Not a JPEG file";
-inline constexpr char kSegmentTooLong[] = "The data do not fit into one segment of a JPEG file";
 inline constexpr char kPicturesWouldChange[] = "The edit would have changed the picture, nothing was written";
-/// Of files that an edit leaves alone; who knows the path adds it.
-inline constexpr char kDamagedForEdit[] = "The file is damaged or cut off and was not changed";
-inline constexpr char kImageDataChanged[] = "The picture would not stay as it is, the file was not changed";
-inline constexpr char kIptcTooLong[] = "The IPTC data are longer than the file can hold";
-inline constexpr char kPngTextTooLong[] = "The text is longer than 1 MiB";
 
 inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
 inline std::string NotAsWritten(const std::string& path) {
