@@ -85,7 +85,6 @@ inline std::string directoryInTheWay(const std::string& path) {
 
 inline constexpr char kSaveAsTitle[] = "Save As";
 inline constexpr char kDeletedForGood[] = "deleted for good";
-inline constexpr char kMovedToOtherFileSystem[] = "moved to another file system";
 
 inline std::string copiedButNotRemoved(const std::string& path, const std::string& reason) {
   return "The file was copied, but the original could not be removed:\n" + path + "\n" + reason;

@@ -102,13 +102,17 @@ void FileTransfer::Move(const std::vector<Step>& steps) {
 void FileTransfer::Copy(const std::vector<Step>& steps) {
   std::vector<std::string> made;
   try {
-    for (const auto& [from, to] : steps) {
+    for (const auto& step : steps) {
+      const auto& [from, to] = step;
       if (!IsNameFree(to, tools_.fileSystem)) {
         if (tools_.batch != nullptr) tools_.batch->WillTrash(to);
         tools_.trash.Put(to);
       }
+      // Undo brings back from another file system what is noted as renamed. The first was noted when renaming failed.
+      const bool move = kind_ == TransferKind::Move;
+      if (move && &step != &steps.front() && tools_.batch != nullptr) tools_.batch->WillRename(from, to);
       platform::CopyFile(from, to,
-                         {.edit = {.recorder = tools_.batch,
+                         {.edit = {.recorder = move ? nullptr : tools_.batch,
                                    .stateDirectory = tools_.stateDirectory,
                                    .fileSystem = &tools_.fileSystem},
                           .stop = tools_.stop});
@@ -123,7 +127,6 @@ void FileTransfer::Copy(const std::vector<Step>& steps) {
 /// The image goes last: as long as it is there, the whole can be tried again.
 void FileTransfer::RemoveSources(const std::vector<Step>& steps) {
   for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-    if (tools_.batch != nullptr) tools_.batch->WillLose(step->from, kMovedToOtherFileSystem);
     if (tools_.fileSystem.Unlink(step->from) != 0)
       throw UserError(copiedButNotRemoved(step->from, platform::ErrorText(errno)));
   }

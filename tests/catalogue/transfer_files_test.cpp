@@ -141,6 +141,26 @@ TEST_F(TransferTest, AnswersDecideWhatHappensToFilesInTheWay) {
   EXPECT_THROW(Run(TransferKind::Move, {"b.jpg"}), platform::UserError) << "a directory is never replaced";
 }
 
+TEST_F(TransferTest, WhatWasMovedToAnotherDiskComesBack) {
+  Fill(Day());
+  constexpr int kNever = 10'000;
+  TwoDisks disks(test::kFaults[0], kNever);
+  {
+    platform::EditBatch batch(journal_, "test");
+    FileTransfer transfer(TransferKind::Move, dir_ / "far",
+                          {.companions = companions_,
+                           .trash = trash_,
+                           .ask = ask_,
+                           .batch = &batch,
+                           .fileSystem = disks,
+                           .stateDirectory = dir_ / "state"});
+    for (const char* name : {"day/a.crw", "day/b.jpg"}) transfer.Transfer(dir_ / name);
+  }
+  EXPECT_EQ(Now(), kMoved);
+  EXPECT_TRUE(journal_.Undo().notUndoable.empty());
+  EXPECT_EQ(Now(), Day());
+}
+
 TEST_F(TransferTest, NothingIsLostWhateverFails) {
   for (const bool twoDisks : {false, true}) {
     for (const auto kind : {TransferKind::Move, TransferKind::Copy}) {
