@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/interaction.h"
 
@@ -9,7 +10,9 @@
 namespace ml::app {
 
 inline constexpr std::string_view kSelectToRotate = "Please select one or more files to rotate.",
-                                  kSelectToAutoRotate = "Please select one or more JPEG images to rotate.";
+                                  kSelectToAutoRotate = "Please select one or more JPEG images to rotate.",
+                                  kSelectToEmbed = "Please select one or more JPEG images.",
+                                  kSelectForThumbnails = "Please select one or more JPEG images.";
 
 /// Names of the commands, for the progress window and for undo.
 inline constexpr std::string_view kRotateJob = "Rotate Image", kAutoRotateJob = "Auto Rotate JPEG Images",
@@ -28,10 +31,23 @@ inline platform::MessageBox RotateTiffQuestion(const std::string& path) {
           .buttons = platform::Buttons::OkCancel};
 }
 
+inline std::string ImageIsGone(const std::string& path) { return "The image is gone:\n" + path; }
+
 inline std::string ErrorRotating(const std::string& reason) { return "Error rotating image:\n" + reason; }
 
 inline std::string ErrorAdjustingDate(const std::string& path, const std::string& reason) {
   return "Error adjusting image date/time\n" + path + "\n" + reason;
+}
+
+inline std::string NoPlaceForProfile(const std::string& path) {
+  return "There is no place for a color profile in:\n" + path;
+}
+
+inline std::string NoRoomForThumbnails(const std::vector<std::string>& paths) {
+  constexpr std::size_t kShown = 20;
+  std::string text = "There is no room for a new thumbnail, the old one stays in:";
+  for (std::size_t i = 0; i < paths.size() && i < kShown; ++i) text += "\n" + paths[i];
+  return paths.size() > kShown ? text + "\n..." : text;
 }
 
 }  // namespace ml::app

@@ -2,13 +2,18 @@
 
 #include <algorithm>
 
+#include "app/edit_messages.h"
 #include "app/file_dialogs.h"
 #include "app/messages.h"
 #include "app/session.h"
+#include "imagefiles/edits/iptc_edits.h"
 #include "imagefiles/raw_files.h"
-#include "metadata/ui/iptc_batch_progress.h"
 #include "options/engine_options.h"
+#include "platform/edit_batch.h"
+#include "platform/errors.h"
+#include "platform/ui/job_window.h"
 #include "platform/ui/qt_interaction.h"
+#include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
@@ -21,22 +26,48 @@ const platform::Clock& TheClock() {
   return clock;
 }
 
-/// How a list gets into a file; none in this version.
-metadata::IptcWriter WriterFor(Session&) { return nullptr; }
+void ApplyToOne(Session& session, const std::string& path, const metadata::IptcSheetValues& values) {
+  const auto options = session.ImageOptions();
+  imagefiles::CompanionFinder companions(options);
+  platform::EditBatch batch(session.Journal().Edits(), std::string(kIptcJob));
+  {
+    const auto file = imagefiles::CreateImageFile(path, options);
+    if (!file) throw platform::UserError(ImageIsGone(path));
+    const imagefiles::EditTools tools{.options = options, .companions = companions, .edit = {.recorder = &batch}};
+    imagefiles::ApplyIptc(*file, metadata::ItemsOf(values, {}), {tools, session.locale});
+  }
+  batch.Commit();
+  session.FilesChanged({});
+}
+
+/// A failure is told over the sheet; what was written until then counts.
+metadata::IptcBatchReport ApplyToMany(Session& session, const metadata::IptcBatch& wanted, QWidget& parent) {
+  const auto options = session.ImageOptions();
+  imagefiles::CompanionFinder companions(options);
+  platform::ui::QtInteraction ask(&parent);
+  platform::EditBatch batch(session.Journal().Edits(), std::string(kIptcJob));
+  const imagefiles::EditTools tools{.options = options, .companions = companions, .edit = {.recorder = &batch}};
+  const imagefiles::IptcMergeJob job{.paths = wanted.paths,
+                                     .values = metadata::ItemsOf(wanted.values, {}),
+                                     .rules = wanted.rules,
+                                     .exifTimestamp = wanted.exifTimestamp};
+  std::vector<imagefiles::IptcResult> results;
+  platform::ui::RunJob(&parent, {.title = platform::ui::ToQString(kIptcJob)}, ask,
+                       [&](const platform::JobHost& host, const std::stop_token& stop) {
+                         results = imagefiles::MergeIptcInto(job, {tools, session.locale}, host, stop);
+                       });
+  batch.Commit();
+  session.FilesChanged({});
+  metadata::IptcBatchReport report;
+  for (const auto& result : results) {
+    if (result.failure.empty()) ++(result.changed ? report.written : report.unchanged);
+  }
+  return report;
+}
 
 IptcApplier ApplierFor(Session& session) {
-  if (!WriterFor(session)) return {};
-  const auto one = [&session](const std::string& path, const metadata::IptcSheetValues& values) {
-    const auto options = options::ExifOptionsOf(session.settings);
-    const auto write = WriterFor(session);
-    metadata::ApplyIptc(path, values, {options, session.locale, write});
-  };
-  const auto many = [&session](const metadata::IptcBatch& batch, QWidget& parent) {
-    const auto options = options::ExifOptionsOf(session.settings);
-    const auto write = WriterFor(session);
-    return metadata::ui::RunIptcBatch(batch, {options, session.locale, write}, &parent);
-  };
-  return {one, many};
+  return {[&session](const auto& path, const auto& values) { ApplyToOne(session, path, values); },
+          [&session](const auto& batch, QWidget& parent) { return ApplyToMany(session, batch, parent); }};
 }
 
 std::vector<std::string> HoldingIptc(std::vector<std::string> paths) {

@@ -22,7 +22,6 @@
 
 #include "app/theme.h"
 #include "metadata/iptc/iptc_file.h"
-#include "metadata/ui/iptc_batch_progress.h"
 #include "metadata/ui/iptc_field_editor.h"
 #include "platform/errors.h"
 #include "support/fakes.h"
@@ -323,25 +322,6 @@ TEST_F(IptcSheet, AppliesToMany) {
   Answering({"Write"}, [this] { Button("Apply to All")->click(); });
   EXPECT_EQ(In<QLineEdit>(105)->text(), QStringLiteral("other")) << "the image kept its own, the user's text stays too";
   EXPECT_TRUE(Button("Apply")->isEnabled());
-}
-
-TEST(IptcBatchProgress, RunsAndIsCancelled) {
-  const ExifOptions options;
-  const platform::LocaleText locale;
-  int written = 0;
-  const IptcWriter write = [&](const ExifData&, const Items&) { ++written; };
-  const IptcBatch batch{.paths = {"x.jpg", "y.jpg", "z.jpg"}, .values = {{5, {"@file@"}}}};
-  EXPECT_EQ(RunIptcBatch(batch, {options, locale, write}, nullptr).written, 3);
-  const IptcWriter cancels = [&](const ExifData&, const Items&) {
-    QMetaObject::invokeMethod(
-        qApp, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); }, Qt::BlockingQueuedConnection);
-    ++written;
-  };
-  written = 0;
-  EXPECT_THROW(RunIptcBatch(batch, {options, locale, cancels}, nullptr), platform::Cancelled);
-  EXPECT_EQ(written, 1);
-  const IptcWriter fails = [](const ExifData&, const Items&) { throw platform::UserError("x"); };
-  EXPECT_THROW(RunIptcBatch(batch, {options, locale, fails}, nullptr), platform::UserError);
 }
 
 }  // namespace

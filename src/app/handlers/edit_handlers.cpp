@@ -4,12 +4,18 @@
 #include "app/dialogs/comment_dialog.h"
 #include "app/dialogs/date_shift_dialog.h"
 #include "app/edit_messages.h"
+#include "app/file_dialogs.h"
 #include "app/jobs/image_job.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
+#include "app/messages.h"
 #include "app/session.h"
 #include "imagefiles/edits/adjust_dates.h"
+#include "imagefiles/edits/icc_edits.h"
 #include "imagefiles/edits/image_edits.h"
+#include "imagefiles/edits/jpeg_thumbnail.h"
+#include "imagefiles/edits/jpeg_turn.h"
+#include "imagefiles/format_table.h"
 #include "imagefiles/raw_files.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -129,9 +135,53 @@ void AdjustDateTime(CommandContext& context) {
            });
 }
 
+std::vector<std::string> OnlyJpegs(std::vector<std::string> paths) {
+  std::erase_if(paths, [](const auto& path) { return !imagefiles::IsJpegName(path); });
+  return paths;
+}
+
+void AutoRotate(CommandContext& context) {
+  RunEdits(context, kAutoRotateJob, "Rotating", OnlyJpegs(Targets(context, kSelectToAutoRotate)),
+           [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+             if (const auto file = imagefiles::CreateImageFile(path, tools.options)) {
+               imagefiles::AutoRotate(*file, tools);
+             }
+           });
+}
+
+void EmbedProfile(CommandContext& context) {
+  auto& session = context.session;
+  const auto paths = OnlyJpegs(Targets(context, kSelectToEmbed));
+  if (paths.empty()) return;
+  const auto profile = OpenFile(context.frame, {.title = std::string(kChooseProfileTitle),
+                                                .filter = std::string(kProfileFilter),
+                                                .start = session.settings.colour.monitorProfile});
+  if (!profile) return;
+  RunEdits(context, kEmbedJob, "Embedding the profile in", paths,
+           [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+             const auto file = imagefiles::CreateImageFile(path, tools.options);
+             if (file && !imagefiles::EmbedIccProfile(*file, profile->path, tools)) {
+               throw platform::UserError(NoPlaceForProfile(path));
+             }
+           });
+}
+
+void RegenerateThumbnails(CommandContext& context) {
+  std::vector<std::string> full;  // without room for a new one
+  RunEdits(context, kThumbnailJob, "Making the thumbnail of", OnlyJpegs(Targets(context, kSelectForThumbnails)),
+           [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+             const auto file = imagefiles::CreateImageFile(path, tools.options);
+             if (file && !imagefiles::RegenerateThumbnail(*file, tools)) full.push_back(path);
+           });
+  if (!full.empty()) context.session.Ask().message({.text = NoRoomForThumbnails(full)});
+}
+
 constexpr HandlerRow kHandlers[] = {
     {CommandId::RotateLeft, RotateImages<Turn::cw270>},
     {CommandId::RotateRight, RotateImages<Turn::cw90>},
+    {CommandId::AutoRotateJpegs, AutoRotate},
+    {CommandId::EmbedColorProfile, EmbedProfile},
+    {CommandId::RegenerateThumbnails, RegenerateThumbnails},
     {CommandId::EditComments, EditComments},
     {CommandId::AdjustDateTime, AdjustDateTime},
 };

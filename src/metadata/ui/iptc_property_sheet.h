@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "metadata/iptc/iptc_apply.h"
+#include "metadata/iptc/iptc_batch.h"
 #include "metadata/iptc/iptc_fields.h"
 #include "metadata/ui/iptc_date_button.h"
 #include "platform/clock.h"
