@@ -44,6 +44,7 @@ bool HasTime(const std::string& path, const ShootingTime& time, platform::FileSy
 void SetFile(const std::string& path, const ShootingTime& time, bool setReadOnly, const TimestampTools& tools) {
   const bool hasTime = HasTime(path, time, tools.fileSystem);
   if (hasTime && !setReadOnly) return;
+  if (tools.insteadOfWriting) return tools.insteadOfWriting(path);
   if (tools.batch != nullptr) tools.batch->WillChangeStatus(path);
   // Read-only files keep that: their time can be set all the same.
   if (!hasTime) platform::SetModificationTime(path, time.nanoseconds, tools.fileSystem);

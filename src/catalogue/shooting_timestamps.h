@@ -1,11 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "imagefiles/companion_finder.h"
 #include "imagefiles/image_file_options.h"
-#include "platform/edit_batch.h"
+#include "platform/edit_recorder.h"
 #include "platform/file_system.h"
 
 namespace ml::catalogue {
@@ -14,8 +15,10 @@ namespace ml::catalogue {
 struct TimestampTools {
   const imagefiles::ImageFileOptions& options;
   imagefiles::CompanionFinder& companions;
-  platform::EditBatch* batch = nullptr;  ///< told of every change; null if it is not kept for undo
+  platform::EditRecorder* batch = nullptr;  ///< told of every change; null if it is not kept for undo
   platform::FileSystem& fileSystem = platform::RealFileSystem();
+  /// Null, or called with the path in place of every change.
+  std::function<void(const std::string& path)> insteadOfWriting = nullptr;
 };
 
 /// Gives each image the time at which it was shot as the time of its last change, also the ".thm" of a ".crw" and the

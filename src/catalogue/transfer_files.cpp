@@ -67,14 +67,23 @@ std::vector<FileTransfer::Step> FileTransfer::Plan(const std::vector<std::string
   return steps;
 }
 
+std::vector<std::string> FileTransfer::Targets(const std::vector<Step>& steps) {
+  std::vector<std::string> targets;
+  for (const auto& step : steps) targets.push_back(step.to);
+  return targets;
+}
+
 std::vector<std::string> FileTransfer::Transfer(const std::string& path) {
   const auto companions = tools_.companions.Find(path);
   if (companions.file.empty()) return {};
   const auto steps = Plan(companions.Paths());
-  kind_ == TransferKind::Move ? Move(steps) : Copy(steps, tools_.batch);
-  std::vector<std::string> made;
-  for (const auto& step : steps) made.push_back(step.to);
-  return made;
+  kind_ == TransferKind::Move ? Move(steps) : Copy(steps);
+  return Targets(steps);
+}
+
+std::vector<std::string> FileTransfer::Preview(const std::string& path) {
+  const auto companions = tools_.companions.Find(path);
+  return companions.file.empty() ? std::vector<std::string>() : Targets(Plan(companions.Paths()));
 }
 
 void FileTransfer::Move(const std::vector<Step>& steps) {
@@ -85,28 +94,29 @@ void FileTransfer::Move(const std::vector<Step>& steps) {
   try {
     RenameSteps(tools).Run(changes);
   } catch (const OtherFileSystem&) {
-    // Undo brings files back from another file system too, so to it these are renamings like any other. The first one
-    // was noted when it was tried.
-    for (std::size_t i = 1; i < steps.size() && tools_.batch != nullptr; ++i) {
-      tools_.batch->WillRename(steps[i].from, steps[i].to);
-    }
-    Copy(steps, nullptr);
+    Copy(steps);
     RemoveSources(steps);
   }
 }
 
-void FileTransfer::Copy(const std::vector<Step>& steps, platform::EditRecorder* recorder) {
+/// Undo brings files back from another file system too, so to it a move is a renaming like any other.
+void FileTransfer::Copy(const std::vector<Step>& steps) {
+  const bool move = kind_ == TransferKind::Move;
   std::vector<std::string> made;
   try {
-    for (const auto& [from, to] : steps) {
+    for (const auto& step : steps) {
+      const auto& [from, to] = step;
       if (!IsNameFree(to, tools_.fileSystem)) {
         if (tools_.batch != nullptr) tools_.batch->WillTrash(to);
         tools_.trash.Put(to);
       }
-      platform::CopyFile(
-          from, to,
-          {.edit = {.recorder = recorder, .stateDirectory = tools_.stateDirectory, .fileSystem = &tools_.fileSystem},
-           .stop = tools_.stop});
+      // The first one was noted when it was tried.
+      if (move && &step != &steps.front() && tools_.batch != nullptr) tools_.batch->WillRename(from, to);
+      platform::CopyFile(from, to,
+                         {.edit = {.recorder = move ? nullptr : tools_.batch,
+                                   .stateDirectory = tools_.stateDirectory,
+                                   .fileSystem = &tools_.fileSystem},
+                          .stop = tools_.stop});
       made.push_back(to);
     }
   } catch (...) {

@@ -39,6 +39,8 @@ class FileTransfer {
   /// leads to. Gives the new paths, the image first; empty if it was skipped or is gone. Throws UserError or Cancelled:
   /// the image and its companions are then where they were, unless the sentence says otherwise.
   std::vector<std::string> Transfer(const std::string& path);
+  /// What Transfer() would give, asking as it does and changing nothing. The directory need not exist.
+  std::vector<std::string> Preview(const std::string& path);
 
  private:
   struct Step {
@@ -49,8 +51,9 @@ class FileTransfer {
   /// May change `to` to another name in the same directory.
   Way Clear(const std::string& from, std::string& to);
   std::vector<Step> Plan(const std::vector<std::string>& files);
+  static std::vector<std::string> Targets(const std::vector<Step>& steps);
   void Move(const std::vector<Step>& steps);
-  void Copy(const std::vector<Step>& steps, platform::EditRecorder* recorder);
+  void Copy(const std::vector<Step>& steps);
   void RemoveSources(const std::vector<Step>& steps);
 
   const TransferKind kind_;

@@ -22,5 +22,14 @@ void AddExpandCommand(CLI::App& program, RunState& state);
 void AddThumbCommand(CLI::App& program, RunState& state);
 void AddPreviewCommand(CLI::App& program, RunState& state);
 void AddHistogramCommand(CLI::App& program, RunState& state);
+void AddRotateCommand(CLI::App& program, RunState& state);
+void AddAdjustTimeCommand(CLI::App& program, RunState& state);
+void AddTimestampCommand(CLI::App& program, RunState& state);
+void AddThumbnailCommand(CLI::App& program, RunState& state);
+void AddEmbedProfileCommand(CLI::App& program, RunState& state);
+void AddCopyCommand(CLI::App& program, RunState& state);
+void AddMoveCommand(CLI::App& program, RunState& state);
+void AddDeleteCommand(CLI::App& program, RunState& state);
+void AddUndoCommand(CLI::App& program, RunState& state);
 
 }  // namespace ml::cli

@@ -9,10 +9,8 @@
 #include "cli/edit_session.h"
 #include "cli/output.h"
 #include "cli/run_state.h"
-#include "imagefiles/messages.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
-#include "platform/readable_file.h"
 #include "platform/text.h"
 
 namespace ml::cli {
@@ -24,20 +22,13 @@ struct CommentArguments {
   bool dryRun = false;
 };
 
-std::unique_ptr<imagefiles::ImageFile> Open(const std::string& path, const EditSession& session) {
-  const platform::ReadableFile readable(path);  // the handler is silent about a file it may not open
-  auto file = imagefiles::CreateImageFile(path, session.Tools().options);
-  if (!file) throw platform::UserError(imagefiles::messages::NoSuchImage(path));
-  return file;
-}
-
 /// The comment that the file has in the end.
 std::string SetAndGet(const std::string& path, const CommentArguments& arguments, const EditSession& session) {
-  const auto file = Open(path, session);
+  const auto file = OpenImage(path, session.Tools());
   if (!arguments.text) return file->GetComment();
   if (!arguments.dryRun) {
     SetComment(*file, *arguments.text, session.Tools());
-    return Open(path, session)->GetComment();
+    return OpenImage(path, session.Tools())->GetComment();
   }
   const auto refusal = file->Row().commentRefusal;
   if (!refusal.empty()) throw platform::UserError(std::string(refusal));

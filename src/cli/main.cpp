@@ -74,6 +74,15 @@ int Main(int argc, char** argv) {
   AddThumbCommand(program, state);
   AddPreviewCommand(program, state);
   AddHistogramCommand(program, state);
+  AddRotateCommand(program, state);
+  AddAdjustTimeCommand(program, state);
+  AddTimestampCommand(program, state);
+  AddThumbnailCommand(program, state);
+  AddEmbedProfileCommand(program, state);
+  AddCopyCommand(program, state);
+  AddMoveCommand(program, state);
+  AddDeleteCommand(program, state);
+  AddUndoCommand(program, state);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

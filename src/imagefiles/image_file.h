@@ -54,7 +54,7 @@ class ImageFile {
 
   /// To be called by every writer before it begins: lifts the file's protection until this handler goes. False if
   /// the file is missing or cannot be made writable.
-  [[nodiscard]] bool MakeWritable() { return status_.MakeWritable(); }
+  [[nodiscard]] bool MakeWritable() { return !options_.liftProtection || status_.MakeWritable(); }
   /// To be told of every change to the file.
   void Wrote() noexcept { status_.Wrote(); }
 

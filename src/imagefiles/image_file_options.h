@@ -11,6 +11,8 @@ struct ImageFileOptions {
   bool bindJpegToEos1DRaw = true;         ///< "BindJpegToEos1DRaw"
   bool iptcComments = false;              ///< "IPTCcomments"
   bool preserveModificationTime = false;  ///< "PreserveImageModificationTime"
+  /// False: read-only files stay that, and pass for ones that can be written. For edits that are not written.
+  bool liftProtection = true;
   bool operator==(const ImageFileOptions&) const = default;
 
   metadata::ExifOptions ForExif() const {

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "platform/dates.h"
+#include "platform/edit_batch.h"
 #include "platform/edit_journal.h"
 #include "platform/file_status.h"
 #include "support/fake_trash.h"

@@ -144,8 +144,9 @@ TEST_F(TransferTest, AnswersDecideWhatHappensToFilesInTheWay) {
 TEST_F(TransferTest, UndoBringsFilesBackFromAnotherDisk) {
   auto there = Day();
   there["far/a.crw"] = "old raw";
+  there["far/a.txt"] = "old note";
   Fill(there);
-  ask_.fileAnswers = {FileExistsAnswer::Overwrite};
+  ask_.fileAnswers = {FileExistsAnswer::OverwriteAll};
   constexpr int kNever = 1'000'000;
   TwoDisks disks(test::Fault::Eio, kNever);
   Run(TransferKind::Move, {"a.crw", "b.jpg"}, &disks);

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "imagefiles/edits/jpeg_turn.h"
+#include "imagefiles/edits/turned_orientation.h"
 #include "imaging/dib/bmp_turn.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "imaging/scale.h"
