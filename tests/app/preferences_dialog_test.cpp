@@ -320,6 +320,9 @@ TEST_P(PreferencesScreens, ShowAllPages) {
   settings.colour.enableMonitorProfile = 1;
   settings.colour.monitorProfile = "/usr/share/color/icc/gone.icc";
   Open();
+  // The screen of the tests is smaller than any real one at this scale.
+  constexpr QSize kOnRealScreens(800, 560);
+  dialog->resize(kOnRealScreens);
   for (std::size_t page = 0; page < PreferencePages().size(); ++page) {
     dialog->ShowPage(static_cast<int>(page));
     QTest::qWait(150);
