@@ -33,7 +33,15 @@ inline platform::MessageBox RotateTiffQuestion(const std::string& path) {
 
 inline std::string ImageIsGone(const std::string& path) { return "The image is gone:\n" + path; }
 
-inline std::string ErrorRotating(const std::string& reason) { return "Error rotating image:\n" + reason; }
+inline platform::MessageBox ErrorRotating(const std::string& reason) {
+  return {
+      .text = "Error rotating image:\n" + reason, .caption = "Error rotating image", .icon = platform::BoxIcon::Error};
+}
+
+/// `reason`, with the path where it does not name the file itself.
+inline std::string NamingTheFile(const std::string& reason, const std::string& path) {
+  return reason.find(path) == std::string::npos ? reason + "\n" + path : reason;
+}
 
 inline std::string ErrorAdjustingDate(const std::string& path, const std::string& reason) {
   return "Error adjusting image date/time\n" + path + "\n" + reason;

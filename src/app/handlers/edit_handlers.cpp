@@ -44,16 +44,18 @@ void RunEdits(CommandContext& context, std::string_view title, std::string_view 
     session.FilesChanged(paths);
     if (session.mode != ViewMode::Thumbnails) context.view.ReloadImage();
   };
+  const auto act = [&](const std::string& path, const ImageJobTools& tools) {
+    try {
+      edit(path, {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}}, tools.host);
+    } catch (const platform::UserError& error) {
+      throw platform::UserError(NamingTheFile(error.what(), path));
+    }
+  };
   try {
     RunImageJob(context, {.title = std::string(title),
                           .progressVerb = std::string(verb),
                           .paths = paths,
-                          .act =
-                              [&](const std::string& path, const ImageJobTools& tools) {
-                                edit(path,
-                                     {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}},
-                                     tools.host);
-                              },
+                          .act = act,
                           .window = oneRaw ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond});
   } catch (...) {
     settle();
@@ -85,17 +87,15 @@ void RotateImages(CommandContext& context) {
   auto& session = context.session;
   int warn = session.settings.shootingData.tiffRotateWarning;
   const auto keep = qScopeGuard([&] { session.settings.shootingData.tiffRotateWarning = warn; });
-  RunEdits(context, kRotateJob, "Rotating", Targets(context, kSelectToRotate),
-           [&](const std::string& path, const EditTools& tools, const platform::JobHost& host) {
-             if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
-             const auto file = imagefiles::CreateImageFile(path, tools.options);
-             if (!file) return;
-             try {
-               imagefiles::Rotate(*file, turn, tools);
-             } catch (const platform::UserError& error) {
-               throw platform::UserError(ErrorRotating(error.what()));
-             }
-           });
+  const auto rotate = [&](const std::string& path, const EditTools& tools, const platform::JobHost& host) {
+    if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
+    if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::Rotate(*file, turn, tools);
+  };
+  try {
+    RunEdits(context, kRotateJob, "Rotating", Targets(context, kSelectToRotate), rotate);
+  } catch (const platform::UserError& error) {
+    session.Ask().message(ErrorRotating(error.what()));
+  }
 }
 
 void EditComments(CommandContext& context) {
