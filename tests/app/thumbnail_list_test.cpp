@@ -143,6 +143,17 @@ TEST(ThumbnailList, NewOrderKeepsSelectionFocusAndTop) {
   EXPECT_EQ(shown.view->TopVisibleIndex(), newTop - newTop % 5) << "the row of the former top is on top again";
 }
 
+TEST(ThumbnailList, NewOrderKeepsTheFocusInSight) {
+  ThumbnailList shown(Numbered(200));
+  shown.view->SetFocus(102);
+  shown.view->ScrollTo(100, QAbstractItemView::PositionAtTop);
+  std::vector<std::string> order = shown.list.files;
+  std::swap(order[102], order[2]);
+  shown.worker->Reorder(order);
+  shown.view->ListReordered();
+  EXPECT_TRUE(shown.view->visualRect(shown.view->currentIndex()).intersects(shown.view->viewport()->rect()));
+}
+
 TEST(ThumbnailList, ListIsReplacedUnderTheView) {
   ThumbnailList shown(Numbered(300));
   shown.view->SetFocus(299);

@@ -79,9 +79,11 @@ void ThumbnailListView::ListReplaced() {
 
 void ThumbnailListView::ListReordered() {
   const std::string top = topPath_;
+  const bool focusInSight = currentIndex().isValid() && visualRect(currentIndex()).intersects(viewport()->rect());
   model_->ListChanged();
   link_->FromList();
   ScrollTo(list_.IndexOfPath(top), PositionAtTop);
+  if (focusInSight) ScrollTo(list_.focusIndex, EnsureVisible);
   LookAtTop();
 }
 
