@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/path_lines.h"
 #include "platform/interaction.h"
 
 /// What the commands that write into images say.
@@ -52,10 +53,7 @@ inline std::string NoPlaceForProfile(const std::string& path) {
 }
 
 inline std::string NoRoomForThumbnails(const std::vector<std::string>& paths) {
-  constexpr std::size_t kShown = 20;
-  std::string text = "There is no room for a new thumbnail, the old one stays in:";
-  for (std::size_t i = 0; i < paths.size() && i < kShown; ++i) text += "\n" + paths[i];
-  return paths.size() > kShown ? text + "\n..." : text;
+  return "There is no room for a new thumbnail, the old one stays in:" + PathLines(paths);
 }
 
 }  // namespace ml::app

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/path_lines.h"
 #include "catalogue/delete_files.h"
 #include "platform/edit_journal.h"
 #include "platform/interaction.h"
@@ -54,10 +55,7 @@ inline std::string UnableToSetTimestamp(const std::string& path) {
 }
 
 inline std::string ErrorSettingTimestamps(const std::vector<std::string>& paths) {
-  constexpr std::size_t kShown = 20;
-  std::string text = "Error setting timestamps";
-  for (std::size_t i = 0; i < paths.size() && i < kShown; ++i) text += "\n" + paths[i];
-  return paths.size() > kShown ? text + "\n..." : text;
+  return "Error setting timestamps" + PathLines(paths);
 }
 
 inline std::string UndoneText(const platform::JournalEntry& undone) {
