@@ -30,13 +30,12 @@ class EditBatch final : public EditRecorder {
   void WillReplaceRange(const RangeEdit& edit) override;
   void WillReplaceFile(const FileEdit& edit) override;
   void WillCreateFile(const FileEdit& edit) override;
+  void WillChangeStatus(const std::string& path) override;
   /// The file itself, or a link itself.
   void WillRename(const std::string& from, const std::string& to);
   /// A file that is made by other means than AtomicFile.
   void WillCreate(const std::string& path) { WillCreateFile({.path = path}); }
   void WillTrash(const std::string& path);
-  /// Only time or permissions will change.
-  void WillChangeStatus(const std::string& path);
   /// An edit that nothing can take back, such as a deletion for good.
   void WillLose(const std::string& path, const std::string& reason);
 

@@ -31,6 +31,8 @@ class EditRecorder {
   virtual void WillReplaceFile(const FileEdit& edit) = 0;
   /// A file that does not exist yet.
   virtual void WillCreateFile(const FileEdit& edit) = 0;
+  /// Only time or permissions of the file will change.
+  virtual void WillChangeStatus(const std::string& path) = 0;
 };
 
 }  // namespace ml::platform

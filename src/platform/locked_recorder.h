@@ -13,6 +13,7 @@ class LockedRecorder final : public EditRecorder {
   void WillReplaceRange(const RangeEdit& edit) override { Tell(&EditRecorder::WillReplaceRange, edit); }
   void WillReplaceFile(const FileEdit& edit) override { Tell(&EditRecorder::WillReplaceFile, edit); }
   void WillCreateFile(const FileEdit& edit) override { Tell(&EditRecorder::WillCreateFile, edit); }
+  void WillChangeStatus(const std::string& path) override { Tell(&EditRecorder::WillChangeStatus, path); }
 
  private:
   template <class Edit>

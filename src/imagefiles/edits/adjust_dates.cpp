@@ -13,7 +13,9 @@ void AdjustDates(const std::string& path, std::int64_t seconds, bool shiftFileTi
     if (!file || !before) return;
     AdjustDateTime(*file, seconds, tools);
   }
-  if (shiftFileTime) platform::SetModificationTime(path, before->modified + seconds * kSecond, fileSystem);
+  if (!shiftFileTime) return;
+  if (tools.edit.recorder != nullptr) tools.edit.recorder->WillChangeStatus(path);
+  platform::SetModificationTime(path, before->modified + seconds * kSecond, fileSystem);
 }
 
 }  // namespace ml::imagefiles
