@@ -84,15 +84,16 @@ inline std::string NoRotationRecord(const std::string& path) {
 inline std::string NoCrwComment(const std::string& path) {
   return "The file has no record for such a comment and no .thm file beside it:\n" + path;
 }
-inline std::string NoDevelopment(const std::string& path) {
-  return "Raw files cannot be developed here:\n" + path;
-}
+inline std::string NoDevelopment(const std::string& path) { return "Raw files cannot be developed here:\n" + path; }
 inline std::string NotDevelopable(const std::string& path) {
   return "This is not a raw file of the kind that is developed for this:\n" + path;
 }
 inline std::string NoThm(const std::string& path) { return "There is no .thm file beside this one:\n" + path; }
 inline std::string NoRoomInTiff(const std::string& path) {
   return "The file is too large to take anything more and was not changed:\n" + path;
+}
+inline std::string TooManyEntries(const std::string& path) {
+  return "The first directory of the file has no room for another entry, and the file was not changed:\n" + path;
 }
 inline std::string UnableToReadTiff(const std::string& reason, const std::string& description) {
   return "Unable to read TIFF file\nReason: " + reason + "\nDescription: " + description;
