@@ -57,6 +57,7 @@ inline std::string NotWritten(const std::string& path, const std::string& reason
   return "Unable to write to:\n" + path + "\n" + reason;
 }
 inline std::string IptcNotWritten(const std::string& reason) { return "Error writing IPTC data\n" + reason; }
+inline std::string CaptionNotWritten(const std::string& reason) { return kCaptionFailed + ("\n" + reason); }
 inline std::string NotAnImage(const std::string& path) { return "Not the name of an image:\n" + path; }
 inline std::string CannotHoldIptc(const std::string& path) { return "This format cannot hold IPTC data:\n" + path; }
 inline std::string NotAProfile(const std::string& path) { return "File is not an ICC color profile:\n" + path; }

@@ -35,9 +35,7 @@ metadata::ExifData ReadAgain(const ImageFile& file, const EditedFile& edited, st
 
 /// Throws UserError.
 void WriteCaption(EditedFile& edited, const metadata::ExifData& read, const std::string& text) try {
-  metadata::IptcBlock block{.items = read.iptc, .surroundings = read.iptcSurroundings};
-  metadata::SetIptcCaption(block.items, text);
-  metadata::WriteTiffIptc(edited, block);
+  metadata::WriteTiffIptc(edited, metadata::WithCaption(read, text));
 } catch (metadata::ExifException) {
   throw UserError(messages::kCaptionFailed);
 }
@@ -55,13 +53,6 @@ void SetTiffComment(ImageFile& file, const std::string& text, const EditTools& t
     const bool inField = metadata::WriteTiffComment(edited, read, text);
     if (wantsCaption) return WriteCaption(edited, read, text);
     if (!inField) throw UserError(std::string(messages::kNoTiffComment));
-  };
-  EditTiffFile(file, edit, tools);
-}
-
-void SetTiffCaption(ImageFile& file, const std::string& text, const EditTools& tools) {
-  const auto edit = [&](EditedFile& edited, std::uint64_t base) {
-    WriteCaption(edited, ReadAgain(file, edited, base), text);
   };
   EditTiffFile(file, edit, tools);
 }

@@ -178,7 +178,7 @@ TEST_F(Edits, TiffCommentsGoToTheFieldTheCaptionOrNowhere) {
   const auto nef = Write("a.nef", test::NefDirectories(Camera()).Build());
   EXPECT_EQ(Comment(nef, "into the caption"), "");
   EXPECT_EQ(CommentOf(nef), "into the caption");
-  EXPECT_EQ(Comment(Write("b.nef", "no raw file"), "text"), "Error writing comment in IPTC caption");
+  EXPECT_EQ(Comment(Write("b.nef", "no raw file"), "text"), "Error writing comment in IPTC caption\nInvalid NEF");
 }
 
 TEST_F(Edits, ViewingJpegsFollowTheirRawFile) {
