@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "metadata/messages.h"
+
 /// The sentences of this module. A path stands on a line of its own, then the reason.
 namespace ml::imagefiles::messages {
 
@@ -77,7 +79,7 @@ inline std::string NoImage(const std::string& path) {
 }
 
 inline std::string DamagedForEdit(const std::string& path) {
-  return "The file is damaged or cut off and was not changed:\n" + path;
+  return std::string(metadata::messages::kDamagedForEdit) + ":\n" + path;
 }
 inline std::string NoRotationRecord(const std::string& path) {
   return "The file has no record of a rotation that could be changed:\n" + path;

@@ -296,6 +296,15 @@ TEST(TiffWriters, NeverTouchImageData) {
   EditedFile longer(source);
   longer.Insert(before.find("A description"), std::as_bytes(std::span("P", 1)));
   EXPECT_THROW(RequireSameImageData(longer, 0, TiffMagic::Required), ExifException);
+
+  // Some writers point to sub-directories with a type of their own.
+  const auto pages = TiffBuilder().SubDirectories({TiffBuilder().Pieces(273, 279, {"small pixels"})});
+  auto typed = pages.Build();
+  typed[typed.find("\x4a\x01\x04"s) + 2] = 13;
+  const auto typedSource = SourceOf(typed);
+  EditedFile typedFile(typedSource);
+  typedFile.Overwrite(typed.find("small pixels"), std::as_bytes(std::span("S", 1)));
+  EXPECT_THROW(RequireSameImageData(typedFile, 0, TiffMagic::Required), ExifException);
 }
 
 }  // namespace
