@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/data_folders.h"
@@ -14,6 +15,8 @@ struct EditOptions {
   EditRecorder* recorder = nullptr;
   std::string stateDirectory = userStateDir();
   FileSystem* fileSystem = &RealFileSystem();
+  /// Null, or called with the path when all of an edit is worked out, which is then not written.
+  std::function<void(const std::string& path)> insteadOfWriting = nullptr;
 };
 
 }  // namespace ml::platform

@@ -31,7 +31,7 @@ class EditRecorder {
   virtual void WillReplaceFile(const FileEdit& edit) = 0;
   /// A file that does not exist yet.
   virtual void WillCreateFile(const FileEdit& edit) = 0;
-  /// Only time or permissions of the file will change.
+  /// Only time or permissions will change.
   virtual void WillChangeStatus(const std::string& path) = 0;
 };
 

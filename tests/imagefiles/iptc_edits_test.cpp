@@ -154,7 +154,7 @@ TEST_F(IptcEdits, MergeTellsTheJournalOfEveryFileThoughSeveralAreWrittenAtOnce) 
     void WillReplaceRange(const platform::RangeEdit&) override { ADD_FAILURE(); }
     void WillReplaceFile(const platform::FileEdit& file) override { paths.push_back(file.path); }
     void WillCreateFile(const platform::FileEdit&) override { ADD_FAILURE(); }
-    void WillChangeStatus(const std::string&) override { ADD_FAILURE(); }
+    void WillChangeStatus(const std::string&) override {}
     std::vector<std::string> paths;
   };
   IptcMergeJob job{.values = {{2, 105, "@file@"}}};

@@ -14,6 +14,7 @@ void AdjustDates(const std::string& path, std::int64_t seconds, bool shiftFileTi
     AdjustDateTime(*file, seconds, tools);
   }
   if (!shiftFileTime) return;
+  if (tools.edit.insteadOfWriting) return tools.edit.insteadOfWriting(path);
   if (tools.edit.recorder != nullptr) tools.edit.recorder->WillChangeStatus(path);
   platform::SetModificationTime(path, before->modified + seconds * kSecond, fileSystem);
 }

@@ -27,6 +27,10 @@ bool ApplyEdit(const platform::ReadableFile& file, const EditedFile& edited, con
                const EditCheck& check) {
   if (!edited.Touched()) return false;
   if (check) check(edited);
+  if (options.insteadOfWriting) {
+    options.insteadOfWriting(file.Path());
+    return true;
+  }
   if (auto patches = edited.InPlace()) {
     patches->read = file.Identity();
     platform::ApplyPatches(file.Path(), *patches, options);
