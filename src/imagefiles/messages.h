@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "metadata/messages.h"
+
 /// The sentences of this module. A path stands on a line of its own, then the reason.
 namespace ml::imagefiles::messages {
 
@@ -57,6 +59,7 @@ inline std::string NotWritten(const std::string& path, const std::string& reason
   return "Unable to write to:\n" + path + "\n" + reason;
 }
 inline std::string IptcNotWritten(const std::string& reason) { return "Error writing IPTC data\n" + reason; }
+inline std::string CaptionNotWritten(const std::string& reason) { return kCaptionFailed + ("\n" + reason); }
 inline std::string NotAnImage(const std::string& path) { return "Not the name of an image:\n" + path; }
 inline std::string CannotHoldIptc(const std::string& path) { return "This format cannot hold IPTC data:\n" + path; }
 inline std::string NotAProfile(const std::string& path) { return "File is not an ICC color profile:\n" + path; }
@@ -76,7 +79,7 @@ inline std::string NoImage(const std::string& path) {
 }
 
 inline std::string DamagedForEdit(const std::string& path) {
-  return "The file is damaged or cut off and was not changed:\n" + path;
+  return std::string(metadata::messages::kDamagedForEdit) + ":\n" + path;
 }
 inline std::string NoRotationRecord(const std::string& path) {
   return "The file has no record of a rotation that could be changed:\n" + path;
@@ -84,15 +87,16 @@ inline std::string NoRotationRecord(const std::string& path) {
 inline std::string NoCrwComment(const std::string& path) {
   return "The file has no record for such a comment and no .thm file beside it:\n" + path;
 }
-inline std::string NoDevelopment(const std::string& path) {
-  return "Raw files cannot be developed here:\n" + path;
-}
+inline std::string NoDevelopment(const std::string& path) { return "Raw files cannot be developed here:\n" + path; }
 inline std::string NotDevelopable(const std::string& path) {
   return "This is not a raw file of the kind that is developed for this:\n" + path;
 }
 inline std::string NoThm(const std::string& path) { return "There is no .thm file beside this one:\n" + path; }
 inline std::string NoRoomInTiff(const std::string& path) {
   return "The file is too large to take anything more and was not changed:\n" + path;
+}
+inline std::string TooManyEntries(const std::string& path) {
+  return "The first directory of the file has no room for another entry, and the file was not changed:\n" + path;
 }
 inline std::string UnableToReadTiff(const std::string& reason, const std::string& description) {
   return "Unable to read TIFF file\nReason: " + reason + "\nDescription: " + description;

@@ -11,7 +11,12 @@ namespace ml::metadata {
 enum class ByteOrder { Little, Big };
 
 /// Why a reader gave up. Thrown and caught inside readers only: their entry points keep the fields found so far.
-enum class ExifException { OutOfBounds, BadHeader, LimitExceeded };
+enum class ExifException {
+  OutOfBounds,
+  BadHeader,
+  LimitExceeded,
+  DirectoryFull,  ///< of writers: readers would pass over a directory with so many entries
+};
 
 /// Bytes of a file with their byte order. Does not own them: keep the buffer alive. Offsets count from the
 /// start of this view, so the TIFF block of a JPEG is simply a Sub() of its segment. All parsing goes

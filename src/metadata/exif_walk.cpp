@@ -9,7 +9,7 @@
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint32_t kMaxIfd0Entries = 70, kMaxExifEntries = 50;
+constexpr std::uint32_t kMaxExifEntries = 50;
 /// A sub-directory with so many entries is passed over: those that describe a picture are small.
 constexpr std::uint32_t kTooManySubIfdEntries = 40;
 
@@ -28,7 +28,7 @@ ExifWalkRules BlockRules() {
 }
 
 ExifWalkRules FileRules(std::uint64_t base) {
-  const IfdPolicy policy{.base = base, .maxEntries = kMaxIfd0Entries, .followNext = false, .visitCutDirectory = false};
+  const IfdPolicy policy{.base = base, .maxEntries = kMaxFirstEntries, .followNext = false, .visitCutDirectory = false};
   auto exif = policy;
   exif.maxEntries = kMaxExifEntries;
   return {.form = MakerNoteForm::File, .base = base, .ifd0 = policy, .exif = exif};

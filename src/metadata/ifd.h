@@ -33,6 +33,8 @@ struct IfdEntry {
 };
 
 constexpr std::size_t kIfdEntrySize = 12;
+/// Kept: of a file whose first directory has more entries no shooting data are read.
+constexpr std::uint32_t kMaxFirstEntries = 70;
 
 /// Bytes of one value of a type; 0 if there is no such type.
 constexpr std::uint32_t TypeSize(std::uint16_t type) {

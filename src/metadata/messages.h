@@ -51,8 +51,6 @@ inline constexpr char kNoJpegComment[] = "JPEG does not contain an EXIF UserComm
 inline constexpr char kNoJpeg[] = "Not a JPEG file";
 inline constexpr char kSegmentTooLong[] = "The data do not fit into one segment of a JPEG file";
 
-inline constexpr char kPicturesWouldChange[] = "The edit would have changed the picture, nothing was written";
-
 inline std::string ChangedWhileRead(const std::string& path) { return "File was changed while it was read:\n" + path; }
 inline std::string NotAsWritten(const std::string& path) {
   return "The new file does not read back as it was written, the old one was kept:\n" + path;

@@ -148,10 +148,18 @@ std::vector<std::string> OnlyJpegs(std::vector<std::string> paths) {
 }
 
 void AutoRotate(CommandContext& context) {
-  RunEdits(context, kAutoRotateJob, "Rotating", OnlyJpegs(Targets(context, kSelectToAutoRotate)),
+  auto& session = context.session;
+  const auto paths = OnlyJpegs(session.TargetPaths());
+  if (paths.empty() && !session.list.Empty()) session.Ask().message({.text = std::string(kSelectToAutoRotate)});
+  if (paths.empty()) return;
+  RunEdits(context, kAutoRotateJob, "Rotating", paths,
            [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-             if (const auto file = imagefiles::CreateImageFile(path, tools.options)) {
+             const auto file = imagefiles::CreateImageFile(path, tools.options);
+             if (!file) return;
+             try {
                imagefiles::AutoRotate(*file, tools);
+             } catch (const platform::UserError& error) {
+               throw platform::UserError(ErrorRotating(error.what()));
              }
            });
 }

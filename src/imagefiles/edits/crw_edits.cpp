@@ -67,6 +67,10 @@ void SetCrwComment(ImageFile& file, const std::string& text, const EditTools& to
   SetCompanionComment(thm, text, tools);
 }
 
+void AdjustAviDate(ImageFile& file, std::int64_t seconds, const EditTools& tools) {
+  AdjustCompanionDates(ThmOf(file, tools), seconds, tools);
+}
+
 void SetAviComment(ImageFile& file, const std::string& text, const EditTools& tools) {
   const auto thm = ThmOf(file, tools);
   if (thm.empty()) throw UserError(messages::NoThm(file.Path()));

@@ -30,9 +30,7 @@ void RotateEos1D(ImageFile& file, imaging::Turn turn, const EditTools& tools) {
 void SetEos1DComment(ImageFile& file, const std::string& text, const EditTools& tools) {
   const auto jpeg = ViewingJpegOf(file, tools);
   if (tools.options.iptcComments && !jpeg.empty()) {
-    metadata::IptcBlock block{.items = file.Exif().iptc, .surroundings = file.Exif().iptcSurroundings};
-    metadata::SetIptcCaption(block.items, text);
-    WriteCompanionIptc(jpeg, block, tools);
+    WriteCompanionIptc(jpeg, metadata::WithCaption(file.Exif(), text), tools);
   }
   SetTiffComment(file, text, tools);
 }

@@ -9,7 +9,6 @@
 #include "imagefiles/edits/iptc_rows.h"
 #include "imagefiles/edits/jpeg_edits.h"
 #include "imagefiles/edits/jpeg_turn.h"
-#include "imagefiles/edits/thm_edits.h"
 #include "imagefiles/edits/tiff_edits.h"
 #include "imagefiles/edits/tiff_rotation.h"
 
@@ -40,13 +39,13 @@ constexpr FormatEdits kEdits[] = {
      .adjustDateTime = AdjustEos1DDates},
     {.format = Format::Nef,
      .rotate = RotateByTag,
-     .setComment = SetTiffCaption,
+     .setComment = SetCommentAsCaption,
      .writeIptc = WriteIptcToTiff,
      .adjustDateTime = AdjustTiffDates},
     {.format = Format::Avi,
      .setComment = SetAviComment,
      .writeIptc = WriteIptcIntoThm,
-     .adjustDateTime = AdjustThmDateTime},
+     .adjustDateTime = AdjustAviDate},
     {.format = Format::Psd, .setComment = SetCommentAsCaption, .writeIptc = WriteIptcIntoPsd},
     {.format = Format::Gif},
     {.format = Format::Bmp, .rotate = RotateBmp},

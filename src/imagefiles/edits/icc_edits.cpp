@@ -9,6 +9,7 @@
 #include "imaging/colour/colour_profile.h"
 #include "metadata/edit/apply_edit.h"
 #include "metadata/edit/icc_writer.h"
+#include "metadata/edit/image_data.h"
 #include "metadata/edit/multi_picture.h"
 #include "metadata/icc_carriers.h"
 #include "metadata/jpeg_segments.h"
@@ -44,21 +45,6 @@ Bytes ReadProfile(const std::string& path, platform::FileSystem& fileSystem) {
   return profile;
 }
 
-metadata::FileRange CompressedData(const metadata::ByteSource& jpeg) {
-  metadata::JpegSegments segments(jpeg);
-  while (segments.Next()) {
-  }
-  return {segments.Position(), jpeg.Size() - segments.Position()};
-}
-
-/// The last look: the picture as it was, and the profile read back.
-void Check(const metadata::ByteSource& original, const metadata::ByteSource& edited, const Bytes& profile,
-           const std::string& path) {
-  const bool same = SameBytes(original, CompressedData(original), edited, CompressedData(edited));
-  const bool there = profile.size() > kMaxReadable || metadata::ReadJpegIccProfile(edited) == profile;
-  if (!same || !there) throw platform::UserError(metadata::messages::NotAsWritten(path));
-}
-
 }  // namespace
 
 bool EmbedIccProfile(ImageFile& file, const std::string& profilePath, const EditTools& tools) {
@@ -74,8 +60,10 @@ bool EmbedIccProfile(ImageFile& file, const std::string& profilePath, const Edit
   metadata::EditedFile edited(source);
   if (!metadata::WriteIccProfile(edited, profile)) return false;
   metadata::RealignMultiPicture(edited);
-  const auto check = [&](const metadata::ByteSource& whole) { Check(source, whole, profile, file.Path()); };
-  return metadata::ApplyEdit(jpeg, edited, tools.edit, check);
+  metadata::RequireSameImageData(edited, metadata::JpegRest);
+  const bool isThere = profile.size() > kMaxReadable || metadata::ReadJpegIccProfile(edited) == profile;
+  if (!isThere) throw platform::UserError(metadata::messages::NotAsWritten(file.Path()));
+  return metadata::ApplyEdit(jpeg, edited, tools.edit);
 }
 
 }  // namespace ml::imagefiles

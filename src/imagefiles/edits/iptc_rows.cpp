@@ -1,5 +1,6 @@
 #include "imagefiles/edits/iptc_rows.h"
 
+#include "imagefiles/edits/companion_edits.h"
 #include "imagefiles/edits/format_edits.h"
 #include "imagefiles/messages.h"
 #include "metadata/edit/apply_edit.h"
@@ -61,15 +62,15 @@ void WriteIptcIntoJp2(ImageFile& file, const IptcBlock& block, const EditTools& 
 void WriteIptcIntoThm(ImageFile& file, const IptcBlock& block, const EditTools& tools) {
   const auto thm = tools.companions.Find(file.Path()).thm;
   if (thm.empty()) throw platform::UserError(messages::CannotHoldIptc(file.Path()));
-  ImageFile companion(RowOf(Format::Jpeg), thm, tools.options);
-  WriteIptc(companion, block, tools);
+  WriteCompanionIptc(thm, block, tools);
 }
 
 void SetCommentAsCaption(ImageFile& file, const std::string& text, const EditTools& tools) {
-  const auto& exif = file.Exif();
-  IptcBlock block{exif.iptc, exif.iptcSurroundings};
-  metadata::SetIptcCaption(block.items, text);
-  EditsOf(file.Row().format).writeIptc(file, block, tools);
+  try {
+    EditsOf(file.Row().format).writeIptc(file, metadata::WithCaption(file.Exif(), text), tools);
+  } catch (const platform::UserError& error) {
+    throw platform::UserError(messages::CaptionNotWritten(error.what()));
+  }
 }
 
 void SetPngComment(ImageFile& file, const std::string& text, const EditTools& tools) {

@@ -9,8 +9,8 @@
 #include "metadata/edit/exif_block_builder.h"
 #include "metadata/edit/exif_block_writer.h"
 #include "metadata/edit/exif_dates_writer.h"
+#include "metadata/edit/image_data.h"
 #include "metadata/edit/iptc_jpeg.h"
-#include "metadata/edit/jpeg_rewriter.h"
 #include "metadata/edit/multi_picture.h"
 #include "metadata/exif_comment.h"
 #include "metadata/iptc/iptc_caption.h"
@@ -25,13 +25,6 @@ namespace {
 using metadata::EditedFile;
 using platform::UserError;
 
-/// Throws UserError.
-void WriteCaption(EditedFile& jpeg, const metadata::ExifData& exif, const std::string& text) {
-  metadata::IptcBlock block{exif.iptc, exif.iptcSurroundings};
-  metadata::SetIptcCaption(block.items, text);
-  metadata::WriteJpegIptc(jpeg, block);
-}
-
 void WriteComment(EditedFile& jpeg, const metadata::ExifData& exif, const std::string& text, bool caption) {
   const auto failure = metadata::WriteJpegComment(jpeg, text, ThumbnailOf(jpeg));
   if (!caption) {
@@ -39,7 +32,7 @@ void WriteComment(EditedFile& jpeg, const metadata::ExifData& exif, const std::s
     return;
   }
   try {
-    WriteCaption(jpeg, exif, text);
+    metadata::WriteJpegIptc(jpeg, metadata::WithCaption(exif, text));
   } catch (const UserError&) {
     throw UserError(failure.value_or(messages::kCaptionFailed));
   }
@@ -57,7 +50,8 @@ void EditJpeg(const std::string& path, const EditTools& tools, const std::functi
     throw UserError(messages::DamagedMetadata(path));
   }
   metadata::RealignMultiPicture(edited);
-  metadata::ApplyEdit(file, edited, tools.edit, metadata::KeepsCompressedData(source));
+  metadata::RequireSameImageData(edited, metadata::JpegRest);
+  metadata::ApplyEdit(file, edited, tools.edit);
 }
 
 void SetJpegComment(ImageFile& file, const std::string& text, const EditTools& tools) {

@@ -15,8 +15,8 @@ namespace ml::imagefiles {
 /// nothing is written if the compressed data would not stay as they are. Throws UserError with the file as it was.
 void EditJpeg(const std::string& path, const EditTools& tools, const std::function<void(metadata::EditedFile&)>& edit);
 
-/// Writes the EXIF field and, where the options say so, the IPTC caption; it is enough that one of the two can be
-/// written.
+/// Writes the EXIF field and, where the options say so, the IPTC caption; a caption makes up for a field that is
+/// missing or too small.
 void SetJpegComment(ImageFile& file, const std::string& text, const EditTools& tools);
 void AdjustJpegDateTime(ImageFile& file, std::int64_t seconds, const EditTools& tools);
 

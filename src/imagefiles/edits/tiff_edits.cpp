@@ -33,15 +33,11 @@ metadata::ExifData ReadAgain(const ImageFile& file, const EditedFile& edited, st
   return read;
 }
 
-bool WriteCaption(EditedFile& edited, const metadata::ExifData& read, const std::string& text) {
-  metadata::IptcBlock block{.items = read.iptc, .surroundings = read.iptcSurroundings};
-  metadata::SetIptcCaption(block.items, text);
-  try {
-    metadata::WriteTiffIptc(edited, block);
-    return true;
-  } catch (metadata::ExifException) {
-    return false;
-  }
+/// Throws UserError.
+void WriteCaption(EditedFile& edited, const metadata::ExifData& read, const std::string& text) try {
+  metadata::WriteTiffIptc(edited, metadata::WithCaption(read, text));
+} catch (metadata::ExifException) {
+  throw UserError(messages::kCaptionFailed);
 }
 
 std::uint32_t NewOrientation(const ImageFile& file, const EditedFile& edited, std::uint64_t base, imaging::Turn turn) {
@@ -52,22 +48,11 @@ std::uint32_t NewOrientation(const ImageFile& file, const EditedFile& edited, st
 
 void SetTiffComment(ImageFile& file, const std::string& text, const EditTools& tools) {
   const bool wantsCaption = tools.options.iptcComments && file.Row().iptcHome == IptcHome::TiffTag;
-  bool inField = false, inCaption = false;
   const auto edit = [&](EditedFile& edited, std::uint64_t base) {
     const auto read = ReadAgain(file, edited, base);
-    inField = metadata::WriteTiffComment(edited, read, text);
-    inCaption = wantsCaption && WriteCaption(edited, read, text);
-  };
-  EditTiffFile(file, edit, tools);
-  if (inCaption) return;
-  if (!inField) throw UserError(std::string(messages::kNoTiffComment));
-  if (wantsCaption) throw UserError(std::string(messages::kCaptionFailed));
-}
-
-void SetTiffCaption(ImageFile& file, const std::string& text, const EditTools& tools) {
-  const auto edit = [&](EditedFile& edited, std::uint64_t base) {
-    if (WriteCaption(edited, ReadAgain(file, edited, base), text)) return;
-    throw UserError(std::string(messages::kCaptionFailed));
+    const bool inField = metadata::WriteTiffComment(edited, read, text);
+    if (wantsCaption) return WriteCaption(edited, read, text);
+    if (!inField) throw UserError(std::string(messages::kNoTiffComment));
   };
   EditTiffFile(file, edit, tools);
 }

@@ -10,8 +10,6 @@ namespace ml::imagefiles {
 
 /// The comment field or the description; with "IPTCcomments" the caption too, where the format holds IPTC data.
 void SetTiffComment(ImageFile& file, const std::string& text, const EditTools& tools);
-/// The IPTC caption alone.
-void SetTiffCaption(ImageFile& file, const std::string& text, const EditTools& tools);
 void WriteIptcToTiff(ImageFile& file, const metadata::IptcBlock& block, const EditTools& tools);
 void AdjustTiffDates(ImageFile& file, std::int64_t seconds, const EditTools& tools);
 

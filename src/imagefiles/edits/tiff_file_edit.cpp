@@ -41,6 +41,8 @@ constexpr TiffForm kForms[] = {
       throw platform::UserError(std::string(form.invalid));
     case metadata::ExifException::LimitExceeded:
       throw platform::UserError(messages::NoRoomInTiff(path));
+    case metadata::ExifException::DirectoryFull:
+      throw platform::UserError(messages::TooManyEntries(path));
     default:
       throw platform::UserError(messages::DamagedForEdit(path));
   }

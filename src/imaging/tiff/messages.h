@@ -14,5 +14,6 @@ inline constexpr char kTiffNotTurned[] = "Pictures that are stored in this way c
 inline constexpr char kTiffLoop[] = "The directories do not end";
 inline constexpr char kTiffTooLarge[] = "The turned file would be too large";
 inline constexpr char kTiffReadBack[] = "The turned pictures do not read back as they were made";
+inline constexpr char kTiffTooManyEntries[] = "a directory would have more entries than are read";
 
 }  // namespace ml::imaging::messages

@@ -175,6 +175,9 @@ std::vector<IfdEntry> NewEntries(const Page& page, Turn turn, FreeSpace& space) 
   entries.push_back(Longs(tag::kRowsPerStrip, {page.rowsPerStrip}, page.old.order, space));
   entries.push_back(Longs(tag::kStripSizes, page.sizes, page.old.order, space));
   entries.push_back(Entry(tag::kPlanes, IfdType::Short, 1));
+  if (entries.size() > std::max<std::size_t>(page.old.entries.size(), metadata::kMaxFirstEntries)) {
+    throw LibraryError(messages::kTiffInvalid, messages::kTiffTooManyEntries);
+  }
   std::ranges::stable_sort(entries, {}, &IfdEntry::tag);
   return entries;
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "metadata/byte_writer.h"
-#include "metadata/jpeg_segments.h"
+#include "metadata/edit/jpeg_rewriter.h"
 #include "metadata/messages.h"
 #include "platform/errors.h"
 
@@ -14,7 +14,6 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::string_view kName = "ICC_PROFILE";
-constexpr std::size_t kHead = 14;  ///< of the payload: the name with its zero, number and count
 
 std::vector<std::byte> Segments(std::span<const std::byte> profile) {
   const auto count = (profile.size() + kIccSegmentData - 1) / kIccSegmentData;
@@ -23,14 +22,13 @@ std::vector<std::byte> Segments(std::span<const std::byte> profile) {
   for (std::size_t i = 0; i < count; ++i) {
     const auto start = i * kIccSegmentData;
     const auto part = profile.subspan(start, std::min(kIccSegmentData, profile.size() - start));
-    out.Byte(0xff);
-    out.Byte(jpeg_marker::kApp2);
-    out.Short(static_cast<std::uint16_t>(2 + kHead + part.size()));
-    out.Text(kName);
-    out.Byte(0);
-    out.Byte(static_cast<std::uint8_t>(i + 1));
-    out.Byte(static_cast<std::uint8_t>(count));
-    out.Bytes(part);
+    ByteWriter payload(ByteOrder::Big);
+    payload.Text(kName);
+    payload.Byte(0);
+    payload.Byte(static_cast<std::uint8_t>(i + 1));
+    payload.Byte(static_cast<std::uint8_t>(count));
+    payload.Bytes(part);
+    out.Bytes(BuildJpegSegment(jpeg_marker::kApp2, payload.View()));
   }
   return out.Take();
 }
@@ -45,7 +43,7 @@ bool WriteIccProfile(EditedFile& jpeg, std::span<const std::byte> profile) {
   JpegSegments segments(jpeg);
   while (const auto segment = segments.Next()) {
     if (segment->marker == jpeg_marker::kApp2 && segments.PayloadStartsWith(*segment, kName)) {
-      old.push_back({segment->offset, segment->End() - segment->offset});
+      old.push_back(RangeOf(*segment));
       if (place == 0) place = segment->offset;
       continue;
     }

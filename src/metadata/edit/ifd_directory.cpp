@@ -6,8 +6,6 @@
 namespace ml::metadata {
 namespace {
 
-/// By the number of the type, 1 to 12.
-constexpr std::array<std::uint8_t, 13> kTypeSizes = {1, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8};
 constexpr std::uint64_t kInEntry = 4;
 
 }  // namespace
@@ -19,7 +17,7 @@ const IfdEntry* IfdDirectory::Find(std::uint16_t tag) const {
 
 FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index) {
   const auto& entry = directory.entries[index];
-  const auto size = std::uint64_t{entry.count} * (entry.type < kTypeSizes.size() ? kTypeSizes[entry.type] : 1);
+  const auto size = std::uint64_t{entry.count} * std::max(TypeSize(entry.type), 1U);
   if (size <= kInEntry) return {directory.EntryPosition(index) + 8, size};
   return {directory.base + entry.rawValue, size};
 }

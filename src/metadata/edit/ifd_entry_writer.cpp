@@ -13,7 +13,6 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::uint64_t kFirstDirectoryPointer = 4;
-constexpr std::size_t kMaxEntries = 0xffff;
 
 /// A single short stands first in either byte order and leaves the rest of the value field empty.
 void PutValue(ByteWriter& out, bool isShort, std::uint32_t value) {
@@ -81,7 +80,7 @@ void UpdateIfdEntry(EditedFile& file, const IfdField& field, TiffMagic magic) {
     }
     return;
   }
-  if (directory.entries.size() >= kMaxEntries) throw ExifException::LimitExceeded;
+  if (directory.entries.size() >= kMaxFirstEntries) throw ExifException::DirectoryFull;
   ByteWriter pointer(directory.order);
   pointer.Long(AppendTiffData(file, LongerDirectory(directory, field)));
   file.Overwrite(kFirstDirectoryPointer, pointer.View());

@@ -10,7 +10,8 @@
 /// Changes the first directory of a file that is a TIFF from its first byte on. Nothing that is there moves, so that
 /// offsets which other directories and maker notes hold stay true; what needs room goes to the end of the file.
 /// All throw ExifException and have then changed nothing: BadHeader for what is no TIFF header, OutOfBounds where the
-/// file ends too early, LimitExceeded if an offset would not fit into 32 bits any more.
+/// file ends too early, LimitExceeded if an offset would not fit into 32 bits any more, DirectoryFull if one entry
+/// more would hide the directory from readers.
 namespace ml::metadata {
 
 struct IfdField {

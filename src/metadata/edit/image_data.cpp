@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "metadata/edit/jpeg_rewriter.h"
 #include "metadata/jp2_boxes.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/messages.h"
@@ -24,6 +25,8 @@ std::vector<FileRange> JpegImageData(const ByteSource& file) {
   }
   RefuseDamaged();
 }
+
+std::vector<FileRange> JpegRest(const ByteSource& file) { return {CompressedData(file)}; }
 
 std::vector<FileRange> PngImageData(const ByteSource& file) {
   std::vector<FileRange> ranges;

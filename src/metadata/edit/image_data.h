@@ -13,6 +13,8 @@ using ImageDataFinder = std::vector<FileRange> (*)(const ByteSource& file);
 
 /// From the first scan to the end of the file.
 std::vector<FileRange> JpegImageData(const ByteSource& file);
+/// The same, but of a file without a scan all that stands behind its segments: for edits that do not need the picture.
+std::vector<FileRange> JpegRest(const ByteSource& file);
 /// The data of all IDAT chunks.
 std::vector<FileRange> PngImageData(const ByteSource& file);
 /// All that stands behind the image resources.

@@ -5,6 +5,7 @@
 #include "metadata/byte_writer.h"
 #include "metadata/edit/image_data.h"
 #include "metadata/edit/iptc_resource.h"
+#include "metadata/edit/jpeg_rewriter.h"
 #include "metadata/jpeg_iptc_place.h"
 #include "metadata/messages.h"
 #include "platform/errors.h"
@@ -15,19 +16,14 @@ namespace {
 using Bytes = std::vector<std::byte>;
 using Place = JpegIptcPlace;
 
-constexpr std::size_t kLongestPayload = 0xffff - sizeof(std::uint16_t);
-
 /// A segment with image resources; nothing without any.
 Bytes Segment(std::span<const std::byte> resources) {
   if (resources.empty()) return {};
-  if (resources.size() + kResourcesMark.size() > kLongestPayload) throw platform::UserError(messages::kIptcTooLong);
+  if (resources.size() + kResourcesMark.size() > kMaxSegmentPayload) throw platform::UserError(messages::kIptcTooLong);
   ByteWriter out(ByteOrder::Big);
-  out.Byte(0xff);
-  out.Byte(jpeg_marker::kApp13);
-  out.Short(static_cast<std::uint16_t>(resources.size() + kResourcesMark.size() + sizeof(std::uint16_t)));
   out.Text(kResourcesMark);
   out.Bytes(resources);
-  return out.Take();
+  return BuildJpegSegment(jpeg_marker::kApp13, out.View());
 }
 
 Bytes Joined(Bytes first, const Bytes& second) {
@@ -46,7 +42,7 @@ Bytes Without(const ByteSource& file, const FileRange& area, const FileRange& le
 Bytes WithResource(const ByteSource& file, const Place& place, const Bytes& resource) {
   const auto old = place.resource.size > 0 ? place.resource : FileRange{place.area.position, 0};
   auto others = Without(file, place.area, old);
-  if (!resource.empty() && others.size() + resource.size() + kResourcesMark.size() > kLongestPayload) {
+  if (!resource.empty() && others.size() + resource.size() + kResourcesMark.size() > kMaxSegmentPayload) {
     return Joined(Segment(resource), Segment(others));
   }
   const auto at = others.begin() + static_cast<std::ptrdiff_t>(old.position - place.area.position);
@@ -55,7 +51,7 @@ Bytes WithResource(const ByteSource& file, const Place& place, const Bytes& reso
 }
 
 void ReplaceSegment(EditedFile& file, const JpegSegment& segment, const Bytes& bytes) {
-  file.Replace({segment.offset, segment.End() - segment.offset}, bytes);
+  file.Replace(RangeOf(segment), bytes);
 }
 
 /// What the old resource filled of the segments behind the first.
@@ -66,14 +62,6 @@ void RemoveRest(EditedFile& file, const Place& place) {
   }
 }
 
-/// Behind the segments that others want to find first.
-std::uint64_t PlaceForNew(const ByteSource& file) {
-  JpegSegments segments(file);
-  auto segment = segments.Next();
-  while (segment->marker == jpeg_marker::kApp0 || segment->marker == jpeg_marker::kApp1) segment = segments.Next();
-  return segment->offset;  // a scan at the latest
-}
-
 }  // namespace
 
 void WriteJpegIptc(EditedFile& file, const IptcBlock& block) {
@@ -82,7 +70,9 @@ void WriteJpegIptc(EditedFile& file, const IptcBlock& block) {
   const auto resource = BuildIptcResource(block, file, place ? place->resource : FileRange());
   if (!place || place->kind == Place::Kind::Foreign) {
     // What was found in a foreign segment, if only by chance, is no longer read once there is one in front.
-    if (!resource.empty()) file.Insert(place ? place->segment.offset : PlaceForNew(file), Segment(resource));
+    if (!resource.empty())
+      file.Insert(place ? place->segment.offset : PlaceBehind(file, {jpeg_marker::kApp0, jpeg_marker::kApp1}),
+                  Segment(resource));
     return;
   }
   if (place->kind == Place::Kind::Datasets) return ReplaceSegment(file, place->segment, Segment(resource));

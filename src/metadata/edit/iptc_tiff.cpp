@@ -14,9 +14,8 @@ constexpr std::uint64_t kInEntry = 4;
 
 struct OldData {
   IfdType type = IfdType::Long;
-  std::uint64_t directorySize = 0;
-  std::size_t entries = 0;
-  std::optional<FileRange> range{};  ///< if the data stand outside of the directory and inside the file
+  std::size_t entries = 0, allEntries = 0;  ///< with the tag, and of the whole directory
+  std::optional<FileRange> range{};         ///< if the data stand outside of the directory and inside the file
 };
 
 bool CountsBytes(IfdType type) { return type == IfdType::Byte || type == IfdType::Undefined; }
@@ -24,8 +23,10 @@ bool CountsBytes(IfdType type) { return type == IfdType::Byte || type == IfdType
 OldData FindOldData(const EditedFile& file) {
   OldData old;
   const auto directory = ReadFirstDirectory(file, 0, TiffMagic::Required);
+  // Readers saw nothing of such a file: what it holds would be lost.
+  if (directory.entries.size() > kMaxFirstEntries) throw ExifException::DirectoryFull;
   const auto directoryEnd = directory.EntryPosition(directory.entries.size());
-  old.directorySize = directoryEnd - directory.position;
+  old.allEntries = directory.entries.size();
   for (std::size_t i = 0; i < directory.entries.size(); ++i) {
     if (directory.entries[i].tag != kIptc || ++old.entries > 1) continue;
     const auto type = static_cast<IfdType>(directory.entries[i].type);
@@ -50,6 +51,7 @@ void WriteTiffIptc(EditedFile& file, const IptcBlock& block) {
     RemoveIfdEntry(file, kIptc);
     return ZeroOut(file, old);
   }
+  if (old.entries == 0 && old.allEntries == kMaxFirstEntries) throw ExifException::DirectoryFull;
   IfdField field{.tag = kIptc, .type = old.type, .count = static_cast<std::uint32_t>(bytes.size())};
   if (old.type == IfdType::Long) field.count /= 4;
   if (old.range && bytes.size() <= old.range->size) {
@@ -58,7 +60,7 @@ void WriteTiffIptc(EditedFile& file, const IptcBlock& block) {
     field.value = static_cast<std::uint32_t>(old.range->position);
   } else {
     // The directory may have to follow, with one entry more and a link.
-    RequireTiffRoom(file, bytes.size() + old.directorySize + kIfdEntrySize + 4);
+    RequireTiffRoom(file, bytes.size() + 2 + (old.allEntries + 1) * kIfdEntrySize + 4);
     const bool isLast = old.range && old.range->End() == file.Size();
     field.value = isLast ? static_cast<std::uint32_t>(old.range->position) : AppendTiffData(file, bytes);
     if (isLast) file.Replace(*old.range, bytes);

@@ -65,12 +65,4 @@ FileRange CompressedData(const ByteSource& jpeg) {
   return {end, jpeg.Size() - end};
 }
 
-EditCheck KeepsCompressedData(const ByteSource& original) {
-  return [&original](const ByteSource& edited) {
-    if (!SameBytes(original, CompressedData(original), edited, CompressedData(edited))) {
-      throw platform::UserError(messages::kImageDataChanged);
-    }
-  };
-}
-
 }  // namespace ml::metadata

@@ -7,7 +7,6 @@
 #include <span>
 #include <vector>
 
-#include "metadata/edit/apply_edit.h"
 #include "metadata/edit/edited_file.h"
 #include "metadata/jpeg_segments.h"
 
@@ -35,7 +34,5 @@ std::uint64_t PlaceBehind(const ByteSource& jpeg, std::initializer_list<std::uin
 
 /// From the first start of scan to the end of the file; without one, from where the segments end.
 FileRange CompressedData(const ByteSource& jpeg);
-/// Throws UserError if an edit of `original` changed its compressed data.
-EditCheck KeepsCompressedData(const ByteSource& original);
 
 }  // namespace ml::metadata

@@ -19,4 +19,10 @@ void SetIptcCaption(std::vector<IptcItem>& items, std::string_view text) {
                                        std::string(platform::CutToBytes(text, kIptcEditLimit - 1))});
 }
 
+IptcBlock WithCaption(const ExifData& read, std::string_view text) {
+  IptcBlock block{.items = read.iptc, .surroundings = read.iptcSurroundings};
+  SetIptcCaption(block.items, text);
+  return block;
+}
+
 }  // namespace ml::metadata

@@ -133,7 +133,9 @@ TEST_F(Edits, DatesMoveInEveryFormatThatHasSome) {
       {"a.crw", test::CrwHeap(raw).BuildFile(Endian::Little)},
       {"b.crw", test::CrwHeap(raw).BuildFile(Endian::Big)},
       {"e1d.tif", Eos1D(test::Eos1DDirectories(raw))},
+      {"c.avi", "no movie, but nobody looks"},
   };
+  Write("c.thm", thm);
   Write("b.thm", thm);
   Write("e1d.jpg", thm);
   for (const auto& [name, content] : files) {
@@ -178,7 +180,7 @@ TEST_F(Edits, TiffCommentsGoToTheFieldTheCaptionOrNowhere) {
   const auto nef = Write("a.nef", test::NefDirectories(Camera()).Build());
   EXPECT_EQ(Comment(nef, "into the caption"), "");
   EXPECT_EQ(CommentOf(nef), "into the caption");
-  EXPECT_EQ(Comment(Write("b.nef", "no raw file"), "text"), "Error writing comment in IPTC caption");
+  EXPECT_EQ(Comment(Write("b.nef", "no raw file"), "text"), "Error writing comment in IPTC caption\nInvalid NEF");
 }
 
 TEST_F(Edits, ViewingJpegsFollowTheirRawFile) {
@@ -207,6 +209,9 @@ TEST_F(Edits, TiffPicturesTurnButFilesThatOnlyLookLikeOnesGetATag) {
   EXPECT_EQ(facts->height, 30U);
   EXPECT_EQ(Read(path).orientation, 1);
   EXPECT_TRUE(Turn90(Write("bad.tif", "II*\0 no directory")).starts_with("Unable to read TIFF file\nReason: "));
+  const auto full = test::PictureDirectory(test::PaintLandscape(30, 20, 1)).Without(284).FillTo(70).Build();
+  EXPECT_TRUE(Turn90(Write("full.tif", full)).ends_with("more entries than are read"));
+  EXPECT_EQ(Content(dir_ / "full.tif"), full);
 
   const auto raw = test::PictureDirectory(test::PaintLandscape(30, 20, 1))
                        .Ascii(271, "A maker")

@@ -262,6 +262,31 @@ TEST(TiffWriters, GrowNoFileBeyondItsOffsets) {
   EXPECT_EQ(Read(file).iptc, block.items);
 }
 
+TEST(TiffWriters, MakeNoDirectoryThatReadersWouldPassOver) {
+  const IptcBlock block{.items = {{2, 120, "caption"}}};
+  for (const int count : {69, 70, 71}) {
+    TiffBuilder tiff;
+    for (int i = 1; i < count; ++i) tiff.Short(1000 + i, i);
+    for (const bool hasIptc : {false, true}) {
+      SCOPED_TRACE(std::to_string(count) + (hasIptc ? " with data" : ""));
+      const auto before = (hasIptc ? TiffBuilder(tiff).Undefined(kIptc, "room for a new and longer caption")
+                                   : TiffBuilder(tiff).Short(60000, 1))
+                              .Build();
+      const auto source = SourceOf(before);
+      EditedFile file(source);
+      const bool fits = count < 70 || (count == 70 && hasIptc);
+      if (fits) {
+        WriteTiffIptc(file, block);
+        EXPECT_EQ(Read(file).iptc, block.items);
+        continue;
+      }
+      EXPECT_THROW(WriteTiffIptc(file, block), ExifException);
+      EXPECT_THROW(UpdateIfdEntry(file, {.tag = kOrientation, .value = 6}), ExifException);
+      EXPECT_FALSE(file.Touched());
+    }
+  }
+}
+
 TEST(TiffWriters, NeverTouchImageData) {
   const auto before = Camera(Endian::Little).Build();
   const auto source = SourceOf(before);
@@ -271,6 +296,15 @@ TEST(TiffWriters, NeverTouchImageData) {
   EditedFile longer(source);
   longer.Insert(before.find("A description"), std::as_bytes(std::span("P", 1)));
   EXPECT_THROW(RequireSameImageData(longer, 0, TiffMagic::Required), ExifException);
+
+  // Some writers point to sub-directories with a type of their own.
+  const auto pages = TiffBuilder().SubDirectories({TiffBuilder().Pieces(273, 279, {"small pixels"})});
+  auto typed = pages.Build();
+  typed[typed.find("\x4a\x01\x04"s) + 2] = 13;
+  const auto typedSource = SourceOf(typed);
+  EditedFile typedFile(typedSource);
+  typedFile.Overwrite(typed.find("small pixels"), std::as_bytes(std::span("S", 1)));
+  EXPECT_THROW(RequireSameImageData(typedFile, 0, TiffMagic::Required), ExifException);
 }
 
 }  // namespace
