@@ -82,6 +82,15 @@ bool MayRewriteTiff(const std::string& path, int& warn, const imagefiles::ImageF
   return answer.button == platform::Button::Ok;
 }
 
+void RunTurns(CommandContext& context, std::string_view title, const std::vector<std::string>& paths,
+              const Edit& turn) {
+  try {
+    RunEdits(context, title, "Rotating", paths, turn);
+  } catch (const platform::UserError& error) {
+    context.session.Ask().message(ErrorRotating(error.what()));
+  }
+}
+
 template <Turn turn>
 void RotateImages(CommandContext& context) {
   auto& session = context.session;
@@ -91,11 +100,7 @@ void RotateImages(CommandContext& context) {
     if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::Rotate(*file, turn, tools);
   };
-  try {
-    RunEdits(context, kRotateJob, "Rotating", Targets(context, kSelectToRotate), rotate);
-  } catch (const platform::UserError& error) {
-    session.Ask().message(ErrorRotating(error.what()));
-  }
+  RunTurns(context, kRotateJob, Targets(context, kSelectToRotate), rotate);
 }
 
 void EditComments(CommandContext& context) {
@@ -152,15 +157,10 @@ void AutoRotate(CommandContext& context) {
   const auto paths = OnlyJpegs(session.TargetPaths());
   if (paths.empty() && !session.list.Empty()) session.Ask().message({.text = std::string(kSelectToAutoRotate)});
   if (paths.empty()) return;
-  RunEdits(context, kAutoRotateJob, "Rotating", paths,
+  RunTurns(context, kAutoRotateJob, paths,
            [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-             const auto file = imagefiles::CreateImageFile(path, tools.options);
-             if (!file) return;
-             try {
+             if (const auto file = imagefiles::CreateImageFile(path, tools.options))
                imagefiles::AutoRotate(*file, tools);
-             } catch (const platform::UserError& error) {
-               throw platform::UserError(ErrorRotating(error.what()));
-             }
            });
 }
 
