@@ -76,6 +76,8 @@ std::vector<Case> Cases() {
   const auto tiff = test::PictureDirectory(small).Ascii(306, raw.dateTime);
   return {
       {"JPEG date", "a.jpg", photo, kDate},
+      {"JPEG turn over many pages", "a.jpg",
+       test::MakePhoto({.width = 320, .height = 240, .quality = 80, .thumbnail = false}), kTurn},
       {"JPEG thumbnail", "a.jpg", photo, kThumbnail},
       {"JPEG profile", "a.jpg", photo, EmbedProfile()},
       {"PNG comment", "a.png", test::EncodePng(small), kComment},
