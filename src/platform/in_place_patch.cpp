@@ -149,7 +149,9 @@ void ApplyPatches(const std::string& path, const PatchSet& set, const EditOption
   auto file = OpenRegular(fileSystem, target, O_RDWR);
   CheckUnchanged(file, set);
   if (bounds.begin == bounds.end && set.appended.empty()) return;
-  if (bounds.end - bounds.begin > kMaxInPlaceSpan) return ReplaceWhole(file, set, options);
+  if (bounds.begin != bounds.end && bounds.begin / kInPlacePage != (bounds.end - 1) / kInPlacePage) {
+    return ReplaceWhole(file, set, options);
+  }
   PatchInPlace(file, set, bounds, options.recorder);
 }
 

@@ -27,14 +27,15 @@ struct PatchSet {
   std::optional<FileIdentity> read = std::nullopt;
 };
 
-/// Widest span from the first to the last changed byte that is written in place.
-inline constexpr std::uint64_t kMaxInPlaceSpan = 64 * 1024;
+/// What is written in place lies in one page of the file: a longer write may be cut off at the border of a page, by a
+/// kill as by the loss of power.
+inline constexpr std::uint64_t kInPlacePage = 4096;
 
 /// Edits a file where it stands, for a few bytes of a large one. Size and old bytes are checked first; then
 /// what is appended is written and made lasting, then everything from the first to the last changed byte in
-/// one write: at every moment the file reads as the old or as the new one. Wider spans go through AtomicFile.
-/// Nothing is written if nothing changes. Throws UserError naming the file; the file is then as it was, or
-/// the sentence says that it may be damaged (the disk refused to take the old bytes back).
+/// one write: at every moment the file reads as the old or as the new one. Spans that reach into another page go
+/// through AtomicFile. Nothing is written if nothing changes. Throws UserError naming the file; the file is then as it
+/// was, or the sentence says that it may be damaged (the disk refused to take the old bytes back).
 void ApplyPatches(const std::string& path, const PatchSet& set, const EditOptions& options = {});
 
 }  // namespace ml::platform

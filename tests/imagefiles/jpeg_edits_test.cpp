@@ -183,6 +183,13 @@ TEST_F(JpegEdits, ThumbnailShowsThePictureAsItLies) {
   EXPECT_TRUE(RegenerateThumbnail(*Open(small), tools_));
   EXPECT_EQ(Thumbnail(small).fullWidth, 20) << "never enlarged";
 
+  // A description that goes on in a further segment would end in the new bytes.
+  const auto split = Write("split.jpg", Camera(0, 0).Raw(270, 2, 500, 60),
+                           test::JpegSegment(0xe1, std::string_view("Exif\0\0more", 10)));
+  const auto before = *test::ReadAll(split);
+  EXPECT_FALSE(RegenerateThumbnail(*Open(split), tools_));
+  EXPECT_EQ(*test::ReadAll(split), before);
+
   const auto bare = dir_.Write("bare.jpg", photo_);
   EXPECT_EQ(Refusal([&] { RegenerateThumbnail(*Open(bare), tools_); }),
             "Unable to regenerate thumbnail of:\n" + bare + "\nNot EXIF");

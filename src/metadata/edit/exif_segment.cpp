@@ -111,12 +111,14 @@ bool ExifSegment::AddThumbnailDirectory() {
   if (!link || layout_.broken || layout_.CountUses({*link, 4}) != 1) return false;
   const auto offset = static_cast<std::uint32_t>((Tiff().Size() + 1) / 2 * 2);
   const auto directory = ThumbnailDirectory(order_, offset);
-  if (kExifSegmentHead + offset + directory.size() > kLargestFilled) return false;
+  if (kExifSegmentHead + offset + directory.size() > kLargestFilled || ReadsBehindEnd(directory.size())) return false;
   writeLong(*link, offset);
   data_.resize(kExifSegmentHead + offset);
   Append(directory);
   return true;
 }
+
+bool ExifSegment::ReadsBehindEnd(std::uint64_t added) const { return layout_.Uses({Tiff().Size(), added + 1}); }
 
 bool ExifSegment::ThumbnailIsLast() const {
   const auto& range = layout_.thumbnail->range;
@@ -138,17 +140,19 @@ bool ExifSegment::SetThumbnail(std::span<const std::byte> jpeg) {
   if (!HasThumbnail() || layout_.broken || jpeg.size() > ThumbnailRoom()) return false;
   const auto thumbnail = *layout_.thumbnail;
   const auto length = static_cast<std::uint32_t>(jpeg.size());
-  WriteNumber(thumbnail.lengthEntry, length);
   const bool last = ThumbnailIsLast();
   auto field = thumbnail.range;
   if (last) field.size = Tiff().Size() - field.position;
   if (jpeg.size() <= field.size && !layout_.Uses(field)) {
+    WriteNumber(thumbnail.lengthEntry, length);
     FillField(field, jpeg);
     Update();
     return true;
   }
+  if (ReadsBehindEnd(jpeg.size())) return false;
   if (last) data_.resize(kExifSegmentHead + field.position);
   data_.resize(data_.size() + data_.size() % 2);
+  WriteNumber(thumbnail.lengthEntry, length);
   WriteNumber(thumbnail.offsetEntry, static_cast<std::uint32_t>(Tiff().Size()));
   Append(jpeg);
   return true;

@@ -46,6 +46,8 @@ class ExifSegment {
 
  private:
   bool ThumbnailIsLast() const;
+  /// Whether something would find its value in bytes that are added: data that go on in another segment, or were cut.
+  bool ReadsBehindEnd(std::uint64_t added) const;
   void Append(std::span<const std::byte> bytes);
   void Update();
 
