@@ -220,6 +220,29 @@ TEST_F(TransferTest, DeletedImagesTakeTheirCompanionsAndComeBack) {
                platform::UserError);
 }
 
+TEST_F(TransferTest, NothingIsLostOnTheWayToTheDeletedFolder) {
+  const auto remove = [&](platform::FileSystem& fileSystem) {
+    try {
+      DeleteImage(dir_ / "day/a.crw", DeleteTo::DeletedFolder,
+                  {.companions = companions_, .trash = trash_, .fileSystem = fileSystem});
+    } catch (const fs::filesystem_error& error) {  // of the trash, for a file that only seemed to be in the way
+      throw platform::UserError(error.what());
+    }
+  };
+  const auto verify = [&](test::Outcome outcome) {
+    auto now = Now();
+    for (const auto& [name, content] : {std::pair("a.crw", "raw"), {"a.THM", "thm"}, {"a.txt", "note"}}) {
+      const bool moved = now[std::string("day/Deleted/") + name] == content;
+      EXPECT_NE(moved, now[std::string("day/") + name] == content) << name;
+      EXPECT_TRUE(moved || outcome != test::Outcome::Done) << name;
+    }
+  };
+  for (const auto fault : test::kFaults) {
+    test::SweepFaults(
+        fault, [&] { Fill(Day()); }, remove, verify);
+  }
+}
+
 TEST_F(TransferTest, NewNamesAreRefusedForTheirReasons) {
   auto there = Day();
   there["day/taken.crw"] = there["day/thm.THM"] = there["day/B2.jpg"] = "x";
