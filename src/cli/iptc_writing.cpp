@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 #include "cli/edit_session.h"
 #include "cli/job_progress.h"
@@ -12,6 +13,8 @@
 #include "metadata/iptc/iptc_file.h"
 #include "metadata/iptc/iptc_limits.h"
 #include "metadata/iptc/iptc_validation.h"
+#include "platform/locked_recorder.h"
+#include "platform/ordered_jobs.h"
 #include "platform/paths.h"
 
 namespace ml::cli {
@@ -89,16 +92,31 @@ IptcResult SetInOne(const std::string& path, const IptcChange& change, const Ite
 
 std::vector<IptcResult> SetInAll(const std::vector<std::string>& paths, const IptcChange& change, const Items& assigned,
                                  const imagefiles::IptcEditTools& tools, RunState& state) {
-  std::vector<IptcResult> results;
+  constexpr int kThreads = 4;  // most of the time is spent waiting for the disk
+  const bool isEachOnce = std::set<std::string>(paths.begin(), paths.end()).size() == paths.size();
+  std::vector<IptcResult> results(paths.size());
+  platform::LockedRecorder recorder(tools.edit.edit.recorder);
+  auto edit = tools.edit;
+  edit.edit.recorder = &recorder;
   JobProgress progress(paths.size());
-  for (const auto& path : paths) {
-    if (state.stop.stop_requested()) break;
-    progress.text(path);
-    results.push_back(SetInOne(path, change, assigned, tools));
-    if (results.back().failure.empty()) continue;
+  const auto work = [&](int index) {
+    const auto i = static_cast<std::size_t>(index);
+    results[i] = SetInOne(paths[i], change, assigned, {edit, tools.locale, tools.mode});
+  };
+  const auto finish = [&](int index) {
+    const auto& result = results[static_cast<std::size_t>(index)];
+    progress.text(result.path);
+    if (result.failure.empty()) return;
     progress.Clear();
-    state.Fail(results.back().failure);
-  }
+    state.Fail(result.failure);
+  };
+  const int done = platform::RunOrdered({.count = static_cast<int>(paths.size()),
+                                         .threads = isEachOnce ? kThreads : 1,
+                                         .begin = nullptr,
+                                         .work = work,
+                                         .finish = finish},
+                                        state.stop);
+  results.resize(static_cast<std::size_t>(done));
   return results;
 }
 
