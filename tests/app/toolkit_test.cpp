@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <thread>
 
+#include "app/dialogs/byte_line.h"
 #include "app/icons.h"
 #include "app/picture_view.h"
 #include "app/theme.h"
@@ -200,6 +201,16 @@ TEST(QtInteraction, OffersEveryAnswerToAFileInTheWay) {
   EXPECT_EQ(ask.fileExists("/x/y.tif"), Cancel);
   QTimer::singleShot(50, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
   EXPECT_EQ(ask.fileExists("/x/y.tif"), Skip) << "a hasty Return overwrites nothing";
+}
+
+TEST(ByteLine, GivesWhatItShows) {
+  const std::string latin = "/caf\xe9";
+  app::ByteLine line(latin);
+  EXPECT_EQ(line.Bytes(), latin);
+  QTest::keyClicks(&line, QStringLiteral("s"));
+  EXPECT_EQ(line.Bytes(), "/caf\xc3\xa9s");
+  line.setText(QStringLiteral("/set/by/code"));
+  EXPECT_EQ(line.Bytes(), "/set/by/code");
 }
 
 }  // namespace

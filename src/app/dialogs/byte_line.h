@@ -7,7 +7,7 @@
 
 namespace ml::app {
 
-/// A line for a name or path that gives back the very bytes it was filled with unless somebody types.
+/// A line for a name or path that gives back the very bytes it was filled with as long as it shows them.
 class ByteLine final : public QLineEdit {
  public:
   explicit ByteLine(const std::string& bytes) { SetBytes(bytes); }
@@ -15,7 +15,8 @@ class ByteLine final : public QLineEdit {
     bytes_ = bytes;
     setText(platform::ui::ToQString(bytes));
   }
-  std::string Bytes() const { return isModified() ? text().toStdString() : bytes_; }
+  /// What the line shows, however it came there.
+  std::string Bytes() const { return text() == platform::ui::ToQString(bytes_) ? bytes_ : text().toStdString(); }
 
  private:
   std::string bytes_;

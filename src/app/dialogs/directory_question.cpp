@@ -1,9 +1,7 @@
 #include "app/dialogs/directory_question.h"
 
-#include <QCompleter>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QFileSystemModel>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -14,21 +12,8 @@
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
-namespace {
 
 using platform::ui::ToQString;
-
-QCompleter* MakeCompleter(QWidget* parent) {
-  auto* completer = new QCompleter(parent);
-  auto* model = new QFileSystemModel(completer);
-  model->setFilter(QDir::Dirs | QDir::Drives | QDir::NoDotAndDotDot);
-  model->setRootPath({});
-  completer->setModel(model);
-  completer->setCompletionMode(QCompleter::InlineCompletion);
-  return completer;
-}
-
-}  // namespace
 
 std::optional<std::string> AskDirectory(QWidget& parent, const DirectoryQuestion& question) {
   QDialog dialog(&parent);
@@ -41,7 +26,6 @@ std::optional<std::string> AskDirectory(QWidget& parent, const DirectoryQuestion
   auto* line = new ByteLine(question.start);
   line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 60);
   line->setAccessibleName(prompt->text());
-  line->setCompleter(MakeCompleter(line));
   line->selectAll();
   row->addWidget(line);
   auto* browse = new QPushButton(QStringLiteral("&Browse..."));
