@@ -23,6 +23,7 @@
 #include "app/theme.h"
 #include "metadata/iptc/iptc_file.h"
 #include "metadata/ui/iptc_field_editor.h"
+#include "platform/dates.h"
 #include "platform/errors.h"
 #include "support/fakes.h"
 #include "support/temp_dir.h"
@@ -51,6 +52,8 @@ class IptcSheet : public testing::Test {
                              ExifData image;
                              image.path = path;
                              image.dateTime = image.dateTimeOriginal = "2003:05:17 10:11:12";
+                             image.shootingTime = *platform::ToTime(*platform::ParseDateTime(image.dateTime));
+                             image.dateRecorded = true;
                              image.iptc = data[path];
                              return image;
                            },

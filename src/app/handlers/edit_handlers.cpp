@@ -64,13 +64,6 @@ void RunEdits(CommandContext& context, std::string_view title, std::string_view 
   settle();
 }
 
-std::vector<std::string> Targets(CommandContext& context, std::string_view pleaseSelect) {
-  auto paths = context.session.TargetPaths();
-  if (paths.empty() && !context.session.list.Empty())
-    context.session.Ask().message({.text = std::string(pleaseSelect)});
-  return paths;
-}
-
 /// Whether a TIFF may be rewritten; only the first edit of a file in a job asks, as long as the user does not mind.
 bool MayRewriteTiff(const std::string& path, int& warn, const imagefiles::ImageFileOptions& options,
                     platform::Interaction& ask) {
@@ -100,7 +93,7 @@ void RotateImages(CommandContext& context) {
     if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::Rotate(*file, turn, tools);
   };
-  RunTurns(context, kRotateJob, Targets(context, kSelectToRotate), rotate);
+  RunTurns(context, kRotateJob, TargetsOf(context, kSelectToRotate), rotate);
 }
 
 void EditComments(CommandContext& context) {
@@ -166,7 +159,7 @@ void AutoRotate(CommandContext& context) {
 
 void EmbedProfile(CommandContext& context) {
   auto& session = context.session;
-  const auto paths = OnlyJpegs(Targets(context, kSelectToEmbed));
+  const auto paths = OnlyJpegs(TargetsOf(context, kSelectToEmbed));
   if (paths.empty()) return;
   const auto profile = OpenFile(context.frame, {.title = std::string(kChooseProfileTitle),
                                                 .filter = std::string(kProfileFilter),
@@ -183,7 +176,7 @@ void EmbedProfile(CommandContext& context) {
 
 void RegenerateThumbnails(CommandContext& context) {
   std::vector<std::string> full;  // without room for a new one
-  RunEdits(context, kThumbnailJob, "Making the thumbnail of", OnlyJpegs(Targets(context, kSelectForThumbnails)),
+  RunEdits(context, kThumbnailJob, "Making the thumbnail of", OnlyJpegs(TargetsOf(context, kSelectForThumbnails)),
            [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
              const auto file = imagefiles::CreateImageFile(path, tools.options);
              if (file && !imagefiles::RegenerateThumbnail(*file, tools)) full.push_back(path);

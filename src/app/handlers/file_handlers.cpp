@@ -26,19 +26,11 @@ namespace {
 using catalogue::DeleteTo;
 using catalogue::TransferKind;
 
-/// The images of the command; none, with a box that says so, if nothing is selected.
-std::vector<std::string> Targets(CommandContext& context, std::string_view pleaseSelect) {
-  auto paths = context.session.TargetPaths();
-  if (paths.empty() && !context.session.list.Empty())
-    context.session.Ask().message({.text = std::string(pleaseSelect)});
-  return paths;
-}
-
 template <TransferKind kind>
 void Transfer(CommandContext& context) {
   constexpr bool kMove = kind == TransferKind::Move;
   auto& session = context.session;
-  const auto paths = Targets(context, kMove ? kSelectToMove : kSelectToCopy);
+  const auto paths = TargetsOf(context, kMove ? kSelectToMove : kSelectToCopy);
   if (paths.empty()) return;
   const std::string here(platform::DirectoryOf(session.list.files.front()));
   const auto typed =
@@ -59,7 +51,7 @@ bool TreeIsMeant(CommandContext& context) {
 
 void DeleteImages(CommandContext& context, bool permanent) {
   auto& session = context.session;
-  auto paths = Targets(context, kSelectToDelete);
+  auto paths = TargetsOf(context, kSelectToDelete);
   if (paths.empty()) return;
   const auto& settings = session.settings.catalogue;
   const auto to =

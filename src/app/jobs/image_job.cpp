@@ -32,6 +32,13 @@ void RunAll(const ImageJob& job, const ImageJobTools& tools) {
 
 }  // namespace
 
+std::vector<std::string> TargetsOf(CommandContext& context, std::string_view pleaseSelect) {
+  auto& session = context.session;
+  auto paths = session.TargetPaths();
+  if (paths.empty() && !session.list.Empty()) session.Ask().message({.text = std::string(pleaseSelect)});
+  return paths;
+}
+
 void ShowStatus(CommandContext& context, const std::string& text) {
   constexpr int kMilliseconds = 10'000;
   context.frame.statusBar()->showMessage(platform::ui::ToQString(text), kMilliseconds);

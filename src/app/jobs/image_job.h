@@ -3,6 +3,7 @@
 #include <functional>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/command_runner.h"
@@ -35,6 +36,9 @@ void RunImageJob(CommandContext& context, const ImageJob& job);
 
 /// Makes the notes of a command called `what` lasting; the status line tells if it cannot be undone.
 void CommitEdits(CommandContext& context, const std::string& what, platform::EditBatch& batch);
+
+/// The images that a command for several acts on; none, with a box that says `pleaseSelect`, if nothing is selected.
+std::vector<std::string> TargetsOf(CommandContext& context, std::string_view pleaseSelect);
 
 /// Text of the status line for some seconds.
 void ShowStatus(CommandContext& context, const std::string& text);

@@ -1,9 +1,12 @@
 #include "imagefiles/edits/iptc_rows.h"
 
+#include <functional>
+
 #include "imagefiles/edits/companion_edits.h"
 #include "imagefiles/edits/format_edits.h"
 #include "imagefiles/messages.h"
 #include "metadata/edit/apply_edit.h"
+#include "metadata/edit/image_data.h"
 #include "metadata/edit/iptc_jp2.h"
 #include "metadata/edit/iptc_jpeg.h"
 #include "metadata/edit/iptc_png.h"
@@ -16,9 +19,13 @@
 
 namespace ml::imagefiles {
 
+namespace {
+
 using metadata::EditedFile;
 using metadata::IptcBlock;
 
+/// Lets `edit` change the file, and makes that real if the picture in it stays as it is. Throws UserError naming the
+/// file.
 void EditAroundPicture(const std::string& path, metadata::ImageDataFinder picture,
                        const std::function<void(EditedFile&)>& edit, const EditTools& tools) {
   const auto refuse = [&](const char* reason) { throw platform::UserError(messages::NotWritten(path, reason)); };
@@ -34,6 +41,8 @@ void EditAroundPicture(const std::string& path, metadata::ImageDataFinder pictur
   };
   metadata::EditFile(path, guarded, tools.edit);
 }
+
+}  // namespace
 
 void WriteIptcIntoJpeg(ImageFile& file, const IptcBlock& block, const EditTools& tools) {
   const auto edit = [&](EditedFile& edited) {

@@ -1,17 +1,9 @@
 #pragma once
 
-#include <functional>
-
 #include "imagefiles/edits/image_edits.h"
-#include "metadata/edit/image_data.h"
 
 /// What writes IPTC data, for the rows of the formats.
 namespace ml::imagefiles {
-
-/// Lets `edit` change the file, and makes that real if the picture in it stays as it is. Throws UserError naming the
-/// file.
-void EditAroundPicture(const std::string& path, metadata::ImageDataFinder picture,
-                       const std::function<void(metadata::EditedFile&)>& edit, const EditTools& tools);
 
 void WriteIptcIntoJpeg(ImageFile& file, const metadata::IptcBlock& block, const EditTools& tools);
 void WriteIptcIntoPng(ImageFile& file, const metadata::IptcBlock& block, const EditTools& tools);

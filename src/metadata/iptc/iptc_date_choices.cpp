@@ -44,12 +44,7 @@ std::time_t FileTimeOf(const ExifData& data) {
 }
 
 std::time_t ShotTimeOf(const ExifData& data) {
-  const auto fields = platform::ParseDateTime(data.dateTime, platform::DateForm::DotsAllowed);
-  if (!fields) return 0;
-  const bool recorded = !data.dateTimeOriginal.empty() || !data.dateTimeDigitized.empty();
-  // Without a date in the file the record has that of its last change.
-  if (!recorded && data.dateTime == platform::ExifDateText(FileTimeOf(data))) return 0;
-  return platform::ToTime(*fields).value_or(0);
+  return data.dateRecorded ? static_cast<std::time_t>(data.shootingTime) : 0;
 }
 
 }  // namespace ml::metadata
