@@ -110,23 +110,34 @@ PixelBuffer ScaleAverage(const PixelBuffer& source, int width, int height) {
   return result;
 }
 
-PixelBuffer Turned(const PixelBuffer& source, Turn turn) {
-  assert(source.bytesPerSample == 1);
-  const bool swapped = turn == Turn::cw90 || turn == Turn::cw270;
-  auto result =
-      MakePixelBuffer(swapped ? source.height : source.width, swapped ? source.width : source.height, source.order);
+namespace {
+
+/// Copies the pixels to where they go; the size of one is known when this is compiled, which makes it fast.
+template <std::size_t pixel>
+void TurnPixels(const PixelBuffer& source, Turn turn, PixelBuffer& result) {
   // Where the pixel at (0, 0) goes, and how far the next one of its row and of its column lies.
+  constexpr auto kPixel = static_cast<std::ptrdiff_t>(pixel);
   const auto rowBytes = static_cast<std::ptrdiff_t>(result.RowBytes());
   const std::ptrdiff_t last = rowBytes * (result.height - 1);
-  std::ptrdiff_t start = 0, alongRow = 3, alongColumn = rowBytes;
-  if (turn == Turn::cw90) start = rowBytes - 3, alongRow = rowBytes, alongColumn = -3;
-  if (turn == Turn::half) start = last + rowBytes - 3, alongRow = -3, alongColumn = -rowBytes;
-  if (turn == Turn::cw270) start = last, alongRow = -rowBytes, alongColumn = 3;
+  std::ptrdiff_t start = 0, alongRow = kPixel, alongColumn = rowBytes;
+  if (turn == Turn::cw90) start = rowBytes - kPixel, alongRow = rowBytes, alongColumn = -kPixel;
+  if (turn == Turn::half) start = last + rowBytes - kPixel, alongRow = -kPixel, alongColumn = -rowBytes;
+  if (turn == Turn::cw270) start = last, alongRow = -rowBytes, alongColumn = kPixel;
   for (int y = 0; y < source.height; ++y) {
     const auto* in = source.Row(y);
     std::ptrdiff_t place = start + alongColumn * y;
-    for (int x = 0; x < source.width; ++x, in += 3, place += alongRow) std::memcpy(result.data.data() + place, in, 3);
+    for (int x = 0; x < source.width; ++x, in += pixel, place += alongRow)
+      std::memcpy(result.data.data() + place, in, pixel);
   }
+}
+
+}  // namespace
+
+PixelBuffer Turned(const PixelBuffer& source, Turn turn) {
+  const bool swapped = turn == Turn::cw90 || turn == Turn::cw270;
+  auto result = MakePixelBuffer(swapped ? source.height : source.width, swapped ? source.width : source.height,
+                                source.order, source.bytesPerSample);
+  source.bytesPerSample == 1 ? TurnPixels<3>(source, turn, result) : TurnPixels<6>(source, turn, result);
   return result;
 }
 

@@ -18,7 +18,7 @@ PixelBuffer ScaleNearest(const PixelBuffer& source, int width, int height);
 /// `source` reduced to the mean of the area under each pixel; width and height are 1 up to the source's.
 PixelBuffer ScaleAverage(const PixelBuffer& source, int width, int height);
 
-/// A turned copy without padding.
+/// A turned copy without padding; of one or two bytes a sample.
 PixelBuffer Turned(const PixelBuffer& source, Turn turn);
 
 /// Blue-green-red with rows padded to a multiple of four pixels, as a display takes it.

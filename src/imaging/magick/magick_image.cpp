@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <magick/api.h>
 
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -21,23 +22,32 @@ constexpr char kLibraryFile[] = "libGraphicsMagick-Q16.so.3";
 /// Of all pictures together.
 constexpr magick_int64_t kMaxMemory = magick_int64_t{2} * 1024 * 1024 * 1024;
 constexpr magick_int64_t kMaxSide = 300'000;
+/// How pixels are handed over and taken back.
+constexpr char kPixelMap[] = "RGB";
 
 // Of these the library's headers make the names that it exports.
 #define ML_MAGICK_FUNCTIONS(USE) \
   USE(AcquireImagePixels)        \
   USE(BlobToImage)               \
   USE(CloneImageInfo)            \
+  USE(ConstituteImage)           \
   USE(DestroyExceptionInfo)      \
   USE(DestroyImageInfo)          \
   USE(DestroyImageList)          \
+  USE(DispatchImage)             \
+  USE(GammaImage)                \
   USE(GetExceptionInfo)          \
   USE(GetImageException)         \
   USE(InitializeMagickEx)        \
+  USE(LevelImage)                \
+  USE(ModulateImage)             \
   USE(PingBlob)                  \
+  USE(ResizeImage)               \
   USE(SetErrorHandler)           \
   USE(SetMagickResourceLimit)    \
   USE(SetWarningHandler)         \
-  USE(TransformColorspace)
+  USE(TransformColorspace)       \
+  USE(UnsharpMaskImage)
 #define ML_QUOTE(name) #name
 #define ML_DECLARE(name) decltype(&::name) name = nullptr;
 #define ML_FIND(name) Find(name, ML_QUOTE(name));
@@ -119,6 +129,9 @@ InfoHandle MakeInfo(MagickFormat format) {
 void CheckSize(const Image& image) {
   CheckPixelCount(static_cast<long long>(image.columns), static_cast<long long>(image.rows), kMaxPixelsWhole);
 }
+
+/// 0 and 1 in the library's table.
+constexpr StorageType Storage(int bytesPerSample) { return bytesPerSample == 1 ? CharPixel : ShortPixel; }
 
 constexpr int HighByte(Quantum sample) { return sample >> 8; }
 
@@ -202,6 +215,59 @@ PixelBuffer MagickImage::ToRgb() const {
     }
   }
   return pixels;
+}
+
+MagickImage MagickImage::FromPixels(const PixelBuffer& pixels) {
+  assert(pixels.stride == pixels.width && pixels.order == PixelOrder::Rgb);
+  CheckPixelCount(pixels.width, pixels.height, kMaxPixelsWhole);
+  Exception exception;
+  auto state = std::make_unique<State>();
+  state->image.reset(Magick().ConstituteImage(static_cast<unsigned long>(pixels.width),
+                                              static_cast<unsigned long>(pixels.height), kPixelMap,
+                                              Storage(pixels.bytesPerSample), pixels.data.data(), &exception));
+  if (state->image == nullptr) exception.Throw();
+  return MagickImage(std::move(state));
+}
+
+PixelBuffer MagickImage::ToPixels(int bytesPerSample) const {
+  auto pixels = MakePixelBuffer(Width(), Height(), PixelOrder::Rgb, bytesPerSample);
+  Exception exception;
+  if (Magick().DispatchImage(state_->image.get(), 0, 0, state_->image->columns, state_->image->rows, kPixelMap,
+                             Storage(bytesPerSample), pixels.data.data(), &exception) == MagickFail)
+    exception.Throw();
+  return pixels;
+}
+
+bool MagickImage::Level(const std::string& levels) {
+  return Magick().LevelImage(state_->image.get(), levels.c_str()) != MagickFail;
+}
+
+bool MagickImage::Modulate(const std::string& percents) {
+  return Magick().ModulateImage(state_->image.get(), percents.c_str()) != MagickFail;
+}
+
+bool MagickImage::Gamma(const std::string& gammas) {
+  return Magick().GammaImage(state_->image.get(), gammas.c_str()) != MagickFail;
+}
+
+bool MagickImage::Replace(void* image) {
+  if (image == nullptr) return false;
+  state_->image.reset(static_cast<Image*>(image));
+  return true;
+}
+
+bool MagickImage::Resize(int width, int height, ResizeFilter filter) {
+  constexpr double kBlur = 1.0;
+  Exception exception;
+  return Replace(Magick().ResizeImage(state_->image.get(), static_cast<unsigned long>(width),
+                                      static_cast<unsigned long>(height), static_cast<FilterTypes>(filter), kBlur,
+                                      &exception));
+}
+
+bool MagickImage::Sharpen(const UnsharpMask& mask) {
+  Exception exception;
+  return Replace(
+      Magick().UnsharpMaskImage(state_->image.get(), mask.radius, mask.sigma, mask.amount, mask.threshold, &exception));
 }
 
 }  // namespace ml::imaging
