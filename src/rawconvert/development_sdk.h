@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "imaging/pixel_buffer.h"
+#include "rawconvert/develop_watch.h"
+#include "rawconvert/raw_develop_params.h"
+
+namespace ml::rawconvert {
+
+/// Samples of the result; every linear render takes Bits16.
+enum class OutputCode : std::uint8_t { Bits8 = 0, Bits16 = 7 };
+/// Small is for previews: half the width and height, and none of the steps that only show in full size.
+enum class DevelopScale { Full, Small };
+
+struct DevelopRequest {
+  OutputCode output = OutputCode::Bits8;
+  DevelopScale scale = DevelopScale::Full;
+};
+
+struct PictureSize {
+  int width = 0;  ///< pixels, as the sensor saw it, not turned
+  int height = 0;
+  bool operator==(const PictureSize&) const = default;
+};
+
+/// One opened raw file. For one thread at a time.
+class DevelopablePicture {
+ public:
+  virtual ~DevelopablePicture() = default;
+  DevelopablePicture(const DevelopablePicture&) = delete;
+  DevelopablePicture& operator=(const DevelopablePicture&) = delete;
+
+  /// Of the full development.
+  virtual PictureSize Size() const = 0;
+  /// Interleaved red, green, blue with no padding, not turned. Cameras that only do 8 bits give 8 bits whatever was
+  /// asked for. Leaves the white balance that it took in `params`, so that the same with a white balance of -1
+  /// repeats it. Throws DevelopError, Cancelled.
+  virtual imaging::PixelBuffer Develop(RawDevelopParams& params, const DevelopRequest& request,
+                                       const DevelopWatch& watch) = 0;
+
+ protected:
+  DevelopablePicture() = default;
+};
+
+/// Develops the raw files of all Canon cameras but the EOS-1D family. PictureCollection is how the conversion uses it.
+class DevelopmentSdk {
+ public:
+  virtual ~DevelopmentSdk() = default;
+  DevelopmentSdk(const DevelopmentSdk&) = delete;
+  DevelopmentSdk& operator=(const DevelopmentSdk&) = delete;
+
+  /// Null if there is no such file. Throws DevelopError. May be called by several threads.
+  virtual std::unique_ptr<DevelopablePicture> Open(const std::string& path) = 0;
+
+ protected:
+  DevelopmentSdk() = default;
+};
+
+}  // namespace ml::rawconvert
