@@ -22,9 +22,13 @@ std::optional<ColourSpace> RecordedColourSpace(std::string_view model, const Col
   return SrgbIf(marks.text == "sRGB");
 }
 
+std::optional<ColourSpace> RecordedColourSpaceOf(const metadata::ExifData& shootingData) {
+  return RecordedColourSpace(shootingData.model,
+                             {.matrix = shootingData.colorMatrix, .text = shootingData.colorSpace});
+}
+
 std::string GetSourceProfile(const metadata::ExifData& shootingData, const ProfileFinder& finder) {
-  const auto space =
-      RecordedColourSpace(shootingData.model, {.matrix = shootingData.colorMatrix, .text = shootingData.colorSpace});
+  const auto space = RecordedColourSpaceOf(shootingData);
   if (!space) return {};
   return *space == ColourSpace::Srgb ? finder.FindSrgbProfile() : finder.FindAdobeRgbProfile();
 }

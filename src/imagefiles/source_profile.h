@@ -22,6 +22,9 @@ struct ColourMarks {
 /// sRGB is AdobeRGB, also where nothing is told.
 std::optional<ColourSpace> RecordedColourSpace(std::string_view model, const ColourMarks& marks);
 
+/// The same from its shooting data.
+std::optional<ColourSpace> RecordedColourSpaceOf(const metadata::ExifData& shootingData);
+
 /// Path of the profile that stands for the colour space in the shooting data; empty if the camera records none, or no
 /// such profile is found.
 std::string GetSourceProfile(const metadata::ExifData& shootingData,

@@ -29,6 +29,11 @@ imaging::Turn TurnOfOrientation(std::uint32_t orientation) {
   return TurnOfDegrees(metadata::DegreesOfOrientation(orientation).value_or(0));
 }
 
+imaging::Turn TurnOfShot(const metadata::ExifData& exif) {
+  return exif.userRotation != 0 ? TurnOfDegrees(exif.userRotation)
+                                : TurnOfOrientation(static_cast<std::uint32_t>(exif.orientation));
+}
+
 imaging::Turn RecordedTurn(const metadata::ByteSource& jpeg) {
   return TurnOfDegrees(metadata::ReadOrientationFromExif(jpeg).value_or(0));
 }

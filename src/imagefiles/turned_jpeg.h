@@ -5,6 +5,7 @@
 #include "imagefiles/image_file_options.h"
 #include "imaging/jpeg/jpeg_decoder.h"
 #include "metadata/byte_source.h"
+#include "metadata/exif_data.h"
 
 /// Pictures that are stored lying on their side, and the JPEG streams that most of them are.
 namespace ml::imagefiles {
@@ -13,6 +14,8 @@ namespace ml::imagefiles {
 imaging::Turn TurnOfDegrees(int degrees);
 /// Of a value of tag 274; mirrored ones are not turned.
 imaging::Turn TurnOfOrientation(std::uint32_t orientation);
+/// How the picture of a raw file is turned: since the shot, or else as the camera was held.
+imaging::Turn TurnOfShot(const metadata::ExifData& exif);
 /// What the orientation in the EXIF blocks of a JPEG asks for.
 imaging::Turn RecordedTurn(const metadata::ByteSource& jpeg);
 /// The same if the options say that JPEG files are turned.

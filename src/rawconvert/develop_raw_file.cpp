@@ -1,0 +1,136 @@
+#include "rawconvert/develop_raw_file.h"
+
+#include <utility>
+
+#include "imaging/operators/combine_renders.h"
+#include "platform/errors.h"
+#include "rawconvert/capabilities.h"
+#include "rawconvert/conversion_messages.h"
+#include "rawconvert/nef/develop_nef.h"
+#include "rawconvert/normalise_settings.h"
+#include "rawconvert/picture_collection.h"
+
+namespace ml::rawconvert {
+namespace {
+
+/// A custom white point, and what stands for the balance that the last render took.
+constexpr int kCustomWhiteBalance = -1;
+/// The sharpness of a render whose highlights are replaced.
+constexpr int kLowSharpness = -1;
+
+/// What one development is made of.
+struct Order {
+  const std::string& path;
+  const metadata::ExifData& exif;
+  CameraFamily family;
+  RawConversionSettings& settings;
+  DepthWish depth;
+  RawDeveloper& developer;
+  PassProgress& progress;
+  const std::stop_token& stop;
+
+  DevelopWatch Watch() const { return {.progress = &progress, .stop = stop}; }
+};
+
+DevelopedRaw DevelopNefFile(const Order& order) {
+  const auto& develop = order.settings.develop;
+  const NefRun run{.progress = [&](int percent) { order.progress.percent(percent); }, .stop = order.stop};
+  const auto sensor = ReadNefSensor(order.path, run);
+  const auto point = develop.CustomPoint();
+  const NefSettings settings{.tone = order.settings.method == Method::Linear ? NefTone::Linear : NefTone::Normal,
+                             .whiteBalance = develop.WhiteBalance(),
+                             .customX = point.x,
+                             .customY = point.y,
+                             .saturation = develop.Saturation()};
+  return {DevelopNef(sensor, settings, run), order.depth.output16};
+}
+
+DevelopedRaw DevelopCameraImage(const Order& order) {
+  const auto& settings = order.settings;
+  const auto& develop = settings.develop;
+  CameraImage image(order.path, order.developer.CameraImages());
+  if (!image.error.empty()) throw platform::UserError(image.error);
+  image.SetDigitalGain(develop.ExposureCompensation());
+  image.falseColourFilter = settings.falseColourFilter != 0;
+  if (settings.sameWhiteBalance != 0) {
+    image.SetWhiteBalance(camera_white_balance::kReuse);
+  } else {
+    const auto point = develop.CustomPoint();
+    image.SetWhiteBalance(develop.WhiteBalance());
+    image.customX = point.x;
+    image.customY = point.y;
+    image.colourTemperature = settings.colourTemperature1D;
+  }
+  image.linear = settings.method == Method::Linear;
+  image.colourMatrix = static_cast<std::uint16_t>(settings.colourMatrix);
+  image.falseResolutionFilter = settings.falseResolutionFilter != 0;
+  image.edgeLevel = static_cast<std::uint16_t>(settings.sharpnessLevel);
+  image.edgeObject = static_cast<std::uint16_t>(settings.sharpnessObject);
+  auto pixels = image.Develop(order.exif.model, order.depth.work16, order.Watch());
+  const bool wide = pixels.bytesPerSample == 2;
+  return {std::move(pixels), wide && order.depth.output16};
+}
+
+/// The record for the first render of a picture.
+RawDevelopParams ParamsOf(const Order& order) {
+  const auto& settings = order.settings;
+  auto params = settings.develop;
+  params.SetHeader();
+  params.SetLinear(settings.method == Method::Linear);
+  if (settings.method == Method::Combined) params.SetSharpness(kLowSharpness);
+  params.SetFalseColourFilter(settings.falseColourFilter != 0);
+  params.SetPhotoEffect(EffectInForce(settings.photoEffect, order.exif));
+  params.SetSharpness(SharpnessFor(order.family, params.Sharpness()));
+  return params;
+}
+
+std::optional<DevelopedRaw> DevelopWithSdk(const Order& order) {
+  auto& settings = order.settings;
+  PictureCollection collection(order.path, order.developer.Development());
+  if (!collection.HasPicture()) collection.SelectPicture(0);
+  if (!collection.HasPicture()) return std::nullopt;
+
+  auto params = ParamsOf(order);
+  const auto code = order.depth.work16 ? OutputCode::Bits16 : OutputCode::Bits8;
+  auto pixels = collection.Develop(params, {.output = code}, order.Watch());
+  if (settings.sameWhiteBalance != 0) {
+    params.SetWhiteBalance(kCustomWhiteBalance);
+    settings.develop = params;
+  }
+  if (!order.depth.work16 || pixels.bytesPerSample == 1) return DevelopedRaw{std::move(pixels), false};
+
+  if (MakesTwoRenders(order.family, settings.method)) {
+    order.progress.text(messages::kHighlights);
+    order.progress.NextPass();
+    params.SetLinear(true);
+    params.SetWhiteBalance(kCustomWhiteBalance);
+    auto linear = collection.Develop(params, {.output = OutputCode::Bits16}, order.Watch());
+    order.progress.text(messages::kCombining);
+    imaging::CombineRenders(pixels, linear, order.exif.model, order.stop);
+  }
+  return DevelopedRaw{std::move(pixels), order.depth.output16};
+}
+
+}  // namespace
+
+bool MakesTwoRenders(const CameraFamily& family, Method method) {
+  return method == Method::Combined && PathOf(family) == DevelopPath::Development;
+}
+
+std::optional<DevelopedRaw> DevelopRawFile(const std::string& path, const metadata::ExifData& exif,
+                                           RawConversionSettings& settings, const DepthWish& depth,
+                                           RawDeveloper& developer, PassProgress& progress,
+                                           const std::stop_token& stop) {
+  const Order order{path, exif, FamilyOf(path, exif), settings, depth, developer, progress, stop};
+  switch (PathOf(order.family)) {
+    case DevelopPath::OwnDecoder:
+      return DevelopNefFile(order);
+    case DevelopPath::CameraImage:
+      return DevelopCameraImage(order);
+    case DevelopPath::Development:
+      break;
+  }
+  return DevelopWithSdk(order);
+}
+
+}  // namespace ml::rawconvert
