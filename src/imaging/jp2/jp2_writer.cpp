@@ -100,7 +100,7 @@ void WriteJPEG2000(const PixelRows& pixels, const MetadataBlocks& blocks, const 
                    const WriteOptions& options) {
   OutputFile out(path, {messages::kWriteJp2}, options);
   ByteWriter boxes(ByteOrder::Big);
-  boxes.Bytes(Boxes(pixels, blocks));
+  boxes.Bytes(Prepared(messages::kWriteJp2, path, [&] { return Boxes(pixels, blocks); }));
   const auto codeStream = CodeStream(pixels, path, options);
   AppendHead(boxes, "jp2c", codeStream.size());
   out.Write(boxes.View());

@@ -136,7 +136,8 @@ void WriteJPEG(const PixelRows& pixels, const MetadataBlocks& blocks, const std:
   if (pixels.width > JPEG_MAX_DIMENSION || pixels.height > JPEG_MAX_DIMENSION) {
     throw platform::UserError(RefusalOf(messages::kWriteJpeg, path, messages::kTooLong));
   }
-  const auto segments = MetadataSegments(pixels, blocks, options.resolution);
+  const auto segments =
+      Prepared(messages::kWriteJpeg, path, [&] { return MetadataSegments(pixels, blocks, options.resolution); });
   OutputFile out(path, {messages::kWriteJpeg}, options);
   Encoder encoder(out);
   if (!Encode(encoder, pixels, segments, options)) {

@@ -158,7 +158,7 @@ bool Encode(Encoder& encoder, png_structp png, png_infop info, const PixelRows& 
 
 void WritePNG(const PixelRows& pixels, const MetadataBlocks& blocks, const std::string& path,
               const WriteOptions& options) {
-  const auto contents = Prepare(pixels, blocks);
+  const auto contents = Prepared(messages::kWritePng, path, [&] { return Prepare(pixels, blocks); });
   OutputFile out(path, {messages::kWritePng}, options);
   Encoder encoder{out};
   encoder.row.resize(static_cast<std::size_t>(pixels.width) * 2);

@@ -48,6 +48,16 @@ class OutputFile {
 /// `sentence`, the path, and the cause on a line of its own; a cause that names the path is cut to what follows it.
 std::string RefusalOf(const char* sentence, const std::string& path, const std::string& cause);
 
+/// What `step` gives; what it refuses is worded like all else. For what is made ready before there is a file.
+template <class Step>
+auto Prepared(const char* sentence, const std::string& path, Step&& step) {
+  try {
+    return step();
+  } catch (const platform::UserError& error) {
+    throw platform::UserError(RefusalOf(sentence, path, error.what()));
+  }
+}
+
 /// The row as bytes in the order red, green, blue: its own, or made in `scratch`.
 const std::byte* RgbRow(const PixelRows& pixels, int y, std::vector<std::byte>& scratch);
 

@@ -6,6 +6,7 @@
 #include "imaging/decoded_picture.h"
 #include "imaging/jpeg/jpeg_encoder.h"
 #include "imaging/scale.h"
+#include "platform/errors.h"
 
 namespace ml::imaging {
 namespace {
@@ -49,9 +50,13 @@ PixelBuffer Thumbnail(const PixelRows& pixels) {
 }  // namespace
 
 metadata::ThumbnailMaker ThumbnailOf(const PixelRows& pixels) {
-  return [pixels, small = PixelBuffer()](int quality) mutable {
-    if (small.Empty()) small = Thumbnail(pixels);
-    return EncodeBareJpeg(small, quality);
+  return [pixels, small = PixelBuffer()](int quality) mutable -> std::vector<std::byte> {
+    try {
+      if (small.Empty()) small = Thumbnail(pixels);
+      return EncodeBareJpeg(small, quality);
+    } catch (const platform::LibraryError&) {
+      return {};  // the file is worth more than its thumbnail
+    }
   };
 }
 
