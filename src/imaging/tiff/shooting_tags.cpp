@@ -90,8 +90,7 @@ void Comment(TiffTags& tags, const std::string& comment) {
   value.Zeros(3);
   value.Text(comment);
   if (comment.size() < kCommentField) value.Text(std::string(kCommentField - comment.size(), ' '));
-  const auto size = value.Size();
-  tags.Raw(0x9286, IfdType::Ascii, size, value.Take());
+  tags.Raw(0x9286, IfdType::Ascii, value.Take());
 }
 
 void Light(TiffTags& tags, const ExifData& data) {
@@ -131,7 +130,7 @@ TiffTags ShootingTags(const ExifData& shooting, const MakerNote& note) {
   TiffTags tags;
   Exposure(tags, shooting);
   constexpr std::byte version[] = {std::byte{'0'}, std::byte{'2'}, std::byte{'1'}, std::byte{'0'}};
-  tags.Raw(0x9000, IfdType::Undefined, std::size(version), {std::begin(version), std::end(version)});
+  tags.Raw(0x9000, IfdType::Undefined, {std::begin(version), std::end(version)});
   Bias(tags, shooting);
   if (shooting.subjectDistance > kNearest) Ratio(tags, 0x9206, shooting.subjectDistance, 1000);
   tags.Short(0x9207, CodeOf(kMeterings, shooting.meteringMode, 2));

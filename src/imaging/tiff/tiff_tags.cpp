@@ -14,10 +14,6 @@ constexpr std::uint64_t kFraming = 6;  ///< bytes of a directory beside its entr
 
 }  // namespace
 
-void TiffTags::Add(std::uint16_t tag, IfdType type, std::size_t count, ByteWriter& value) {
-  entries_.push_back({tag, type, static_cast<std::uint32_t>(count), value.Take(), nullptr, false});
-}
-
 void TiffTags::Short(std::uint16_t tag, int value) {
   const auto number = static_cast<std::uint16_t>(value);
   Shorts(tag, std::span(&number, 1));
@@ -26,20 +22,20 @@ void TiffTags::Short(std::uint16_t tag, int value) {
 void TiffTags::Shorts(std::uint16_t tag, std::span<const std::uint16_t> values) {
   ByteWriter value(ByteOrder::Little);
   for (const auto number : values) value.Short(number);
-  Add(tag, IfdType::Short, values.size(), value);
+  Raw(tag, IfdType::Short, value.Take());
 }
 
 void TiffTags::Long(std::uint16_t tag, std::uint32_t number) {
   ByteWriter value(ByteOrder::Little);
   value.Long(number);
-  Add(tag, IfdType::Long, 1, value);
+  Raw(tag, IfdType::Long, value.Take());
 }
 
 void TiffTags::Rational(std::uint16_t tag, std::uint32_t numerator, std::uint32_t denominator) {
   ByteWriter value(ByteOrder::Little);
   value.Long(numerator);
   value.Long(denominator);
-  Add(tag, IfdType::Rational, 1, value);
+  Raw(tag, IfdType::Rational, value.Take());
 }
 
 void TiffTags::SignedRational(std::uint16_t tag, std::int32_t numerator, std::int32_t denominator) {
@@ -51,17 +47,17 @@ void TiffTags::Ascii(std::uint16_t tag, std::string_view text) {
   ByteWriter value(ByteOrder::Little);
   value.Text(text);
   value.Byte(0);
-  Add(tag, IfdType::Ascii, value.Size(), value);
+  Raw(tag, IfdType::Ascii, value.Take());
 }
 
-void TiffTags::Raw(std::uint16_t tag, IfdType type, std::size_t count, std::vector<std::byte> value) {
+void TiffTags::Raw(std::uint16_t tag, IfdType type, std::vector<std::byte> value) {
+  const auto count = value.size() / metadata::TypeSize(static_cast<std::uint16_t>(type));
   entries_.push_back({tag, type, static_cast<std::uint32_t>(count), std::move(value), nullptr, false});
 }
 
 void TiffTags::Placed(std::uint16_t tag, PlacedValue value) {
-  auto bytes = value(0);
-  const auto count = static_cast<std::uint32_t>(bytes.size());
-  entries_.push_back({tag, IfdType::Undefined, count, std::move(bytes), std::move(value), false});
+  Raw(tag, IfdType::Undefined, value(0));
+  entries_.back().placed = std::move(value);
 }
 
 void TiffTags::NextDirectory(std::uint16_t tag) {

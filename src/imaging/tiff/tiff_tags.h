@@ -26,8 +26,8 @@ class TiffTags {
   void SignedRational(std::uint16_t tag, std::int32_t numerator, std::int32_t denominator);
   /// With a zero behind it.
   void Ascii(std::uint16_t tag, std::string_view text);
-  /// `count` values of `type`, as many bytes as given.
-  void Raw(std::uint16_t tag, metadata::IfdType type, std::size_t count, std::vector<std::byte> value);
+  /// Values of `type` in the bytes given.
+  void Raw(std::uint16_t tag, metadata::IfdType type, std::vector<std::byte> value);
   void Placed(std::uint16_t tag, PlacedValue value);
   /// A long, the position of the directory that follows.
   void NextDirectory(std::uint16_t tag);
@@ -50,8 +50,6 @@ class TiffTags {
     PlacedValue placed;
     bool isNext = false;
   };
-
-  void Add(std::uint16_t tag, metadata::IfdType type, std::size_t count, metadata::ByteWriter& value);
 
   std::vector<Entry> entries_;
 };

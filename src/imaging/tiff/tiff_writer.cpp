@@ -105,11 +105,10 @@ TiffTags PictureTags(const PixelRows& pixels, const MetadataBlocks& blocks, int 
   TiffTags tags;
   AddPicture(tags, pixels, resolution, shooting);
   if (shooting != nullptr) AddTexts(tags, *shooting);
-  auto iptc = IptcBytes(blocks);
-  tags.Raw(0x83bb, IfdType::Long, iptc.size() / 4, std::move(iptc));
+  tags.Raw(0x83bb, IfdType::Long, IptcBytes(blocks));
   auto resource = ImageResource(blocks);
-  if (!resource.empty()) tags.Raw(0x8649, IfdType::Byte, resource.size(), std::move(resource));
-  if (!blocks.icc.empty()) tags.Raw(0x8773, IfdType::Undefined, blocks.icc.size(), blocks.icc);
+  if (!resource.empty()) tags.Raw(0x8649, IfdType::Byte, std::move(resource));
+  if (!blocks.icc.empty()) tags.Raw(0x8773, IfdType::Undefined, blocks.icc);
   if (shooting != nullptr) tags.NextDirectory(0x8769);
   return tags;
 }
