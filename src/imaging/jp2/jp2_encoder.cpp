@@ -1,0 +1,149 @@
+#include "imaging/jp2/jp2_encoder.h"
+
+#include <openjpeg.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "imaging/decoded_picture.h"
+#include "imaging/writers/messages.h"
+#include "platform/errors.h"
+
+namespace ml::imaging {
+namespace {
+
+struct CodecRelease {
+  void operator()(opj_codec_t* codec) const { opj_destroy_codec(codec); }
+};
+struct StreamRelease {
+  void operator()(opj_stream_t* stream) const { opj_stream_destroy(stream); }
+};
+struct ImageRelease {
+  void operator()(opj_image_t* image) const { opj_image_destroy(image); }
+};
+using Codec = std::unique_ptr<opj_codec_t, CodecRelease>;
+using Stream = std::unique_ptr<opj_stream_t, StreamRelease>;
+using Image = std::unique_ptr<opj_image_t, ImageRelease>;
+
+constexpr OPJ_SIZE_T kFailed = static_cast<OPJ_SIZE_T>(-1);
+constexpr std::size_t kBuffer = std::size_t{1} << 20;
+
+/// What the library writes. It may go back to a place that it has written.
+struct Output {
+  std::vector<std::byte> bytes;
+  std::size_t position = 0;
+
+  bool Write(const void* data, std::size_t count) noexcept {
+    try {
+      if (position + count > bytes.size()) bytes.resize(position + count);
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+    std::memcpy(bytes.data() + position, data, count);
+    position += count;
+    return true;
+  }
+};
+
+OPJ_SIZE_T OnWrite(void* data, OPJ_SIZE_T count, void* output) {
+  return static_cast<Output*>(output)->Write(data, count) ? count : kFailed;
+}
+OPJ_OFF_T OnSkip(OPJ_OFF_T count, void* output) {
+  static_cast<Output*>(output)->position += static_cast<std::size_t>(count);
+  return count;
+}
+OPJ_BOOL OnSeek(OPJ_OFF_T position, void* output) {
+  static_cast<Output*>(output)->position = static_cast<std::size_t>(position);
+  return OPJ_TRUE;
+}
+
+Image MakeImage(const PixelRows& pixels) {
+  opj_image_cmptparm_t parameter{};
+  parameter.dx = parameter.dy = 1;
+  parameter.w = static_cast<OPJ_UINT32>(pixels.width);
+  parameter.h = static_cast<OPJ_UINT32>(pixels.height);
+  parameter.prec = static_cast<OPJ_UINT32>(pixels.bytesPerSample * 8);
+  std::array<opj_image_cmptparm_t, 3> parameters{parameter, parameter, parameter};
+  const auto space = pixels.channels == 3 ? OPJ_CLRSPC_SRGB : OPJ_CLRSPC_GRAY;
+  Image image(opj_image_create(static_cast<OPJ_UINT32>(pixels.channels), parameters.data(), space));
+  if (!image) throw platform::LibraryError(messages::kJp2Image, "");
+  image->x1 = parameter.w;
+  image->y1 = parameter.h;
+  return image;
+}
+
+template <class Sample>
+void FillRow(opj_image_t& image, const PixelRows& pixels, int y) {
+  const auto channels = static_cast<std::size_t>(pixels.channels);
+  const auto width = static_cast<std::size_t>(pixels.width);
+  for (std::size_t c = 0; c < channels; ++c) {
+    const auto from = pixels.order == PixelOrder::Bgr ? channels - 1 - c : c;
+    const auto* in = pixels.Row(y) + from * sizeof(Sample);
+    auto* out = image.comps[c].data + static_cast<std::size_t>(y) * width;
+    for (std::size_t x = 0; x < width; ++x, in += channels * sizeof(Sample)) {
+      Sample sample;
+      std::memcpy(&sample, in, sizeof sample);
+      out[x] = sample;
+    }
+  }
+}
+
+void Fill(opj_image_t& image, const PixelRows& pixels) {
+  for (int y = 0; y < pixels.height; ++y) {
+    pixels.bytesPerSample == 1 ? FillRow<std::uint8_t>(image, pixels, y) : FillRow<std::uint16_t>(image, pixels, y);
+  }
+}
+
+opj_cparameters_t ParametersFor(const PixelRows& pixels, double rate) {
+  opj_cparameters_t parameters;
+  opj_set_default_encoder_parameters(&parameters);
+  parameters.tcp_numlayers = 1;
+  parameters.tcp_rates[0] = rate < 1 ? static_cast<float>(1 / rate) : 0;
+  parameters.cp_disto_alloc = 1;
+  parameters.tcp_mct = pixels.channels == 3 ? 1 : 0;
+  // A picture that is smaller than its smallest resolution asks for is refused.
+  const int shorter = std::min(pixels.width, pixels.height);
+  while (parameters.numresolution > 1 && 1 << (parameters.numresolution - 1) > shorter) --parameters.numresolution;
+  return parameters;
+}
+
+void KeepReason(const char* text, void* reason) { *static_cast<std::string*>(reason) += text; }
+
+Stream MakeStream(Output& output) {
+  Stream stream(opj_stream_create(kBuffer, OPJ_FALSE));
+  if (!stream) throw platform::LibraryError(messages::kJp2Encode, "");
+  opj_stream_set_user_data(stream.get(), &output, nullptr);
+  opj_stream_set_write_function(stream.get(), OnWrite);
+  opj_stream_set_skip_function(stream.get(), OnSkip);
+  opj_stream_set_seek_function(stream.get(), OnSeek);
+  return stream;
+}
+
+}  // namespace
+
+double RateOf(int quality) { return quality >= 99 ? 1.0 : std::max(quality, 1) / 100.0; }
+
+std::vector<std::byte> EncodeJp2CodeStream(const PixelRows& pixels, double rate, int threads) {
+  const auto image = MakeImage(pixels);
+  Fill(*image, pixels);
+  Output output;
+  const auto stream = MakeStream(output);
+  const Codec codec(opj_create_compress(OPJ_CODEC_J2K));
+  std::string reason;
+  opj_set_error_handler(codec.get(), KeepReason, &reason);
+  auto parameters = ParametersFor(pixels, rate);
+  const bool done = opj_setup_encoder(codec.get(), &parameters, image.get()) != OPJ_FALSE &&
+                    (threads < 2 || opj_codec_set_threads(codec.get(), threads) != OPJ_FALSE) &&
+                    opj_start_compress(codec.get(), image.get(), stream.get()) != OPJ_FALSE &&
+                    opj_encode(codec.get(), stream.get()) != OPJ_FALSE &&
+                    opj_end_compress(codec.get(), stream.get()) != OPJ_FALSE;
+  while (reason.ends_with('\n')) reason.pop_back();
+  if (!done) throw platform::LibraryError(messages::kJp2Encode, reason);
+  return std::move(output.bytes);
+}
+
+}  // namespace ml::imaging
