@@ -10,7 +10,7 @@
 #include "imaging/operators/noise_filter.h"
 #include "imaging/operators/sharpen_luma.h"
 #include "imaging/scale.h"
-#include "metadata/exif_reader.h"
+#include "metadata/exif_data.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
 #include "rawconvert/conversion_messages.h"
@@ -70,7 +70,7 @@ int ResolutionOf(const RawConversionSettings& settings, const ConversionOptions&
 
 std::optional<ConvertedPicture> ConvertPicture(const std::string& source, RawConversionSettings& settings,
                                                const ConversionOptions& options, const ConversionTools& tools) {
-  const auto exif = metadata::ReadExifData(source, options.files.ForExif());
+  const metadata::ExifData exif(source, options.files.ForExif());
   const auto& format = FactsOf(options.format);
   ShowSource(source, options, tools.progress);
 
@@ -110,20 +110,21 @@ std::optional<ConvertedPicture> ConvertPicture(const std::string& source, RawCon
                           .resolution = ResolutionOf(settings, options)};
 }
 
-void WriteConverted(const ConvertedPicture& picture, const std::string& destination, const ConversionTools& tools) {
-  CheckStop(tools.stop);
-  tools.progress.text(messages::kWriting);
+void WriteConverted(const ConvertedPicture& picture, const std::string& destination, const std::stop_token& stop) {
+  CheckStop(stop);
   imaging::WriteImage(picture.format, picture.pixels, picture.blocks, destination,
                       {.quality = picture.quality,
                        .resolution = picture.resolution,
                        .threads = static_cast<int>(std::thread::hardware_concurrency()),
-                       .stop = tools.stop});
+                       .stop = stop});
 }
 
 void ConvertRawFile(const std::string& source, const std::string& destination, RawConversionSettings& settings,
                     const ConversionOptions& options, const ConversionTools& tools) {
-  if (const auto picture = ConvertPicture(source, settings, options, tools))
-    WriteConverted(*picture, destination, tools);
+  const auto picture = ConvertPicture(source, settings, options, tools);
+  if (!picture) return;
+  tools.progress.text(messages::kWriting);
+  WriteConverted(*picture, destination, tools.stop);
 }
 
 }  // namespace ml::rawconvert

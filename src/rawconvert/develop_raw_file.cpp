@@ -32,10 +32,18 @@ struct Order {
   DevelopWatch Watch() const { return {.progress = &progress, .stop = stop}; }
 };
 
+NefSensor ReadSensor(const std::string& path, const NefRun& run) {
+  try {
+    return ReadNefSensor(path, run);
+  } catch (const platform::UserError& error) {
+    throw UndevelopableRaw(error.what());
+  }
+}
+
 DevelopedRaw DevelopNefFile(const Order& order) {
   const auto& develop = order.settings.develop;
   const NefRun run{.progress = [&](int percent) { order.progress.percent(percent); }, .stop = order.stop};
-  const auto sensor = ReadNefSensor(order.path, run);
+  const auto sensor = ReadSensor(order.path, run);
   const auto point = develop.CustomPoint();
   const NefSettings settings{.tone = order.settings.method == Method::Linear ? NefTone::Linear : NefTone::Normal,
                              .whiteBalance = develop.WhiteBalance(),

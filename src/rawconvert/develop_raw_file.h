@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <stdexcept>
 #include <stop_token>
 #include <string>
 
@@ -20,6 +21,12 @@ struct DevelopedRaw {
   bool bits16 = false;
 };
 
+/// The raw data of a file are damaged or of an unknown kind; what() is the sentence, which names the file.
+class UndevelopableRaw : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 /// How deep the developed picture and the written one are to be.
 struct DepthWish {
   bool work16 = false;
@@ -28,7 +35,8 @@ struct DepthWish {
 
 /// Develops `path`, whose shooting data are `exif`, by the settings; by the Combined method twice, with the highlights
 /// of the second render. If the settings carry the white balance on, `settings.develop` has that of this picture
-/// afterwards. Nothing if the developer finds no picture. Throws DevelopError, CameraImageError, UserError, Cancelled.
+/// afterwards. Nothing if the developer finds no picture. Throws DevelopError, UndevelopableRaw, CameraImageError,
+/// UserError where a file cannot be opened at all, Cancelled.
 std::optional<DevelopedRaw> DevelopRawFile(const std::string& path, const metadata::ExifData& exif,
                                            RawConversionSettings& settings, const DepthWish& depth,
                                            RawDeveloper& developer, PassProgress& progress,

@@ -1,0 +1,76 @@
+#include "rawconvert/batch/output_chooser.h"
+
+#include "platform/errors.h"
+#include "platform/paths.h"
+#include "platform/read_directory.h"
+#include "rawconvert/batch/messages.h"
+
+namespace ml::rawconvert {
+namespace {
+
+/// Adds the time until its end to a sum.
+class WaitingTime {
+ public:
+  WaitingTime(const platform::Clock& clock, std::time_t& sum) : clock_(clock), sum_(sum), start_(clock.now()) {}
+  ~WaitingTime() { sum_ += clock_.now() - start_; }
+  WaitingTime(const WaitingTime&) = delete;
+  WaitingTime& operator=(const WaitingTime&) = delete;
+
+ private:
+  const platform::Clock& clock_;
+  std::time_t& sum_;
+  std::time_t start_;
+};
+
+}  // namespace
+
+std::optional<std::string> OutputChooser::AskSaveAs(const OutputPlan& plan, const char* refusal) {
+  const auto extension = platform::FileName(plan.destination);
+  auto name = host_.ask.saveAs({.title = messages::kSaveAs,
+                                .filter = std::string(plan.fileFilter),
+                                .defaultExtension = std::string(extension.substr(extension.rfind('.') + 1)),
+                                .start = plan.destination});
+  if (!name || !platform::SameFile(*name, plan.source)) return name;
+  host_.ask.message({.text = refusal, .caption = messages::kTitle, .icon = platform::BoxIcon::Warning});
+  return std::nullopt;
+}
+
+std::optional<std::string> OutputChooser::ChooseApartFromSource(const OutputPlan& plan) {
+  const WaitingTime waiting(host_.clock, waited_);
+  const platform::MessageBox question{.text = messages::kSameFile + plan.source + messages::kSameFileChoice,
+                                      .caption = messages::kTitle,
+                                      .icon = platform::BoxIcon::Question,
+                                      .buttons = platform::Buttons::YesNo};
+  if (host_.ask.ask(question) != platform::Button::Yes) return std::nullopt;
+  return AskSaveAs(plan, messages::kStillSame);
+}
+
+std::optional<std::string> OutputChooser::AskExisting(const OutputPlan& plan) {
+  using platform::FileExistsAnswer;
+  const WaitingTime waiting(host_.clock, waited_);
+  switch (host_.ask.fileExists(plan.destination)) {
+    case FileExistsAnswer::OverwriteAll:
+      standing_ = Standing::OverwriteAll;
+      return plan.destination;
+    case FileExistsAnswer::Overwrite:
+      return plan.destination;
+    case FileExistsAnswer::SkipAll:
+      standing_ = Standing::SkipAll;
+      return std::nullopt;
+    case FileExistsAnswer::Skip:
+      return std::nullopt;
+    case FileExistsAnswer::SaveAs:
+      return AskSaveAs(plan, messages::kSavedAsSource);
+    case FileExistsAnswer::Cancel:
+      break;
+  }
+  throw platform::Cancelled();
+}
+
+std::optional<std::string> OutputChooser::Choose(const OutputPlan& plan) {
+  if (platform::SameFile(plan.destination, plan.source)) return ChooseApartFromSource(plan);
+  if (!platform::Exists(plan.destination) || standing_ == Standing::OverwriteAll) return plan.destination;
+  return standing_ == Standing::SkipAll ? std::nullopt : AskExisting(plan);
+}
+
+}  // namespace ml::rawconvert

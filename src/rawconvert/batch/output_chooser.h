@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/job_host.h"
+
+namespace ml::rawconvert {
+
+/// A file that is about to be made from another one.
+struct OutputPlan {
+  const std::string& source;
+  const std::string& destination;
+  std::string_view fileFilter;  ///< of the dialog that asks for another name
+};
+
+/// Decides for each file of a run under which name it is written, and asks where one is in the way: its own source, or
+/// a file that exists. Answers for all are remembered.
+class OutputChooser {
+ public:
+  explicit OutputChooser(const platform::JobHost& host) : host_(host) {}
+
+  /// The name, or nothing if the file is to be left out. Throws Cancelled.
+  std::optional<std::string> Choose(const OutputPlan& plan);
+  /// Seconds that questions have stood open so far.
+  std::time_t Waited() const { return waited_; }
+
+ private:
+  enum class Standing { None, OverwriteAll, SkipAll };
+
+  std::optional<std::string> ChooseApartFromSource(const OutputPlan& plan);
+  std::optional<std::string> AskSaveAs(const OutputPlan& plan, const char* refusal);
+  std::optional<std::string> AskExisting(const OutputPlan& plan);
+
+  const platform::JobHost& host_;
+  Standing standing_ = Standing::None;
+  std::time_t waited_ = 0;
+};
+
+}  // namespace ml::rawconvert
