@@ -67,10 +67,18 @@ std::optional<std::string> OutputChooser::AskExisting(const OutputPlan& plan) {
   throw platform::Cancelled();
 }
 
-std::optional<std::string> OutputChooser::Choose(const OutputPlan& plan) {
+std::optional<std::string> OutputChooser::Decide(const OutputPlan& plan) {
   if (platform::SameFile(plan.destination, plan.source)) return ChooseApartFromSource(plan);
-  if (!platform::Exists(plan.destination) || standing_ == Standing::OverwriteAll) return plan.destination;
-  return standing_ == Standing::SkipAll ? std::nullopt : AskExisting(plan);
+  if (!platform::Exists(plan.destination)) return plan.destination;
+  if (standing_ == Standing::SkipAll) return std::nullopt;
+  const bool ours = chosen_.contains(plan.destination);
+  return standing_ == Standing::OverwriteAll && !ours ? plan.destination : AskExisting(plan);
+}
+
+std::optional<std::string> OutputChooser::Choose(const OutputPlan& plan) {
+  auto name = Decide(plan);
+  if (name) chosen_.insert(*name);
+  return name;
 }
 
 }  // namespace ml::rawconvert

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 #include "platform/job_host.h"
 
@@ -16,7 +17,8 @@ struct OutputPlan {
 };
 
 /// Decides for each file of a run under which name it is written, and asks where one is in the way: its own source, or
-/// a file that exists. Answers for all are remembered.
+/// a file that exists. Answers for all are remembered, but none of them lets a file take the place of another
+/// one of the same run.
 class OutputChooser {
  public:
   explicit OutputChooser(const platform::JobHost& host) : host_(host) {}
@@ -29,12 +31,14 @@ class OutputChooser {
  private:
   enum class Standing { None, OverwriteAll, SkipAll };
 
+  std::optional<std::string> Decide(const OutputPlan& plan);
   std::optional<std::string> ChooseApartFromSource(const OutputPlan& plan);
   std::optional<std::string> AskSaveAs(const OutputPlan& plan, const char* refusal);
   std::optional<std::string> AskExisting(const OutputPlan& plan);
 
   const platform::JobHost& host_;
   Standing standing_ = Standing::None;
+  std::unordered_set<std::string> chosen_;
   std::time_t waited_ = 0;
 };
 
