@@ -30,6 +30,7 @@ void AddEmbedProfileCommand(CLI::App& program, RunState& state);
 void AddCopyCommand(CLI::App& program, RunState& state);
 void AddMoveCommand(CLI::App& program, RunState& state);
 void AddDeleteCommand(CLI::App& program, RunState& state);
+void AddConvertCommand(CLI::App& program, RunState& state);
 void AddUndoCommand(CLI::App& program, RunState& state);
 
 }  // namespace ml::cli

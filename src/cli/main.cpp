@@ -82,6 +82,7 @@ int Main(int argc, char** argv) {
   AddCopyCommand(program, state);
   AddMoveCommand(program, state);
   AddDeleteCommand(program, state);
+  AddConvertCommand(program, state);
   AddUndoCommand(program, state);
   try {
     program.parse(argc, argv);

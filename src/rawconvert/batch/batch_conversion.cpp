@@ -78,7 +78,7 @@ class BatchRun {
       if (stop_.stop_requested()) throw platform::Cancelled();
       const auto& source = batch_.files[static_cast<std::size_t>(i)];
       Announce(source, i, {start + chooser_.Waited(), count});
-      results_.push_back({source});
+      results_.push_back({.source = source, .output = destination_});
       ConvertOne(results_.size() - 1);
     }
     FinishWriting();

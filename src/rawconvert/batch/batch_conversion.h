@@ -23,7 +23,7 @@ enum class Converted { Yes, Skipped, Failed };
 /// What became of one file.
 struct ConvertedFile {
   std::string source;
-  std::string output{};   ///< empty if none was meant to be written
+  std::string output{};   ///< the name that was chosen for it, or that is taken
   std::string message{};  ///< of a failure
   Converted result = Converted::Skipped;
 };

@@ -1,0 +1,232 @@
+#include <CLI/CLI.hpp>
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/commands.h"
+#include "cli/output.h"
+#include "cli/progress_line.h"
+#include "cli/run_state.h"
+#include "imagefiles/raw_files.h"
+#include "options/conversion_options_of.h"
+#include "options/raw_options.h"
+#include "platform/paths.h"
+#include "platform/read_directory.h"
+#include "rawconvert/batch/batch_conversion.h"
+#include "rawconvert/batch/output_directory.h"
+#include "rawconvert/raw_developer.h"
+
+/// convert: develops raw files and writes the pictures as JPEG, JPEG 2000, PNG or TIFF.
+namespace ml::cli {
+namespace {
+
+using rawconvert::Converted;
+using rawconvert::ConvertedFile;
+using rawconvert::Method;
+using rawconvert::OutputFormat;
+
+const std::map<std::string, Method> kMethods = {
+    {"normal", Method::Normal}, {"linear", Method::Linear}, {"combined", Method::Combined}};
+
+std::map<std::string, OutputFormat> Formats() {
+  std::map<std::string, OutputFormat> formats;
+  for (int i = 0; i <= static_cast<int>(OutputFormat::Tiff16); ++i) {
+    const auto format = static_cast<OutputFormat>(i);
+    formats.emplace(rawconvert::FactsOf(format).word, format);
+  }
+  return formats;
+}
+
+struct ConvertArguments {
+  std::vector<std::string> files;
+  std::string out;
+  std::optional<OutputFormat> format;
+  std::optional<Method> method;
+  std::optional<int> quality;
+  bool overwrite = false, skip = false, dryRun = false;
+};
+
+/// Answers by the options, and keeps what the run says for those whose files it leaves out.
+class ConvertAnswers final : public platform::Interaction {
+ public:
+  explicit ConvertAnswers(const ConvertArguments& arguments) : arguments_(arguments) {}
+  std::vector<std::string> messages;
+
+  void message(const platform::MessageBox& box) override { messages.push_back(box.text); }
+  platform::Button ask(const platform::MessageBox&) override { return platform::Button::No; }
+  CheckedAnswer askCheck(const platform::MessageBox&, const std::string&) override { return {}; }
+  std::optional<std::string> saveAs(const SaveAsQuestion&) override { return std::nullopt; }
+  platform::FileExistsAnswer fileExists(const std::string&) override {
+    // Asked again after "all" only where the run would overwrite what it made itself.
+    const bool overwrite = arguments_.overwrite && !answered_;
+    answered_ = true;
+    return overwrite ? platform::FileExistsAnswer::OverwriteAll : platform::FileExistsAnswer::Skip;
+  }
+  void BeginRun() { answered_ = false; }
+
+ private:
+  const ConvertArguments& arguments_;
+  bool answered_ = false;
+};
+
+/// "12 of 200 NAME" for each file.
+class ConvertProgress final : public platform::Progress {
+ public:
+  explicit ConvertProgress(const std::vector<std::string>& files) : line_(static_cast<int>(files.size())) {}
+  void Begin(const std::vector<std::string>& files) { files_ = &files; }
+  void percent(int) override {}
+  void text(const std::string&) override {}
+  void secondText(const std::string&) override {}
+  void picture(std::span<const std::byte>, int, int) override {}
+  void position(int index, int) override { line_.Next((*files_)[static_cast<std::size_t>(index - 1)]); }
+  void Clear() { line_.Clear(); }
+
+ private:
+  ProgressLine line_;
+  const std::vector<std::string>* files_ = nullptr;
+};
+
+class ConvertRun {
+ public:
+  ConvertRun(const ConvertArguments& arguments, RunState& state)
+      : arguments_(arguments),
+        state_(state),
+        settings_(options::RawConversionSettingsOf(state.settings)),
+        developer_(rawconvert::MakeRawDeveloper()),
+        answers_(arguments),
+        progress_(arguments.files) {
+    if (arguments.method) settings_.method = *arguments.method;
+  }
+
+  void Run() {
+    for (const auto& given : arguments_.files) Add(given);
+    for (auto& [directory, files] : runs_) Convert(directory, files);
+    if (state_.stop.stop_requested()) throw platform::Cancelled();
+    Report();
+  }
+
+ private:
+  void Add(const std::string& given) {
+    const auto path = given_.Add(given);
+    const auto complaint = Complaint(path, given);
+    if (!complaint.empty()) {
+      results_[path] = {.source = path, .message = complaint, .result = Converted::Failed};
+      return;
+    }
+    const auto directory = arguments_.out.empty()
+                               ? rawconvert::ConversionDirectory(path, options::DirectoryChoiceOf(state_.settings))
+                               : platform::normaliseDirectory(arguments_.out);
+    if (results_.emplace(path, ConvertedFile{.source = path}).second) runs_[directory].push_back(path);
+  }
+
+  static std::string Complaint(const std::string& path, const std::string& given) {
+    if (!platform::Exists(path)) return given + ": does not exist";
+    if (!imagefiles::IsRawFile(path)) return given + ": is no raw file";
+    const metadata::ExifData exif(path);
+    if (imagefiles::CanConvertRaw(exif)) return {};
+    return given + ": Sorry, " + exif.model + " raw conversion is not supported in this release.";
+  }
+
+  rawconvert::BatchConversion Batch(const std::string& directory, const std::vector<std::string>& files) {
+    const metadata::ExifData first(files.front());
+    auto options = options::ConversionOptionsOf(state_.settings, first, locale_, answers_);
+    if (arguments_.format) options.format = *arguments_.format;
+    if (arguments_.quality) options.quality = *arguments_.quality;
+    return {.files = files,
+            .outputDirectory = directory,
+            .options = options,
+            .appendMethodLetter = state_.settings.raw.filenameAppend != 0};
+  }
+
+  void Convert(const std::string& directory, const std::vector<std::string>& files) {
+    const auto batch = Batch(directory, files);
+    if (arguments_.dryRun) return Preview(batch);
+    progress_.Begin(files);
+    answers_.BeginRun();
+    const platform::SystemClock clock;
+    for (auto& file :
+         rawconvert::RunBatchConversion(batch, settings_, *developer_, {answers_, progress_, clock}, state_.stop)) {
+      results_[file.source] = file;
+    }
+  }
+
+  void Preview(const rawconvert::BatchConversion& batch) {
+    for (const auto& source : batch.files) {
+      auto& result = results_[source];
+      result.output = rawconvert::ConvertedPath(source, settings_.method, batch);
+      const bool isSource = platform::SameFile(source, result.output);
+      const bool stays = platform::Exists(result.output) && !arguments_.overwrite;
+      if (!isSource && !stays) result.result = Converted::Yes;
+    }
+  }
+
+  /// Why a file has no result; empty if it has one.
+  std::string Reason(const ConvertedFile& file) const {
+    if (file.result == Converted::Yes) return {};
+    if (!file.message.empty()) return file.message;
+    if (!file.output.empty()) return given_.Of(file.output) + ": exists, skipped";
+    return answers_.messages.empty() ? "not converted" : answers_.messages.front();
+  }
+
+  void Report() {
+    progress_.Clear();
+    auto array = Json::array();
+    for (const auto& given : arguments_.files) {
+      const auto& file = results_[given_.Add(given)];
+      const bool ok = file.result == Converted::Yes;
+      const auto reason = Reason(file);
+      if (!ok && !(arguments_.skip && file.result == Converted::Skipped)) state_.Fail(Named(given, reason));
+      const auto output = ok ? given_.Of(file.output) : std::string();
+      if (!state_.json) {
+        if (ok) PrintLine(given + ": " + (arguments_.dryRun ? "would be converted to " : "converted to ") + output);
+        continue;
+      }
+      Json object;
+      PutPath(object, "path", given);
+      ok ? PutPath(object, "output", output) : void(object["output"] = nullptr);
+      object["ok"] = ok;
+      object["message"] = JsonText(reason);
+      array.push_back(std::move(object));
+    }
+    if (state_.json) PrintJson(array);
+  }
+
+  static std::string Named(const std::string& given, const std::string& reason) {
+    return reason.find(given) == std::string::npos ? given + ": " + reason : reason;
+  }
+
+  const ConvertArguments& arguments_;
+  RunState& state_;
+  rawconvert::RawConversionSettings settings_;
+  const std::unique_ptr<rawconvert::RawDeveloper> developer_;
+  const platform::LocaleText locale_ = platform::LocaleText::FromEnvironment();
+  GivenPaths given_;
+  ConvertAnswers answers_;
+  ConvertProgress progress_;
+  std::map<std::string, std::vector<std::string>> runs_;  ///< by the directory that they go to
+  std::map<std::string, ConvertedFile> results_;          ///< by full path
+};
+
+}  // namespace
+
+void AddConvertCommand(CLI::App& program, RunState& state) {
+  auto* command = program.add_subcommand("convert", "Develop raw files and write them as pictures");
+  auto arguments = std::make_shared<ConvertArguments>();
+  command->add_option("files", arguments->files, "Raw files")->required();
+  command->add_option("--out", arguments->out, "Directory for the pictures; made if it is missing");
+  command->add_option("--format", arguments->format, "jpeg, jp2-8, jp2-16, png-8, png-16, tiff-8 or tiff-16")
+      ->transform(CLI::CheckedTransformer(Formats()));
+  command->add_option("--method", arguments->method, "normal, linear or combined")
+      ->transform(CLI::CheckedTransformer(kMethods));
+  command->add_option("--quality", arguments->quality, "Of JPEG and JPEG 2000")->check(CLI::Range(0, 100));
+  auto* overwrite = command->add_flag("--overwrite", arguments->overwrite, "Replace files that exist");
+  command->add_flag("--skip", arguments->skip, "Leave files that exist")->excludes(overwrite);
+  command->add_flag("--dry-run", arguments->dryRun, "Only tell what would be written");
+  command->callback(
+      [arguments, &state] { state.action = [arguments, &state] { ConvertRun(*arguments, state).Run(); }; });
+}
+
+}  // namespace ml::cli
