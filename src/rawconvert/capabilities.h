@@ -14,13 +14,13 @@ enum class CapabilityKind { Eos1D, EosD60, Eos10D, PhotoEffects, EightBit, Other
 
 struct Capabilities {
   CapabilityKind kind = CapabilityKind::OtherCanon;
-  std::span<const ValueRow> contrast;  ///< also saturation's; empty: not to be set
-  std::span<const ValueRow> sharpness;
-  std::span<const ValueRow> tone;
-  std::span<const ValueRow> whiteBalance;
-  bool contrastShown = true;    ///< contrast and sharpness
-  bool saturationShown = true;  ///< shown, and to be set if the method lets it
-  bool saturationEnabled = true;
+  // The lists; an empty one means that there is nothing to set
+  std::span<const ValueRow> contrast = {};
+  std::span<const ValueRow> saturation = {};
+  std::span<const ValueRow> sharpness = {};
+  std::span<const ValueRow> tone = {};
+  std::span<const ValueRow> whiteBalance = {};
+  bool contrastShown = true;  ///< contrast and sharpness, which may be shown with nothing to set
   bool exposureCompensation = false;
   bool colourMatrix = false;  ///< with sharpening level and object
   bool falseResolutionFilter = false;

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "rawconvert/camera_family.h"
+
 namespace ml::rawconvert {
 
 /// The development engine failed; what() names the code for a log. Whoever reports it makes the sentence, with
@@ -33,6 +35,9 @@ bool IsCancel(std::uint32_t code);
 std::string RawFileComplaint(std::uint32_t code, const std::string& model);
 /// What the preview of a conversion dialog shows.
 std::string PreviewComplaint(std::uint32_t code);
+
+/// What the preview shows when a development failed: of a D60 file in the root directory it says more.
+std::string PreviewFailure(const CameraFamily& family, const std::string& path);
 
 /// The camera image engine failed. what() is the code's name.
 class CameraImageError : public std::runtime_error {

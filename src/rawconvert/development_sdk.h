@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "imaging/decoded_picture.h"
 #include "imaging/pixel_buffer.h"
 #include "rawconvert/develop_watch.h"
 #include "rawconvert/raw_develop_params.h"
@@ -18,13 +19,11 @@ enum class DevelopScale { Full, Small };
 struct DevelopRequest {
   OutputCode output = OutputCode::Bits8;
   DevelopScale scale = DevelopScale::Full;
+  int colourTemperature = 5800;  ///< kelvin, for the white balance "Color temp"
 };
 
-struct PictureSize {
-  int width = 0;  ///< pixels, as the sensor saw it, not turned
-  int height = 0;
-  bool operator==(const PictureSize&) const = default;
-};
+/// Pixels, as the sensor saw it, not turned.
+using imaging::PictureSize;
 
 /// One opened raw file. For one thread at a time.
 class DevelopablePicture {

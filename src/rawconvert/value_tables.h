@@ -15,9 +15,10 @@ struct ValueRow {
   std::string_view label;
 };
 
-std::span<const ValueRow> ContrastValues(bool fiveSteps);
+enum class LevelSteps { Three, Five };
+std::span<const ValueRow> ContrastValues(LevelSteps steps);
 /// With "No sharpening" where the camera has it.
-std::span<const ValueRow> SharpnessValues(bool fiveSteps, bool noSharpening);
+std::span<const ValueRow> SharpnessValues(LevelSteps steps, bool noSharpening);
 enum class ToneSteps { Two, Four };
 std::span<const ValueRow> ToneValues(ToneSteps steps);
 /// White balance of the three kinds of Canon cameras and of NEF files; kAsShot, or 255 for NEF, is the first.

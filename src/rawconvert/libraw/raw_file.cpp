@@ -1,0 +1,343 @@
+#include "rawconvert/libraw/raw_file.h"
+
+#include <libraw/libraw.h>
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <vector>
+
+#include "imaging/jpeg/jpeg_decoder.h"
+#include "metadata/byte_source.h"
+#include "metadata/crw_file.h"
+#include "platform/errors.h"
+#include "platform/readable_file.h"
+#include "rawconvert/develop_error.h"
+#include "rawconvert/libraw/preview_balance.h"
+#include "rawconvert/look/render_picture.h"
+
+namespace ml::rawconvert {
+namespace {
+
+constexpr unsigned kMaxRawMemoryMiB = 512;
+constexpr std::uint64_t kMaxFile = std::uint64_t{768} << 20;
+/// The closest packing has more than a bit a pixel. A file far below was cut off.
+constexpr long long kMaxPixelsPerByte = 32;
+constexpr std::uint32_t kNoMemory = 3;
+/// Side of the square around a white point that is averaged, in pixels.
+constexpr int kPatch = 16;
+/// The interpolation by which pixels get their missing colours: adaptive by homogeneity.
+constexpr int kAdaptive = 3;
+constexpr int kGridColumns = 48, kGridRows = 32;
+/// Percentage at which our own steps begin.
+constexpr int kRenderFrom = 85;
+
+struct StageRow {
+  LibRaw_progress stage;
+  int from, to;  ///< percent
+};
+constexpr StageRow kStages[] = {{LIBRAW_PROGRESS_LOAD_RAW, 0, 15},
+                                {LIBRAW_PROGRESS_SCALE_COLORS, 20, 25},
+                                {LIBRAW_PROGRESS_PRE_INTERPOLATE, 25, 30},
+                                {LIBRAW_PROGRESS_INTERPOLATE, 30, kRenderFrom}};
+
+std::uint32_t CodeOf(int result, bool known) {
+  switch (result) {
+    case LIBRAW_FILE_UNSUPPORTED:
+      return known ? develop_code::kUnsupported : develop_code::kInvalid;
+    case LIBRAW_NOT_IMPLEMENTED:
+      return develop_code::kUnsupported;
+    case LIBRAW_UNSUFFICIENT_MEMORY:
+    case LIBRAW_TOO_BIG:
+    case LIBRAW_MEMPOOL_OVERFLOW:
+      return kNoMemory;
+    case LIBRAW_DATA_ERROR:
+      return develop_code::kCorrupt;
+    default:
+      return develop_code::kInvalid;
+  }
+}
+
+}  // namespace
+
+/// The library's object, with the rows of its colour step left to ours; 766 KB, so never on the stack.
+class RawFile::Decoder final : public LibRaw {
+ public:
+  explicit Decoder(std::vector<std::byte> file) : file_(std::move(file)) {
+    set_dataerror_handler([](void*, const char*, auto) {}, nullptr);  // the usual ones print
+    set_memerror_handler([](void*, const char*, const char*) {}, nullptr);
+    set_progress_handler(OnProgress, this);
+    Reopen();
+  }
+
+  imaging::PictureSize Size() const { return {shown_.width, shown_.height}; }
+  RawResult Develop(const RawOrder& order, const DevelopWatch& watch);
+
+ private:
+  /// Where the picture lies in what the library takes for it.
+  struct Shown {
+    int left = 0, top = 0, width = 0, height = 0;
+  };
+
+  void convert_to_rgb_loop(float out_cam[3][4]) override {
+    for (std::size_t row = 0; row < 3; ++row) {
+      for (std::size_t column = 0; column < 4; ++column) toSrgb_[row][column] = out_cam[row][column];
+    }
+  }
+
+  static int OnProgress(void* self, LibRaw_progress stage, int done, int all);
+  void Check(int result);
+  void Reopen();
+  void Unpack();
+  void FindShown();
+  WhiteBalanceFacts Facts() const;
+  std::optional<WhiteBalanceCoefficients> MeasureAt(WhitePoint point) const;
+  SensorGrid Grid() const;
+  std::optional<WhiteBalanceCoefficients> MatchPreview() const;
+  std::optional<WhiteBalanceCoefficients> Measured(const WhiteBalanceChoice& choice) const;
+  double SampleAt(int x, int y, std::size_t& colour) const;
+  void SetParameters(const RawOrder& order);
+  SensorPicture Picture(bool small) const;
+
+  std::vector<std::byte> file_;
+  bool opened_ = false, unpacked_ = false;
+  Shown shown_;
+  SensorMatrix toSrgb_{};
+  const DevelopWatch* watch_ = nullptr;
+};
+
+int RawFile::Decoder::OnProgress(void* self, LibRaw_progress stage, int done, int all) {
+  const auto* watch = static_cast<Decoder*>(self)->watch_;
+  if (watch == nullptr) return 0;
+  if (watch->stop.stop_requested()) return 1;
+  for (const auto& row : kStages) {
+    if (row.stage != stage || watch->progress == nullptr || all <= 0) continue;
+    watch->progress->percent(row.from + (row.to - row.from) * std::clamp(done, 0, all) / all);
+  }
+  return 0;
+}
+
+void RawFile::Decoder::Check(int result) {
+  if (result == LIBRAW_SUCCESS) return;
+  const bool known = imgdata.idata.model[0] != 0;
+  opened_ = unpacked_ = false;  // the library has let go of the file
+  if (result == LIBRAW_CANCELLED_BY_CALLBACK || (watch_ != nullptr && watch_->stop.stop_requested())) {
+    throw platform::Cancelled();
+  }
+  throw DevelopError(CodeOf(result, known));
+}
+
+void RawFile::Decoder::Reopen() {
+  recycle();
+  clearCancelFlag();
+  Check(open_buffer(file_.data(), file_.size()));
+  opened_ = true;
+  const auto& sizes = imgdata.sizes;
+  const auto pixels = static_cast<long long>(sizes.raw_width) * sizes.raw_height;
+  if (pixels > imaging::kMaxPixelsWhole) throw DevelopError(kNoMemory);
+  if (pixels <= 0 || static_cast<long long>(file_.size()) * kMaxPixelsPerByte < pixels || imgdata.idata.colors < 3) {
+    throw DevelopError(develop_code::kInvalid);
+  }
+  FindShown();
+}
+
+void RawFile::Decoder::FindShown() {
+  const auto& sizes = imgdata.sizes;
+  const auto& sensor = imgdata.makernotes.canon;
+  shown_ = {0, 0, sizes.width, sizes.height};
+  const int left = sensor.SensorLeftBorder - sizes.left_margin, top = sensor.SensorTopBorder - sizes.top_margin;
+  const int width = sensor.SensorRightBorder - sensor.SensorLeftBorder + 1;
+  const int height = sensor.SensorBottomBorder - sensor.SensorTopBorder + 1;
+  // The camera's own picture, which is what the shooting data tell the size of.
+  const bool inside = left >= 0 && top >= 0 && left + width <= sizes.width && top + height <= sizes.height;
+  if (inside && width > 16 && height > 16) shown_ = {left, top, width, height};
+}
+
+void RawFile::Decoder::Unpack() {
+  if (!opened_) Reopen();
+  if (unpacked_) return;
+  const std::stop_callback cancel(watch_->stop, [this] { setCancelFlag(); });
+  Check(unpack());
+  if (error_count() > 0) throw DevelopError(develop_code::kCorrupt);
+  unpacked_ = true;
+}
+
+WhiteBalanceFacts RawFile::Decoder::Facts() const {
+  const auto& colour = imgdata.rawdata.color;
+  WhiteBalanceFacts facts;
+  facts.colours = std::clamp(imgdata.rawdata.iparams.colors, 3, 4);
+  if (colour.cam_mul[0] > 0 && colour.cam_mul[1] > 0 && colour.cam_mul[2] > 0) {
+    std::copy_n(colour.cam_mul, 4, facts.asShot.multipliers.begin());
+  }
+  for (std::size_t i = 0; i < facts.presets.size(); ++i) {
+    const auto* preset = colour.WB_Coeffs[i];
+    if (preset[0] <= 0 || preset[1] <= 0 || preset[2] <= 0) continue;
+    for (std::size_t c = 0; c < 4; ++c) facts.presets[i].multipliers[c] = static_cast<float>(preset[c]);
+  }
+  for (std::size_t row = 0; row < 4; ++row) {
+    for (std::size_t column = 0; column < 3; ++column) {
+      facts.sensorOfXyz[row][column] = static_cast<double>(colour.cam_xyz[row][column]);
+    }
+  }
+  return facts;
+}
+
+/// Above black, at a place of what the library takes for the picture.
+double RawFile::Decoder::SampleAt(int x, int y, std::size_t& colour) const {
+  const auto& raw = imgdata.rawdata;
+  colour = static_cast<std::size_t>(const_cast<Decoder*>(this)->COLOR(y, x));
+  const auto at = static_cast<std::size_t>(y + raw.sizes.top_margin) * (raw.sizes.raw_pitch / 2U) +
+                  static_cast<std::size_t>(x + raw.sizes.left_margin);
+  return std::max(0.0, static_cast<double>(raw.raw_image[at]) - raw.color.black - raw.color.cblack[colour]);
+}
+
+std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MeasureAt(WhitePoint point) const {
+  const auto begin = [](int at, int offset, int shown, int all) {
+    return std::clamp(offset + std::clamp(at, 0, shown - 1) - kPatch / 2, 0, std::max(0, all - kPatch));
+  };
+  const auto& sizes = imgdata.rawdata.sizes;
+  const int left = begin(point.x, shown_.left, shown_.width, sizes.width);
+  const int top = begin(point.y, shown_.top, shown_.height, sizes.height);
+  std::array<double, 4> sum{}, count{};
+  for (int y = top; y < std::min<int>(top + kPatch, sizes.height); ++y) {
+    for (int x = left; x < std::min<int>(left + kPatch, sizes.width); ++x) {
+      std::size_t colour = 0;
+      const double sample = SampleAt(x, y, colour);
+      sum[colour] += sample;
+      ++count[colour];
+    }
+  }
+  if (count[3] == 0) sum[3] = sum[1], count[3] = count[1];
+  WhiteBalanceCoefficients result;
+  for (std::size_t c = 0; c < 4; ++c) {
+    if (sum[c] <= 0) return std::nullopt;  // black has no colour
+    result.multipliers[c] = static_cast<float>(count[c] / sum[c]);
+  }
+  return result;
+}
+
+SensorGrid RawFile::Decoder::Grid() const {
+  SensorGrid grid{kGridColumns, kGridRows, {}};
+  const double limit = static_cast<double>(imgdata.rawdata.color.maximum) - imgdata.rawdata.color.black;
+  for (int i = 0; i < grid.columns * grid.rows; ++i) {
+    const int left = shown_.left + i % grid.columns * shown_.width / grid.columns;
+    const int top = shown_.top + i / grid.columns * shown_.height / grid.rows;
+    std::array<double, 4> sum{}, count{};
+    for (int y = top; y < top + shown_.height / grid.rows; ++y) {
+      // Every other pair of columns is enough.
+      for (int x = left; x < left + shown_.width / grid.columns; x += (x & 1) != 0 ? 3 : 1) {
+        std::size_t colour = 0;
+        const double sample = SampleAt(x, y, colour);
+        sum[colour] += sample;
+        ++count[colour];
+      }
+    }
+    sum[1] += sum[3];
+    count[1] += count[3];
+    std::array<double, 3> cell{};
+    for (std::size_t c = 0; c < 3; ++c) cell[c] = sum[c] / std::max(1.0, count[c]) / limit;
+    grid.cells.push_back(cell);
+  }
+  return grid;
+}
+
+std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MatchPreview() const {
+  if (imgdata.rawdata.iparams.colors != 3) return std::nullopt;
+  SensorMatrix toSrgb{};
+  for (std::size_t row = 0; row < 3; ++row) std::copy_n(imgdata.rawdata.color.rgb_cam[row], 4, toSrgb[row].begin());
+  try {
+    const metadata::MemorySource source(file_);
+    const auto range = metadata::FindCrwPreview(source);
+    if (!range) return std::nullopt;
+    const auto scale = [](int width, int height) {
+      return imaging::LeastCoveringEighths(width, height, kGridColumns, kGridRows);
+    };
+    const auto preview = imaging::DecodeJpeg(source, range->position, scale, imaging::PixelOrder::Rgb);
+    if (preview.damaged) return std::nullopt;
+    return BalanceOfPreview(Grid(), preview.pixels, toSrgb);
+  } catch (const std::runtime_error&) {
+    return std::nullopt;  // a preview that cannot be read is as good as none
+  }
+}
+
+std::optional<WhiteBalanceCoefficients> RawFile::Decoder::Measured(const WhiteBalanceChoice& choice) const {
+  if (imgdata.rawdata.raw_image == nullptr) return std::nullopt;
+  if (choice.code == -1) return MeasureAt(choice.point);
+  return choice.code == 0 ? std::nullopt : MatchPreview();
+}
+
+void RawFile::Decoder::SetParameters(const RawOrder& order) {
+  auto& params = imgdata.params;
+  params.half_size = order.small ? 1 : 0;
+  params.user_qual = kAdaptive;
+  params.no_auto_bright = 1;
+  params.adjust_maximum_thr = 0;  // white is the sensor's limit, not what a picture happens to hold
+  params.user_flip = 0;
+  params.output_color = 1;
+  params.max_raw_memory_mb = kMaxRawMemoryMiB;
+  params.use_camera_wb = 0;
+  auto multipliers = MultipliersFor(order.whiteBalance, Facts());
+  if (!multipliers) multipliers = Measured(order.whiteBalance);
+  params.use_auto_wb = multipliers ? 0 : 1;
+  std::fill_n(params.user_mul, 4, 0.0F);
+  if (multipliers) std::copy_n(multipliers->multipliers.begin(), 4, params.user_mul);
+}
+
+SensorPicture RawFile::Decoder::Picture(bool small) const {
+  const int part = small ? 2 : 1;
+  SensorPicture picture{.samples = imgdata.image[0],
+                        .width = imgdata.sizes.iwidth,
+                        .height = imgdata.sizes.iheight,
+                        .colours = imgdata.rawdata.iparams.colors,
+                        .left = shown_.left / part,
+                        .top = shown_.top / part};
+  picture.shownWidth = std::min(shown_.width / part, picture.width - picture.left);
+  picture.shownHeight = std::min(shown_.height / part, picture.height - picture.top);
+  return picture;
+}
+
+RawResult RawFile::Decoder::Develop(const RawOrder& order, const DevelopWatch& watch) {
+  struct Watching {
+    Decoder& decoder;
+    ~Watching() { decoder.watch_ = nullptr; }
+  } const watching{*this};
+  watch_ = &watch;
+  if (watch.stop.stop_requested()) throw platform::Cancelled();
+  Unpack();
+  SetParameters(order);
+  {
+    const std::stop_callback cancel(watch.stop, [this] { setCancelFlag(); });
+    Check(dcraw_process());
+  }
+  RawResult result;
+  std::copy_n(imgdata.color.pre_mul, 4, result.coefficients.multipliers.begin());
+  if (result.coefficients.multipliers[3] <= 0) result.coefficients.multipliers[3] = result.coefficients.multipliers[1];
+  auto look = order.look;
+  if (order.small) look.sharpening = 0;
+  result.pixels = RenderPicture(Picture(order.small),
+                                {.look = look,
+                                 .toSrgb = toSrgb_,
+                                 .gain = CameraGain(imgdata.idata.model),
+                                 .bytesPerSample = order.bytesPerSample},
+                                watch.stop);
+  free_image();
+  if (watch.progress != nullptr) watch.progress->percent(100);
+  return result;
+}
+
+RawFile::RawFile(std::unique_ptr<Decoder> decoder) : decoder_(std::move(decoder)) {}
+RawFile::~RawFile() = default;
+
+std::unique_ptr<RawFile> RawFile::Open(const std::string& path) {
+  const auto file = platform::OpenIfReadable(path);
+  if (!file) return nullptr;
+  if (file->Size() > kMaxFile) throw DevelopError(kNoMemory);
+  if (file->Size() == 0) throw DevelopError(develop_code::kInvalid);
+  return std::unique_ptr<RawFile>(new RawFile(std::make_unique<Decoder>(file->Range(0, file->Size()))));
+}
+
+imaging::PictureSize RawFile::Size() const { return decoder_->Size(); }
+
+RawResult RawFile::Develop(const RawOrder& order, const DevelopWatch& watch) { return decoder_->Develop(order, watch); }
+
+}  // namespace ml::rawconvert
