@@ -17,6 +17,7 @@
 #include "platform/file_status.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/text.h"
 
 namespace ml::imagefiles {
 namespace {
@@ -105,7 +106,8 @@ void ReadSource(MetadataBlocks& blocks, const std::string& source, const ImageFi
                 const platform::LocaleText& locale) {
   auto& shooting = blocks.shooting.emplace(source, options.ForExif());
   blocks.iptc = {shooting.iptc, shooting.iptcSurroundings};
-  auto told = shooting;  // making the text changes the record
+  shooting.comment = platform::TrimRight(shooting.comment);  // fields are filled up with blanks
+  auto told = shooting;                                      // making the text changes the record
   FillProfileName(told);
   blocks.summary = GetPropertiesText(told, locale);
   const auto exifFile = ExifFileOf(source);
