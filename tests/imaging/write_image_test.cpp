@@ -90,7 +90,7 @@ TEST(WriteImage, PngKeepsGreyPicturesInOneChannel) {
 TEST(WriteImage, Jpeg2000LosesNothingFromQuality99On) {
   const std::pair<int, double> rates[] = {{-5, 0.01}, {0, 0.01}, {1, 0.01}, {50, 0.5}, {98, 0.98}, {99, 1}, {100, 1}};
   for (const auto& [quality, rate] : rates) EXPECT_EQ(RateOf(quality), rate) << quality;
-  for (const auto& [width, height] : {std::pair(1, 1), std::pair(70, 41), std::pair(1100, 5)}) {
+  for (const auto& [width, height] : {std::pair(1, 1), std::pair(1025, 9), std::pair(9, 1025), std::pair(70, 41)}) {
     const auto pixels = Ramp(width, height, 2);
     const auto bytes = BytesOf(Written(WrittenFormat::Jpeg2000, pixels, {}, 99));
     const metadata::MemorySource source(bytes);

@@ -173,7 +173,7 @@ void WriteRows(OutputFile& out, const PixelRows& pixels, platform::Interaction* 
       if (ask != nullptr) ShowRow(pixels, y, error.what(), *ask);
       throw;
     }
-    out.RowsDone(y + count, pixels.height);
+    out.Done(y + count, pixels.height);
   }
 }
 
