@@ -117,15 +117,23 @@ void ReadSource(MetadataBlocks& blocks, const std::string& source, const ImageFi
   if (blocks.makerNote.bytes.empty()) IfReadable([&] { ReadFileNote(blocks, source); });
 }
 
+/// A profile that cannot be used would make other programs show wrong colours or refuse the file.
+void KeepUsable(std::vector<std::byte>& profile) {
+  if (!imaging::ColourProfile::FromMemory(profile)) profile.clear();
+}
+
 }  // namespace
 
 MetadataBlocks ReadMetadataBlocks(const std::string& source, const std::string& profile,
                                   const ImageFileOptions& options, const platform::LocaleText& locale) {
   MetadataBlocks blocks;
   if (!profile.empty()) IfReadable([&] { blocks.icc = platform::ReadFile(profile, imaging::kMaxColourProfile); });
+  KeepUsable(blocks.icc);
   if (source.empty() || !platform::ReadFileStatus(source)) return blocks;
   ReadSource(blocks, source, options, locale);
-  if (blocks.icc.empty()) blocks.icc = ReadEmbeddedProfile(source).value_or(metadata::IccProfile());
+  if (!blocks.icc.empty()) return blocks;
+  blocks.icc = ReadEmbeddedProfile(source).value_or(metadata::IccProfile());
+  KeepUsable(blocks.icc);
   return blocks;
 }
 

@@ -131,7 +131,8 @@ TEST(WrittenFiles, ReadBackWithAllThatTravels) {
 TEST(WrittenFiles, JpegDescribesItsOwnPicture) {
   const test::TempDir dir;
   const auto path = dir.Write("source.jpg", Source());
-  WriteImage(WrittenFormat::Jpeg, Halves(1), ReadMetadataBlocks(path, "", {}, {}), dir / "a.jpg", {.resolution = 240});
+  WriteImage(WrittenFormat::Jpeg, Halves(1), ReadMetadataBlocks(path, dir.Write("broken.icc", "profile?"), {}, {}),
+             dir / "a.jpg", {.resolution = 240});
   const auto file = test::ReadAll(dir / "a.jpg").value();
   EXPECT_EQ(file.substr(0, 24),
             std::string("\xff\xd8\xff\xe0\0\x10JFIF\0\1\1\1\0\xf0\0\xf0\0\0\xff\xe1", 22) + file.substr(22, 2));
