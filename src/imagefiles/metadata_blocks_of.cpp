@@ -17,6 +17,7 @@
 #include "platform/file_status.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/text.h"
 
 namespace ml::imagefiles {
 namespace {
@@ -105,7 +106,8 @@ void ReadSource(MetadataBlocks& blocks, const std::string& source, const ImageFi
                 const platform::LocaleText& locale) {
   auto& shooting = blocks.shooting.emplace(source, options.ForExif());
   blocks.iptc = {shooting.iptc, shooting.iptcSurroundings};
-  auto told = shooting;  // making the text changes the record
+  shooting.comment = platform::TrimRight(shooting.comment);  // fields are filled up with blanks
+  auto told = shooting;                                      // making the text changes the record
   FillProfileName(told);
   blocks.summary = GetPropertiesText(told, locale);
   const auto exifFile = ExifFileOf(source);
@@ -115,15 +117,23 @@ void ReadSource(MetadataBlocks& blocks, const std::string& source, const ImageFi
   if (blocks.makerNote.bytes.empty()) IfReadable([&] { ReadFileNote(blocks, source); });
 }
 
+/// A profile that cannot be used would make other programs show wrong colours or refuse the file.
+void KeepUsable(std::vector<std::byte>& profile) {
+  if (!imaging::ColourProfile::FromMemory(profile)) profile.clear();
+}
+
 }  // namespace
 
 MetadataBlocks ReadMetadataBlocks(const std::string& source, const std::string& profile,
                                   const ImageFileOptions& options, const platform::LocaleText& locale) {
   MetadataBlocks blocks;
   if (!profile.empty()) IfReadable([&] { blocks.icc = platform::ReadFile(profile, imaging::kMaxColourProfile); });
+  KeepUsable(blocks.icc);
   if (source.empty() || !platform::ReadFileStatus(source)) return blocks;
   ReadSource(blocks, source, options, locale);
-  if (blocks.icc.empty()) blocks.icc = ReadEmbeddedProfile(source).value_or(metadata::IccProfile());
+  if (!blocks.icc.empty()) return blocks;
+  blocks.icc = ReadEmbeddedProfile(source).value_or(metadata::IccProfile());
+  KeepUsable(blocks.icc);
   return blocks;
 }
 

@@ -84,9 +84,11 @@ std::vector<std::byte> Boxes(const PixelRows& pixels, const MetadataBlocks& bloc
   return out.Take();
 }
 
-std::vector<std::byte> CodeStream(const PixelRows& pixels, const std::string& path, const WriteOptions& options) {
+std::vector<std::byte> CodeStream(const PixelRows& pixels, OutputFile& out, const std::string& path,
+                                  const WriteOptions& options) {
   try {
-    auto bytes = EncodeJp2CodeStream(pixels, RateOf(options.quality), options.threads);
+    auto bytes = EncodeJp2CodeStream(pixels, RateOf(options.quality), options.threads,
+                                     [&](int done, int all) { out.Done(done, all); });
     if (bytes.size() <= std::numeric_limits<std::uint32_t>::max() - kBoxHeader) return bytes;
   } catch (const platform::LibraryError& error) {
     throw UserError(RefusalOf(error.Reason().c_str(), path, error.Description()));
@@ -101,11 +103,10 @@ void WriteJPEG2000(const PixelRows& pixels, const MetadataBlocks& blocks, const 
   OutputFile out(path, {messages::kWriteJp2}, options);
   ByteWriter boxes(ByteOrder::Big);
   boxes.Bytes(Prepared(messages::kWriteJp2, path, [&] { return Boxes(pixels, blocks); }));
-  const auto codeStream = CodeStream(pixels, path, options);
+  const auto codeStream = CodeStream(pixels, out, path, options);
   AppendHead(boxes, "jp2c", codeStream.size());
   out.Write(boxes.View());
   out.Write(codeStream);
-  out.RowsDone(pixels.height, pixels.height);
   out.Commit();
 }
 

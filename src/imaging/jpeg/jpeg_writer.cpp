@@ -120,7 +120,7 @@ bool Encode(Encoder& encoder, const PixelRows& pixels, const std::vector<std::by
       rows[static_cast<std::size_t>(i)] = reinterpret_cast<JSAMPROW>(const_cast<std::byte*>(pixels.Row(y + i)));
     }
     jpeg_write_scanlines(&info, rows.data(), static_cast<JDIMENSION>(count));
-    if (!encoder.Does([&] { encoder.out.RowsDone(y + count, pixels.height); })) return false;
+    if (!encoder.Does([&] { encoder.out.Done(y + count, pixels.height); })) return false;
   }
   jpeg_finish_compress(&info);
   return true;

@@ -148,7 +148,7 @@ bool Encode(Encoder& encoder, png_structp png, png_infop info, const PixelRows& 
   if (!contents.grey && pixels.order == PixelOrder::Bgr) png_set_bgr(png);
   for (int y = 0; y < pixels.height; ++y) {
     png_write_row(png, LibraryRow(pixels, y, contents.grey, encoder.row.data()));
-    if (!encoder.Does([&] { encoder.out.RowsDone(y + 1, pixels.height); })) return false;
+    if (!encoder.Does([&] { encoder.out.Done(y + 1, pixels.height); })) return false;
   }
   png_write_end(png, nullptr);
   return true;

@@ -53,6 +53,7 @@ std::vector<std::byte> PngTexts(const MetadataBlocks& blocks) {
   texts.Add("Author", FirstValue(blocks.iptc, dataset::kByLine));
   texts.Add("Comment", FirstValue(blocks.iptc, dataset::kSpecialInstructions));
   texts.Add("Copyright", FirstValue(blocks.iptc, dataset::kCopyright));
+  texts.Add(metadata::kRawIptcKey, metadata::BuildRawIptcText(blocks.iptc), PngTextForm::Bytes);
   return texts.Take();
 }
 

@@ -86,8 +86,9 @@ void AddPicture(TiffTags& tags, const PixelRows& pixels, int resolution, const m
   tags.Short(0x115, pixels.channels);
   tags.Short(0x116, pixels.height);
   tags.Long(0x117, static_cast<std::uint32_t>(StripSize(pixels)));
-  tags.Rational(0x11a, static_cast<std::uint32_t>(resolution), 1);
-  tags.Rational(0x11b, static_cast<std::uint32_t>(resolution), 1);
+  const auto dots = static_cast<std::uint32_t>(std::max(resolution, 0));
+  tags.Rational(0x11a, dots, 1);
+  tags.Rational(0x11b, dots, 1);
   tags.Short(0x11c, 1);
   tags.Short(0x128, 2);
 }
@@ -173,7 +174,7 @@ void WriteRows(OutputFile& out, const PixelRows& pixels, platform::Interaction* 
       if (ask != nullptr) ShowRow(pixels, y, error.what(), *ask);
       throw;
     }
-    out.RowsDone(y + count, pixels.height);
+    out.Done(y + count, pixels.height);
   }
 }
 

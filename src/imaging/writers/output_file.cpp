@@ -53,7 +53,7 @@ void OutputFile::Write(std::span<const std::byte> bytes) {
   gathered_.insert(gathered_.end(), bytes.begin(), bytes.end());
 }
 
-void OutputFile::RowsDone(int done, int all) {
+void OutputFile::Done(int done, int all) {
   if (options_.stop.stop_requested()) throw platform::Cancelled();
   const int percent = static_cast<int>(done * 100LL / all);
   if (options_.progress != nullptr && percent != percent_) options_.progress->percent(percent);

@@ -27,8 +27,8 @@ class OutputFile {
 
   /// Appends; small pieces are gathered.
   void Write(std::span<const std::byte> bytes);
-  /// Tells that `done` of `all` rows are written. Throws Cancelled.
-  void RowsDone(int done, int all);
+  /// Tells that `done` of `all` rows, or other parts of the work, are behind us. Throws Cancelled.
+  void Done(int done, int all);
   /// The last call.
   void Commit();
 

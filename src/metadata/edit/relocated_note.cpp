@@ -97,9 +97,9 @@ std::vector<std::byte> RelocatedNote(std::span<const std::byte> note, ByteOrder 
       AppendValue(out, value, entry.type, turned);
       out.Zeros(kInEntry - value.Size());
     } else {
+      if (values.Size() % 2 != 0) values.Byte(0);
       out.Long(static_cast<std::uint32_t>(newOffset + valuesAt + values.Size()));
       AppendValue(values, value, entry.type, turned);
-      if (values.Size() % 2 != 0) values.Byte(0);
     }
   }
   out.Long(0);
