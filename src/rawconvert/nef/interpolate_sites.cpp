@@ -21,7 +21,7 @@ inline std::int16_t Distance(std::int16_t a, std::int16_t b) {
 
 /// Twice the gradient of direction `D` at site `k`, so that half weights stay whole: at most 8 x 4095.
 template <int Parity, int D>
-std::int16_t Gradient(const SiteWindow& w, int k) {
+[[gnu::always_inline]] inline std::int16_t Gradient(const SiteWindow& w, int k) {
   constexpr int Y = kStep[D][0], X = kStep[D][1];
   const auto difference = [&]<int Y1, int X1, int Y2, int X2>() {
     return Distance(w.At<Parity, Y1, X1>()[k], w.At<Parity, Y2, X2>()[k]);
@@ -71,7 +71,7 @@ struct Pull {
 };
 
 template <int Parity, Sensor S, int D>
-Pull PullOf(const SiteWindow& w, int k) {
+[[gnu::always_inline]] inline Pull PullOf(const SiteWindow& w, int k) {
   constexpr int Y = kStep[D][0], X = kStep[D][1];
   const auto at = [&]<int Y1, int X1>() { return static_cast<int>(w.At<Parity, Y1, X1>()[k]); };
   const int own = 2 * (at.template operator()<2 * Y, 2 * X>() + at.template operator()<0, 0>());

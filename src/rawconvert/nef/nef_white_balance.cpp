@@ -1,6 +1,8 @@
 #include "rawconvert/nef/nef_white_balance.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <iterator>
 
 #include "rawconvert/nef/four_colours.h"
@@ -24,6 +26,7 @@ constexpr Light kLights[] = {
 /// Sums over red, green and blue sites; there are twice as many green ones.
 struct Sums {
   double red = 0, green = 0, blue = 0;
+  double& Of(int colour) { return colour == 0 ? red : colour == 1 ? green : blue; }
   NefMultipliers Multipliers(double scale) const {
     return {red > 0 && green > 0 ? scale * green / red : 1, blue > 0 && green > 0 ? scale * green / blue : 1};
   }
@@ -50,8 +53,7 @@ void AddCell(const NefSensor& sensor, int y, int x, Sums& sums) {
   for (int i = 0; i < 4; ++i) {
     const int row = y + i / 2, column = x + i % 2;
     const int sample = sensor.Row(row)[column];
-    const int colour = ColourAt(sensor.camera, row, column);
-    (colour == 0 ? sums.red : colour == 1 ? sums.green : sums.blue) += sample < kLevels ? sample : 0;
+    sums.Of(ColourAt(sensor.camera, row, column)) += sample < kLevels ? sample : 0;
   }
 }
 
@@ -69,10 +71,29 @@ NefMultipliers AtPoint(const NefSensor& sensor, const NefSettings& settings) {
   return sums.Multipliers(ScaleOf(sensor));
 }
 
+/// Sums of the columns of each parity in a row, of the levels that count.
+std::array<std::uint64_t, 2> SumRow(const NefSensor& sensor, int y) {
+  std::array<std::uint64_t, 2> sums{};
+  const auto* row = sensor.Row(y);
+  for (int x = 0; x + 1 < sensor.width; x += 2) {
+    sums[0] += row[x] < kLevels ? row[x] : 0;
+    sums[1] += row[x + 1] < kLevels ? row[x + 1] : 0;
+  }
+  return sums;
+}
+
 NefMultipliers OfFrame(const NefSensor& sensor) {
   Sums sums;
   for (int y = 0; y + 1 < sensor.height; y += 2) {
-    for (int x = 0; x + 1 < sensor.width; x += 2) AddCell(sensor, y, x, sums);
+    if (sensor.camera.colours == 4) {
+      for (int x = 0; x + 1 < sensor.width; x += 2) AddCell(sensor, y, x, sums);
+      continue;
+    }
+    for (const int row : {y, y + 1}) {
+      const auto halves = SumRow(sensor, row);
+      sums.Of(ColourAt(sensor.camera, row, 0)) += static_cast<double>(halves[0]);
+      sums.Of(ColourAt(sensor.camera, row, 1)) += static_cast<double>(halves[1]);
+    }
   }
   return sums.Multipliers(ScaleOf(sensor));
 }
