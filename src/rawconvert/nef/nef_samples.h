@@ -25,6 +25,7 @@ std::vector<std::uint16_t> DecodeCompressedNef(metadata::ByteView data, const Ne
 /// How samples of 12 bits stand one behind another.
 struct NefPacking {
   int rowSamples = 0;         ///< of a row in the file, those that are not kept among them
+  bool twoFields = false;     ///< the even rows stand before the odd ones
   bool tensWithByte = false;  ///< a byte of zero follows each ten samples; a row has whole tens
 };
 /// Bytes that such data have.

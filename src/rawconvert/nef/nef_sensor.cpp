@@ -49,11 +49,11 @@ std::optional<Storage> WideD100(const ByteSource& source, const NefDirectory& ra
   const NefGrid grid{kWideD100, height};
   const int rowWithSkipped = kWideD100 + kSkippedD100;
   if (raw.strip.size == std::uint64_t{raw.height} * kWideD100 * kBits / 8) {
-    const NefPacking whole{rowWithSkipped, false};
+    const NefPacking whole{.rowSamples = rowWithSkipped};
     const bool holdsSkipped = raw.strip.position + PackedNefSize(whole, height) <= source.Size();
-    return Storage{false, grid, {holdsSkipped ? rowWithSkipped : kWideD100, false}};
+    return Storage{false, grid, {.rowSamples = holdsSkipped ? rowWithSkipped : kWideD100}};
   }
-  const NefPacking tens{rowWithSkipped, true};
+  const NefPacking tens{.rowSamples = rowWithSkipped, .tensWithByte = true};
   if (raw.strip.size == PackedNefSize(tens, height) && HasZeroBytes(source, raw.strip))
     return Storage{false, grid, tens};
   return std::nullopt;
@@ -65,7 +65,7 @@ Storage FindStorage(const ByteSource& source, const NefLayout& layout) {
   if (layout.camera->index == kNefD100) {
     if (const auto wide = WideD100(source, raw)) return *wide;
   }
-  const NefPacking tight{grid.width, false};
+  const NefPacking tight{.rowSamples = grid.width, .twoFields = layout.camera->index == kNefE5700};
   if (raw.strip.size >= PackedNefSize(tight, grid.height)) return {false, grid, tight};
   if (raw.compression == kCompressed) return {true, grid};
   throw raw.compression <= kUncompressed ? NefError::Cut : NefError::UnknownLayout;
