@@ -22,6 +22,7 @@ void AddExpandCommand(CLI::App& program, RunState& state);
 void AddThumbCommand(CLI::App& program, RunState& state);
 void AddPreviewCommand(CLI::App& program, RunState& state);
 void AddHistogramCommand(CLI::App& program, RunState& state);
+void AddRawCommand(CLI::App& program, RunState& state);
 void AddRotateCommand(CLI::App& program, RunState& state);
 void AddAdjustTimeCommand(CLI::App& program, RunState& state);
 void AddTimestampCommand(CLI::App& program, RunState& state);

@@ -74,6 +74,7 @@ int Main(int argc, char** argv) {
   AddThumbCommand(program, state);
   AddPreviewCommand(program, state);
   AddHistogramCommand(program, state);
+  AddRawCommand(program, state);
   AddRotateCommand(program, state);
   AddAdjustTimeCommand(program, state);
   AddTimestampCommand(program, state);

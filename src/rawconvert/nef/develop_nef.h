@@ -2,7 +2,7 @@
 
 #include "imaging/decoded_picture.h"
 #include "imaging/pixel_buffer.h"
-#include "rawconvert/nef/nef_run.h"
+#include "rawconvert/develop_watch.h"
 #include "rawconvert/nef/nef_sensor.h"
 #include "rawconvert/nef/nef_settings.h"
 #include "rawconvert/nef/nef_white_balance.h"
@@ -13,11 +13,12 @@ namespace ml::rawconvert {
 imaging::PictureSize DevelopedNefSize(const NefSensor& sensor);
 /// The picture in red, green and blue, two bytes a sample. Tells of progress from 20 to 100. Throws
 /// platform::Cancelled on a stop request; several threads may develop from one sensor.
-imaging::PixelBuffer DevelopNef(const NefSensor& sensor, const NefSettings& settings, const NefRun& run = {});
+imaging::PixelBuffer DevelopNef(const NefSensor& sensor, const NefSettings& settings, const DevelopWatch& watch = {});
 
 /// Of what DevelopNefSmall gives: half of the sensor without its border; not brought to square pixels.
 imaging::PictureSize SmallNefSize(const NefSensor& sensor);
 /// A quick picture for previews, each pixel from the four sites of a cell, one byte a sample. Throws as above.
-imaging::PixelBuffer DevelopNefSmall(const NefSensor& sensor, const NefSettings& settings, const NefRun& run = {});
+imaging::PixelBuffer DevelopNefSmall(const NefSensor& sensor, const NefSettings& settings,
+                                     const DevelopWatch& watch = {});
 
 }  // namespace ml::rawconvert

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace ml::rawconvert {
@@ -20,9 +21,9 @@ constexpr NefCamera kCameras[] = {
 }  // namespace
 
 const NefCamera* FindNefCamera(std::string_view model) {
-  const auto wanted = platform::TrimRight(model);
+  const auto wanted = platform::AsciiLower(platform::TrimRight(model));
   const auto found = std::ranges::find_if(
-      kCameras, [&](const NefCamera& camera) { return platform::EqualsIgnoreCase(camera.model, wanted); });
+      kCameras, [&](const NefCamera& camera) { return platform::AsciiLower(camera.model) == wanted; });
   return found == std::end(kCameras) ? nullptr : found;
 }
 

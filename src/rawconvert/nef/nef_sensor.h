@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "metadata/byte_source.h"
+#include "rawconvert/develop_watch.h"
 #include "rawconvert/nef/nef_camera.h"
-#include "rawconvert/nef/nef_run.h"
 
 namespace ml::rawconvert {
 
@@ -26,8 +26,8 @@ struct NefSensor {
 
 /// Reads the raw data of a file, compressed or not; tells of progress from 0 to 20. Throws UserError naming `path`
 /// where the camera is not known, the data are cut off or damaged, or sizes cannot be true.
-NefSensor ReadNefSensor(const metadata::ByteSource& source, const std::string& path, const NefRun& run = {});
+NefSensor ReadNefSensor(const metadata::ByteSource& source, const std::string& path, const DevelopWatch& watch = {});
 /// The same for the file at `path`.
-NefSensor ReadNefSensor(const std::string& path, const NefRun& run = {});
+NefSensor ReadNefSensor(const std::string& path, const DevelopWatch& watch = {});
 
 }  // namespace ml::rawconvert
