@@ -17,6 +17,8 @@
 #include "platform/read_directory.h"
 #include "rawconvert/batch/batch_conversion.h"
 #include "rawconvert/batch/output_directory.h"
+#include "rawconvert/camera_family.h"
+#include "rawconvert/normalise_settings.h"
 #include "rawconvert/raw_developer.h"
 
 /// convert: develops raw files and writes the pictures as JPEG, JPEG 2000, PNG or TIFF.
@@ -143,6 +145,7 @@ class ConvertRun {
 
   void Convert(const std::string& directory, const std::vector<std::string>& files) {
     const auto batch = Batch(directory, files);
+    TakeDevelopValues(files.front());
     if (arguments_.dryRun) return Preview(batch);
     progress_.Begin(files);
     answers_.BeginRun();
@@ -151,6 +154,18 @@ class ConvertRun {
          rawconvert::RunBatchConversion(batch, settings_, *developer_, {answers_, progress_, clock}, state_.stop)) {
       results_[file.source] = file;
     }
+  }
+
+  /// Those of the settings, as far as the camera of the first file knows them.
+  void TakeDevelopValues(const std::string& first) {
+    const metadata::ExifData exif(first);
+    const auto family = rawconvert::FamilyOf(first, exif);
+    auto values = options::RawDialogValuesOf(state_.settings);
+    const bool eos1D = family.isEos1D || family.isEos1Ds;
+    rawconvert::NormaliseForDialog(settings_, values, family,
+                                   eos1D ? rawconvert::ConversionDialog::Eos1D : rawconvert::ConversionDialog::Other,
+                                   exif);
+    rawconvert::SetDevelopValues(settings_, values, family);
   }
 
   void Preview(const rawconvert::BatchConversion& batch) {

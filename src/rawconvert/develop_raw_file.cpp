@@ -13,8 +13,6 @@
 namespace ml::rawconvert {
 namespace {
 
-/// A custom white point, and what stands for the balance that the last render took.
-constexpr int kCustomWhiteBalance = -1;
 /// The sharpness of a render whose highlights are replaced.
 constexpr int kLowSharpness = -1;
 
@@ -32,9 +30,9 @@ struct Order {
   DevelopWatch Watch() const { return {.progress = &progress, .stop = stop}; }
 };
 
-NefSensor ReadSensor(const std::string& path, const NefRun& run) {
+NefSensor ReadSensor(const std::string& path, const DevelopWatch& watch) {
   try {
-    return ReadNefSensor(path, run);
+    return ReadNefSensor(path, watch);
   } catch (const platform::UserError& error) {
     throw UndevelopableRaw(error.what());
   }
@@ -42,15 +40,14 @@ NefSensor ReadSensor(const std::string& path, const NefRun& run) {
 
 DevelopedRaw DevelopNefFile(const Order& order) {
   const auto& develop = order.settings.develop;
-  const NefRun run{.progress = [&](int percent) { order.progress.percent(percent); }, .stop = order.stop};
-  const auto sensor = ReadSensor(order.path, run);
+  const auto sensor = ReadSensor(order.path, order.Watch());
   const auto point = develop.CustomPoint();
   const NefSettings settings{.tone = order.settings.method == Method::Linear ? NefTone::Linear : NefTone::Normal,
                              .whiteBalance = develop.WhiteBalance(),
                              .customX = point.x,
                              .customY = point.y,
                              .saturation = develop.Saturation()};
-  return {DevelopNef(sensor, settings, run), order.depth.output16};
+  return {DevelopNef(sensor, settings, order.Watch()), order.depth.output16};
 }
 
 DevelopedRaw DevelopCameraImage(const Order& order) {
@@ -100,7 +97,8 @@ std::optional<DevelopedRaw> DevelopWithSdk(const Order& order) {
 
   auto params = ParamsOf(order);
   const auto code = order.depth.work16 ? OutputCode::Bits16 : OutputCode::Bits8;
-  auto pixels = collection.Develop(params, {.output = code}, order.Watch());
+  auto pixels =
+      collection.Develop(params, {.output = code, .colourTemperature = settings.colourTemperature10D}, order.Watch());
   if (settings.sameWhiteBalance != 0) {
     params.SetWhiteBalance(kCustomWhiteBalance);
     settings.develop = params;
@@ -112,7 +110,8 @@ std::optional<DevelopedRaw> DevelopWithSdk(const Order& order) {
     order.progress.NextPass();
     params.SetLinear(true);
     params.SetWhiteBalance(kCustomWhiteBalance);
-    auto linear = collection.Develop(params, {.output = OutputCode::Bits16}, order.Watch());
+    auto linear = collection.Develop(
+        params, {.output = OutputCode::Bits16, .colourTemperature = settings.colourTemperature10D}, order.Watch());
     order.progress.text(messages::kCombining);
     imaging::CombineRenders(pixels, linear, order.exif.model, order.stop);
   }

@@ -67,6 +67,23 @@ void NormaliseForDialog(RawConversionSettings& settings, RawDialogValues& values
   }
 }
 
+void SetDevelopValues(RawConversionSettings& settings, const RawDialogValues& values, const CameraFamily& family) {
+  RawDevelopParams develop;
+  develop.SetHeader();
+  develop.SetContrast(values.contrast);
+  develop.SetSaturation(values.saturation);
+  develop.SetSharpness(values.sharpness);
+  develop.SetFalseColourFilter(settings.falseColourFilter != 0);
+  develop.SetTone(values.tone);
+  develop.SetExposureCompensation(values.exposureCompensation);
+  develop.SetWhiteBalance(values.whiteBalance);
+  if (values.whiteBalance == kCustomWhiteBalance) develop.SetCustomPoint(values.customPoint);
+  develop.SetPhotoEffect(values.photoEffect);
+  if (family.is10D) develop.SetColourSpace(settings.colourSpace == 0 ? kAsShot : settings.colourSpace);
+  settings.photoEffect = values.photoEffect;
+  settings.develop = develop;
+}
+
 bool Is16BitFormat(int format) { return format == 2 || format == 4 || format == 6; }
 
 bool NeedsEightBitWarning(const CameraFamily& family, int format, Method method) {

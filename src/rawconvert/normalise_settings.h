@@ -14,6 +14,8 @@ enum class ConversionDialog { Eos1D, Other };
 /// Brings what a dialog is about to show into what its camera family knows.
 void NormaliseForDialog(RawConversionSettings& settings, RawDialogValues& values, const CameraFamily& family,
                         ConversionDialog dialog, const metadata::ExifData& exif);
+/// Fills `settings.develop` with what a dialog was told.
+void SetDevelopValues(RawConversionSettings& settings, const RawDialogValues& values, const CameraFamily& family);
 /// A sharpness as it is sent to the development of this family: "No sharpening" is Low where it does not exist.
 int SharpnessFor(const CameraFamily& family, int sharpness);
 /// Smart Noise Reduction: 0, 50, 75 or 95.

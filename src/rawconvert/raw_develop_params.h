@@ -8,6 +8,8 @@ namespace ml::rawconvert {
 
 /// Stands for "as shot" in the values of the development engine.
 inline constexpr int kAsShot = -10;
+/// The white balance of a custom point, and what stands for the balance that the last render took.
+inline constexpr int kCustomWhiteBalance = -1;
 /// The sharpness "No sharpening".
 inline constexpr int kNoSharpening = 3;
 
