@@ -35,7 +35,17 @@ class NameCounts {
   std::unordered_map<std::string, int> left_;
 };
 
-/// The rules that everybody knows, name by name.
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
+/// What no file system takes, or what would upset whoever lists the names.
+void RequireUsable(const NewName& row) {
+  const auto stem = platform::SplitPath(row.newName).stem;
+  if (stem.empty() || stem == "." || stem == ".." || std::ranges::any_of(row.newName, IsControl)) {
+    throw UserError(notAName(row.oldName));
+  }
+  if (row.newName.size() > kLongestName) throw UserError(nameTooLong(row.oldName));
+}
+
 void CheckNames(const std::vector<NewName>& rows) {
   NameCounts names(rows, [](std::string_view name) { return std::string(name); });
   for (const auto& row : rows) {
@@ -44,21 +54,12 @@ void CheckNames(const std::vector<NewName>& rows) {
     if (row.isCanonRaw && platform::CodePointCount(name) > kLongestRawName) {
       throw UserError(rawNameTooLong(row.oldName, name));
     }
+    RequireUsable(row);
     if (names.ComesAgain(row)) throw UserError(duplicateName(name));
   }
-}
-
-bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
-
-/// What no file system takes, or what would hide or mix up files on some.
-void CheckFileNames(const std::vector<NewName>& rows) {
+  // Two files here, but only one of them would arrive where case is ignored, as on a camera's card.
   NameCounts folded(rows, platform::nameFold);
   for (const auto& row : rows) {
-    const auto stem = platform::SplitPath(row.newName).stem;
-    if (stem.empty() || stem == "." || stem == ".." || std::ranges::any_of(row.newName, IsControl)) {
-      throw UserError(notAName(row.oldName));
-    }
-    if (row.newName.size() > kLongestName) throw UserError(nameTooLong(row.oldName));
     if (folded.ComesAgain(row)) throw UserError(sameButForCase(row.newName));
   }
 }
@@ -88,7 +89,6 @@ void CheckNewNames(const std::string& directory, const NewNames& names, catalogu
                    imagefiles::CompanionFinder& companions) {
   if (names.HasConflict()) throw UserError(kNamesConflict);
   CheckNames(names.rows);
-  CheckFileNames(names.rows);
   if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0) throw UserError(notWritable(directory));
   const auto paths = PathsOf(directory, names);
   const auto plan = catalogue::PlanRename(paths.sources, paths.destinations, caseMode, companions);
