@@ -53,10 +53,17 @@ class Undoer {
       if (step.kind != EditKind::Lost && !step.undone && IsInForce(step)) due.push_back(i);
     }
     context_.begin();
+    std::map<std::string, std::string> changed;  // a path in each directory
     for (const auto i : due) {
-      RevertStep(log.steps[i], context_);
-      context_.undone(i);
+      const auto& step = log.steps[i];
+      RevertStep(step, context_);
+      if (!IsPlanned(step)) {
+        context_.undone(i);
+      } else {  // needs no note, and therefore not to be lasting before the next one
+        changed.emplace(DirectoryOf(step.path), step.path);
+      }
     }
+    for (const auto& [directory, path] : changed) OpenDirectory(fileSystem_, path).Sync();
   }
 
  private:
