@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -157,8 +158,9 @@ class Undoer {
 
   std::optional<std::uint64_t> Inode(const std::string& path) const {
     struct stat status {};
-    if (fileSystem_.Stat(path, Links::Keep, status) != 0) return std::nullopt;
-    return status.st_ino;
+    if (fileSystem_.Stat(path, Links::Keep, status) == 0) return status.st_ino;
+    if (errno != ENOENT) ThrowFileError(messages::kUnableToRead, path, errno);
+    return std::nullopt;
   }
 
   /// Of a plan any number of steps may have come to pass, so that other files of it may bear a step's names.
