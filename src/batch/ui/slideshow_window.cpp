@@ -107,7 +107,6 @@ SlideshowWindow::SlideshowWindow(SlideshowState state, TaggedPaths tagged, Slide
   cursorRests_.start();
   if (parent != nullptr) {
     setScreen(parent->screen());
-    setPalette(parent->palette());
   }
   setGeometry(screen()->geometry());
   setWindowState(Qt::WindowFullScreen);
