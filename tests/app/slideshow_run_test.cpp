@@ -49,7 +49,8 @@ class SlideshowCommand : public testing::Test {
     QTimer::singleShot(20, &frame, [&] {
       auto* show = qobject_cast<SlideshowWindow*>(QApplication::activeModalWidget());
       if (show == nullptr) return;
-      met = QTest::qWaitFor([&] { return !show->Player().Shown().path.empty(); }, 30'000);
+      met = QTest::qWaitForWindowActive(show) &&
+            QTest::qWaitFor([&] { return !show->Player().Shown().path.empty(); }, 30'000);
       use(*show);
       show->close();
     });
