@@ -49,7 +49,7 @@ ScreenSaverHold::ScreenSaverHold(const QString& reason) {
 ScreenSaverHold::~ScreenSaverHold() {
   if (!cookie_) return;
   cookie_->over = true;
-  if (cookie_->number) Release(*cookie_->number);
+  if (const auto number = cookie_->number) Release(*number);
 }
 
 }  // namespace ml::batch::ui
