@@ -63,7 +63,7 @@ constexpr std::pair<const char*, CommandId> kDialogs[] = {
     {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
     {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
     {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
-    {"shortcuts", CommandId::KeyboardShortcuts},
+    {"shortcuts", CommandId::KeyboardShortcuts}, {"slideshow", CommandId::Slideshow},
 };
 
 std::vector<Shot> AllShots() {

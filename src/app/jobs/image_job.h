@@ -28,6 +28,7 @@ struct ImageJob {
   /// Called on the job's thread. What it throws ends the job.
   std::function<void(const std::string& path, const ImageJobTools& tools)> act;
   platform::ui::JobWindowShows window = platform::ui::JobWindowShows::AfterHalfASecond;
+  QWidget* over = nullptr;  ///< boxes and progress stand over it; null: the main window
 };
 
 /// Runs the job over all its paths with the worker standing still. Whatever comes of it, the edits made until then can
