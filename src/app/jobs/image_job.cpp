@@ -52,6 +52,10 @@ void CommitEdits(CommandContext& context, const std::string& what, platform::Edi
 
 void RunImageJob(CommandContext& context, const ImageJob& job) {
   if (job.paths.empty()) return;
+  RunWholeJob(context, {job.title, [&](const ImageJobTools& tools) { RunAll(job, tools); }, job.window});
+}
+
+void RunWholeJob(CommandContext& context, const WholeJob& job) {
   auto& session = context.session;
   const platform::PauseGuard thumbnails(session.Worker());
   const platform::PauseGuard pictures(context.view.Display().Gate());
@@ -63,7 +67,7 @@ void RunImageJob(CommandContext& context, const ImageJob& job) {
                           .shows = job.window,
                           .nice = NiceOf(session.settings.raw.threadPriority)},
                          session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
-                           RunAll(job, {host, stop, batch});
+                           job.run({host, stop, batch});
                          });
   } catch (const platform::Cancelled&) {
     // What was done stays done.
