@@ -13,7 +13,12 @@
 namespace ml::imagefiles {
 
 /// The fields of the table unless the user has fields of his own; "|" stands for the delimiter.
-extern const std::string_view kDefaultExportFormat;
+inline constexpr std::string_view kDefaultExportFormat =
+    "@file@|@fileSizePlain@|@model@|@bodyID@|@firmware@|@owner@|@dateTime@|@copyright@|@shutter@|@aperture@|"
+    "@exposureMode@|@exposureCompensation@|@aebShotNumber@|@aebExpCompensation@|@flash@|@EFguideNumber@|"
+    "@flashCompensation@|@meteringMode@|@driveMode@|@selfTimer@|@iso@|@lens@|@focalLength@|@subjectDistance@|"
+    "@macro@|@focusMode@|@focusPoint@|@width@|@height@|@quality@|@whiteBalance@|@saturation@|@sharpness@|"
+    "@contrast@|@customFunctions@|@caption@";
 inline constexpr std::string_view kDefaultExportName = "info.txt";
 
 /// The delimiter that the user typed: one of , ; | or ^t for a tab. Nothing for anything else.

@@ -55,10 +55,20 @@ inline std::string StaysReadOnly(const std::string& path) { return "ERROR: unabl
 inline std::string CopyFailed(const std::string& path, const std::string& reason) {
   return "Error copying EXIF data to:\n" + path + "\n" + reason;
 }
+inline std::string TakesNoExif(const std::string& path) {
+  return "EXIF data cannot be copied to a file of this format:\n" + path;
+}
+inline std::string NoShootingData(const std::string& path) { return "There are no EXIF data to copy in:\n" + path; }
+inline std::string NoTarget(const std::string& directory) {
+  return "No JPEG or TIFF file of this name to copy EXIF data to in " + directory;
+}
+inline std::string ReadOnly(const std::string& path) { return path + " is read-only"; }
 
 inline std::string ExportFailed(const std::string& path, const std::string& reason) {
   return "ERROR: Unable to write EXIF data to:\n" + path + "\n" + reason;
 }
+inline constexpr char kIsAnImage[] = "This is an image";
+inline std::string TextIsAnImage(const std::string& path) { return "Not written, as it is an image:\n" + path; }
 
 inline std::string OutputIsNoDirectory(const std::string& path) {
   return "Specified output directory exists but is not a directory:\n" + path;
@@ -71,6 +81,13 @@ inline std::string DirectoryNotMade(const std::string& path, const std::string& 
 }
 inline std::string Exists(const std::string& path) { return path + " exists"; }
 inline std::string NoJpegIn(const std::string& path) { return "Error reading JPEG from:\n" + path; }
+inline std::string NoRawFile(const std::string& path) { return path + " is no raw file"; }
+inline std::string NoViewingJpeg(const std::string& path) { return path + " has no viewing JPEG"; }
+inline std::string ViewingJpegUnwanted(const std::string& path) {
+  return path + " has its JPEG beside it, and viewing JPEGs are not copied";
+}
+inline std::string WithoutExif(const std::string& reason) { return "without EXIF data: " + reason; }
+inline std::string NotTurned(const std::string& reason) { return "not turned: " + reason; }
 inline std::string CutShort(const std::string& path) { return "Error reading from:\n" + path; }
 inline std::string NotWritten(const std::string& path, const std::string& reason) {
   return "Error writing to:\n" + path + "\n" + reason;

@@ -15,8 +15,8 @@ enum class ToolResult { Done, Skipped, Failed };
 
 /// What became of one image, or of one of the files made for it.
 struct ToolItem {
-  std::string path;    ///< the image
-  std::string output;  ///< the file that was changed or made, or would have been; empty if there is none
+  std::string path;      ///< the image
+  std::string output{};  ///< the file that was changed or made, or would have been; empty if there is none
   ToolResult result = ToolResult::Done;
   std::string note{};  ///< why it was skipped or failed
 };
