@@ -11,7 +11,7 @@ namespace ml::app {
 
 struct ExportChoice {
   imagefiles::ExportSettings settings{};  ///< its format is empty where the usual fields are wanted
-  std::string ownFormat{};              ///< the user's own fields, wanted or not
+  std::string ownFormat{};                ///< the user's own fields, wanted or not
   bool ownFields = false;
   bool all = false;  ///< all images of the directory instead of the selected ones
 };
