@@ -27,7 +27,7 @@ struct Option {
   bool ExtractSettings::*on;
 };
 constexpr std::array kOptions = {
-    Option{"Give them the &shooting data of the raw file", &ExtractSettings::exif},
+    Option{"Give them the shootin&g data of the raw file", &ExtractSettings::exif},
     Option{"&Turn them upright, without loss", &ExtractSettings::rotate},
     Option{"Set the time of the files to that of the s&hot", &ExtractSettings::timestamp},
     Option{messages::kCopyViewingJpegs.data(), &ExtractSettings::viewingJpegs},

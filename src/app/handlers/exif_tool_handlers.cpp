@@ -8,6 +8,7 @@
 #include "app/jobs/image_job.h"
 #include "app/jobs/tool_job.h"
 #include "app/main_frame.h"
+#include "app/marrowlantern_view.h"
 #include "app/path_lines.h"
 #include "app/session.h"
 #include "imagefiles/tools/messages.h"
@@ -34,6 +35,11 @@ constexpr std::string_view kExportJob = "Export EXIF Data", kCopyFromJob = "Copy
                                "*.raf;*.pef)|*.jpg;*.jpe;*.jpeg;*.tif;*.tiff;*.crw;*.thm;*.nef;*.mrw;"
                                "*.orf;*.raf;*.pef|All files (*.*)|*.*||";
 
+std::string Exported(int count) {
+  return "EXIF data of " + std::to_string(count) + (count == 1 ? " image" : " images") + " exported";
+}
+std::string Extracted(int count) { return std::to_string(count) + (count == 1 ? " JPEG" : " JPEGs") + " extracted"; }
+
 ToolImages ImagesFor(const Session& session) {
   ToolImages images{.directory = {}, .selected = session.TargetPaths(), .all = session.list.files};
   images.directory = platform::normaliseDirectory(platform::DirectoryOf(images.First()));
@@ -49,11 +55,13 @@ std::string UnlessSuggested(const std::string& answer, const std::string& sugges
   return answer == suggested ? std::string() : answer;
 }
 
-/// Why images were left out, each on a line.
+/// What could not be done, and why, a line for each image.
 void TellNotes(CommandContext& context, const ToolReport& report) {
   std::vector<std::string> notes;
   for (const auto& item : report) {
-    if (!item.note.empty()) notes.push_back(item.note);
+    if (item.note.empty()) continue;
+    const bool named = item.note.find(item.path) != std::string::npos || item.note.find(item.output) == 0;
+    notes.push_back(named ? item.note : item.path + ": " + item.note);
   }
   if (notes.empty()) return;
   context.session.Ask().message({.text = PathLines(notes).substr(1)});
@@ -141,10 +149,11 @@ void ExportExif(CommandContext& context) {
   if (!choice) return;
   Remember(*choice, keys);
   remembered = UnlessSuggested(choice->settings.output, suggested);
-  const auto report = RunToolJob(context, {std::string(kExportJob), [&](const EditTools& tools, const ToolRun& run) {
-                                             imagefiles::ExportExif(choice->all ? images.all : images.selected,
-                                                                    choice->settings, session.locale, tools, run);
-                                           }});
+  const auto write = [&](const EditTools& tools, const ToolRun& run) {
+    imagefiles::ExportExif(choice->all ? images.all : images.selected, choice->settings, session.locale, tools, run);
+  };
+  const auto report = RunToolJob(context, {std::string(kExportJob), write});
+  if (const int count = CountDone(report); count > 0) ShowStatus(context, Exported(count));
   TellNotes(context, report);
 }
 
@@ -186,10 +195,12 @@ void ExtractJpegs(CommandContext& context) {
   Remember(choice->settings, session);
   remembered = UnlessSuggested(choice->settings.directory, suggested);
   if (!imagefiles::EnsureExtractDirectory(choice->settings.directory, session.Ask())) return;
-  const auto report = RunToolJob(
-      context, {std::string(messages::kExtractTitle), [&](const EditTools& tools, const ToolRun& run) {
-                  imagefiles::ExtractJpegs(choice->all ? raws.all : raws.selected, choice->settings, tools, run);
-                }});
+  context.view.RefreshTree();  // it may be new
+  const auto extract = [&](const EditTools& tools, const ToolRun& run) {
+    imagefiles::ExtractJpegs(choice->all ? raws.all : raws.selected, choice->settings, tools, run);
+  };
+  const auto report = RunToolJob(context, {std::string(messages::kExtractTitle), extract});
+  if (const int count = CountDone(report); count > 0) ShowStatus(context, Extracted(count));
   TellNotes(context, report);
 }
 

@@ -15,7 +15,7 @@ using imagefiles::ToolItem;
 using imagefiles::ToolReport;
 using imagefiles::ToolResult;
 
-/// Files that were made are images of the list, if they lie in its directory, or stand in the tree with theirs.
+/// Images that were made in the directory on show join the list.
 void BringUpToDate(CommandContext& context, const ToolReport& report) {
   auto& session = context.session;
   std::vector<std::string> changed;
@@ -23,15 +23,15 @@ void BringUpToDate(CommandContext& context, const ToolReport& report) {
   for (const auto& item : report) {
     if (item.result != ToolResult::Done || item.output.empty()) continue;
     changed.push_back(item.output);
+    const bool here = platform::normaliseDirectory(platform::DirectoryOf(item.output)) == session.Images().Directory();
     const bool listed = session.list.IndexOfPath(item.output) >= 0;
-    isNew = isNew || (!listed && imagefiles::FindFormat(item.output) != nullptr);
+    isNew = isNew || (here && !listed && imagefiles::FindFormat(item.output) != nullptr);
   }
   session.FilesChanged(changed);
   if (isNew) {
     const auto top = context.view.TopPath();
     session.Images().RefreshDirectory();
     context.view.ScrollToTop(top);
-    context.view.RefreshTree();
   }
   const bool onShow = std::ranges::find(changed, session.list.currentPath) != changed.end();
   if (onShow && session.mode != ViewMode::Thumbnails) context.view.ReloadImage();
