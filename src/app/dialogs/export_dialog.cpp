@@ -39,7 +39,7 @@ std::optional<std::string> OutputRefusal(const std::string& path) {
   if (path.empty()) return "Please enter the name of the output file.";
   std::error_code error;
   if (fs::is_directory(path, error)) return messages::ExportFailed(path, "It is a directory");
-  const std::string directory(platform::DirectoryOf(path));
+  const auto directory = platform::normaliseDirectory(platform::DirectoryOf(path));
   if (!fs::is_directory(directory, error)) return messages::NoSuchDirectory(directory);
   return std::nullopt;
 }
@@ -57,7 +57,8 @@ class ExportDialog final : public ToolDialog {
     MakeDelimiter(*grid, start.settings);
     output_ = new PathField(
         start.settings.output, images.directory, [this](const auto& path) { return BrowseOutput(path); }, this);
-    AddField(*grid, "&Output file:", *output_, output_->Line());
+    auto* label = AddField(*grid, "&Output file:", *output_, output_->Line());
+    tableOnly_.insert(tableOnly_.end(), {label, output_});
     MakeExample();
     for (auto* button : {static_cast<QAbstractButton*>(table_), static_cast<QAbstractButton*>(own_),
                          static_cast<QAbstractButton*>(header_)}) {
@@ -116,10 +117,11 @@ class ExportDialog final : public ToolDialog {
     layout->addWidget(delimiter_);
     delimiterRemark_ = MakeRemark(whole);
     layout->addWidget(delimiterRemark_);
-    AddField(grid, "&Delimiter:", *whole, *delimiter_);
+    auto* label = AddField(grid, "&Delimiter:", *whole, *delimiter_);
     header_ = new QCheckBox(QStringLiteral("Begin with a line of &headings"), this);
     header_->setChecked(start.header);
     grid.addWidget(header_, grid.rowCount(), 1);
+    tableOnly_ = {own_, label, whole, header_};
   }
 
   void MakeExample() {
@@ -156,20 +158,16 @@ class ExportDialog final : public ToolDialog {
   }
 
   /// A field that does not count is off and says why.
-  static void Enable(bool on, const char* reason, QWidget& field, const QString& tip = {}) {
+  static void Enable(bool on, const char* reason, QWidget& field) {
     field.setEnabled(on);
-    field.setToolTip(on ? tip : QString::fromUtf8(reason));
+    field.setToolTip(on ? QString() : QString::fromUtf8(reason));
   }
 
   void Refresh() {
     const bool table = table_->isChecked();
-    Enable(table, kNoTable, *own_);
+    for (auto* field : tableOnly_) Enable(table, kNoTable, *field);
     for (auto* field : {static_cast<QWidget*>(format_), static_cast<QWidget*>(insert_)}) {
       Enable(table && own_->isChecked(), table ? kUsualFields : kNoTable, *field);
-    }
-    for (auto* field :
-         {static_cast<QWidget*>(delimiter_), static_cast<QWidget*>(header_), static_cast<QWidget*>(output_)}) {
-      Enable(table, kNoTable, *field);
     }
     SetRemarkText(*delimiterRemark_, table && !Delimiter() ? std::string(messages::kBadDelimiter) : "");
     const auto settings = Choice().settings;
@@ -193,6 +191,7 @@ class ExportDialog final : public ToolDialog {
   QLineEdit *format_, *delimiter_;
   QPushButton* insert_;
   QLabel *delimiterRemark_, *exampleLabel_;
+  std::vector<QWidget*> tableOnly_;  ///< what counts for the table alone
   PathField* output_;
   QPlainTextEdit* exampleText_;
 };

@@ -47,7 +47,7 @@ ToolDialog::ToolDialog(QWidget& parent, const Texts& texts, const ToolImages& im
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
-void ToolDialog::AddField(QGridLayout& grid, const char* label, QWidget& field, QWidget& focus) {
+QLabel* ToolDialog::AddField(QGridLayout& grid, const char* label, QWidget& field, QWidget& focus) {
   const int row = grid.rowCount();
   auto* text = new QLabel(QString::fromUtf8(label), field.parentWidget());
   text->setBuddy(&focus);
@@ -56,6 +56,7 @@ void ToolDialog::AddField(QGridLayout& grid, const char* label, QWidget& field, 
   text->setMinimumHeight(focus.sizeHint().height());
   grid.addWidget(text, row, 0, Qt::AlignTop);
   grid.addWidget(&field, row, 1);
+  return text;
 }
 
 void ToolDialog::Answer(bool all) {

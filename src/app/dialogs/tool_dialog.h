@@ -35,8 +35,8 @@ class ToolDialog : public QDialog {
  protected:
   /// Where the fields go.
   QVBoxLayout& Fields() { return *fields_; }
-  /// A label with the mnemonic of `field`, in a grid of labels and fields.
-  static void AddField(QGridLayout& grid, const char* label, QWidget& field, QWidget& focus);
+  /// Adds `field`, of which `focus` takes the keyboard, to a grid of labels and fields; gives the label.
+  static QLabel* AddField(QGridLayout& grid, const char* label, QWidget& field, QWidget& focus);
   /// Closes the dialog if Refusal() says nothing; `all` tells which button was pressed.
   void Answer(bool all);
   /// Why the tool cannot be used on these images with these values, a sentence.
