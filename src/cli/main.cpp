@@ -82,6 +82,9 @@ int Main(int argc, char** argv) {
   AddCopyCommand(program, state);
   AddMoveCommand(program, state);
   AddDeleteCommand(program, state);
+  AddCopyExifCommand(program, state);
+  AddExportExifCommand(program, state);
+  AddExtractJpegCommand(program, state);
   AddUndoCommand(program, state);
   try {
     program.parse(argc, argv);

@@ -52,13 +52,27 @@ void WriteTiffBlock(EditedFile& tiff, std::span<const std::byte> segment) {
   WriteTiffExif(tiff, {block});
 }
 
-/// From the block of a JPEG, the directories of a file that builds on TIFF, or else what the record knows.
-void WriteToTiff(EditedFile& tiff, const Source& source) {
-  if (!source.exif.exifBlock.empty()) return WriteTiffBlock(tiff, source.exif.exifBlock);
+/// The directories as the file has them, in its EXIF block or, where it builds on TIFF, in itself. False if there are
+/// none.
+bool WriteOwnDirectories(EditedFile& tiff, const Source& source) {
+  if (!source.exif.exifBlock.empty()) {
+    WriteTiffBlock(tiff, source.exif.exifBlock);
+    return true;
+  }
   const platform::ReadableFile file(source.path);
   const metadata::FileSource bytes(file);
   const auto place = source.format ? FindTiffPlace(*source.format, bytes) : std::nullopt;
-  if (place && source.exif.exifIfdEntryCount > 0) return WriteTiffExif(tiff, {bytes, place->base, place->magic});
+  if (!place || source.exif.exifIfdEntryCount == 0) return false;
+  WriteTiffExif(tiff, {bytes, place->base, place->magic});
+  return true;
+}
+
+/// Else, and where they are damaged, what the record knows.
+void WriteToTiff(EditedFile& tiff, const Source& source) {
+  try {
+    if (WriteOwnDirectories(tiff, source)) return;
+  } catch (metadata::ExifException) {
+  }
   WriteTiffBlock(tiff, metadata::BuildExifBlock(source.exif));
 }
 
@@ -141,15 +155,15 @@ class CopyRun {
     auto targets = FindCopyTargets(path, index_, job_.targets);
     const auto others = std::erase_if(targets, [&](const auto& target) { return platform::SameFile(path, target); });
     if (targets.empty() && others > 0) throw UserError(tool_messages::SameFiles(path));
-    if (targets.empty()) return notes_.Skip(path, "", tool_messages::NoTarget(job_.directory));
+    if (targets.empty()) return notes_.Skip(path, tool_messages::NoTarget(job_.directory));
     const Source source(path, tools_.options);
-    if (!HasShootingData(source.exif)) return notes_.Skip(path, "", tool_messages::NoShootingData(path));
+    if (!HasShootingData(source.exif)) return notes_.Skip(path, tool_messages::NoShootingData(path));
     for (const auto& target : targets) CopyOne(source, target);
   }
 
   void CopyOne(const Source& source, const std::string& target) {
     if (CopyTo(target, source, tools_, run_.host.ask) == CopyExifResult::Declined) {
-      return notes_.Skip(source.path, target, tool_messages::ReadOnly(target));
+      return notes_.Keep(source.path, target, tool_messages::ReadOnly(target));
     }
     notes_.Add({.path = source.path, .output = target});
   }

@@ -120,7 +120,7 @@ class ExportRun {
   void WriteText(const std::string& image, const std::string& name) {
     auto exif = ReadRecord(image, tools_);
     const auto path = Clear(name);
-    if (!path) return notes_.Skip(image, name, tool_messages::Exists(name));
+    if (!path) return notes_.Keep(image, name, tool_messages::Exists(name));
     if (IsImage(*path, {image})) throw UserError(tool_messages::TextIsAnImage(*path));
     TextOutput text(*path, tools_);
     const auto properties = metadata::GetPropertiesText(exif, locale_);

@@ -142,7 +142,7 @@ std::vector<std::string> ExtractedNames(const std::vector<std::string>& images, 
 ToolItem ExtractJpeg(const std::string& image, const std::string& output, const ExtractSettings& settings,
                      const EditTools& tools) {
   const auto skipped = [&](const std::string& why) {
-    return ToolItem{.path = image, .output = output, .result = ToolResult::Skipped, .note = why};
+    return ToolItem{.path = image, .result = ToolResult::Skipped, .note = why};
   };
   if (!platform::Exists(image)) throw UserError(tool_messages::NoJpegIn(image));
   if (!MayHoldJpeg(image)) return skipped(tool_messages::NoRawFile(image));
@@ -151,7 +151,9 @@ ToolItem ExtractJpeg(const std::string& image, const std::string& output, const 
   if (const auto refusal = Refusal(image, format, viewing, settings)) return skipped(*refusal);
   const auto existing = FindExisting(output);
   const bool isViewing = existing && !viewing.empty() && platform::SameFile(*existing, viewing);
-  if (existing && (!settings.overwrite || isViewing)) return skipped(tool_messages::Exists(*existing));
+  if (existing && (!settings.overwrite || isViewing)) {
+    return {.path = image, .output = *existing, .result = ToolResult::Kept, .note = tool_messages::Exists(*existing)};
+  }
 
   const metadata::ExifData exif(image, tools.options.ForExif());
   ExtractedJpeg jpeg{viewing.empty() ? ReadEmbedded(image, format) : platform::ReadFile(viewing)};

@@ -20,8 +20,11 @@ class ToolNotes {
     if (run_.told) run_.told(item);
     report_.push_back(std::move(item));
   }
-  void Skip(const std::string& path, std::string output, std::string why) {
-    Add({.path = path, .output = std::move(output), .result = ToolResult::Skipped, .note = std::move(why)});
+  void Skip(const std::string& path, std::string why) {
+    Add({.path = path, .result = ToolResult::Skipped, .note = std::move(why)});
+  }
+  void Keep(const std::string& path, std::string output, std::string why) {
+    Add({.path = path, .output = std::move(output), .result = ToolResult::Kept, .note = std::move(why)});
   }
   ToolReport Take() { return std::move(report_); }
 

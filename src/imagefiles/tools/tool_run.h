@@ -11,7 +11,12 @@
 /// What the tools share that work on many images, one after the other.
 namespace ml::imagefiles {
 
-enum class ToolResult { Done, Skipped, Failed };
+enum class ToolResult {
+  Done,
+  Skipped,
+  Kept,  ///< skipped, because the file at `output` is to stay as it is
+  Failed,
+};
 
 /// What became of one image, or of one of the files made for it.
 struct ToolItem {
