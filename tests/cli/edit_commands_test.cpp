@@ -265,7 +265,7 @@ TEST_F(EditCommands, ToolsLeaveTheirQuestionsToOptions) {
       {{"export-exif", photo}, {}, 2},
   };
   for (const auto& [command, answer, code] : cases) {
-    SCOPED_TRACE(command[0] + " " + command[2]);
+    SCOPED_TRACE(command[0] + " " + command.back());
     const auto before = Look(dir / "in");
     const auto refused = run(command);
     EXPECT_EQ(refused.exitCode, code);
