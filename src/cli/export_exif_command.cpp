@@ -14,20 +14,25 @@ namespace {
 
 struct ExportExifArguments {
   std::vector<std::string> files;
-  std::string out, format, delimiter = "|";
+  std::string out, format, delimiter;
   bool header = false, perFile = false, overwrite = false, skip = false, dryRun = false;
 };
 
-imagefiles::ExportSettings SettingsOf(const ExportExifArguments& arguments) {
-  const auto delimiter = imagefiles::ParseDelimiter(arguments.delimiter);
+/// What no option tells is as the settings have it.
+imagefiles::ExportSettings SettingsOf(const ExportExifArguments& arguments, const RunState& state) {
+  const auto& settings = state.settings.shootingData;
+  const auto stored = settings.exportCustomFormat != 0 ? settings.exportFormatString : "";
+  const std::string storedDelimiter(1, static_cast<char>(settings.exportDelimiter));
+  const auto delimiter =
+      imagefiles::ParseDelimiter(arguments.delimiter.empty() ? storedDelimiter : arguments.delimiter);
   if (!delimiter) throw WrongUsage(std::string(imagefiles::tool_messages::kBadDelimiter));
   if (arguments.perFile != arguments.out.empty()) {
     throw WrongUsage("name either a file by --out, or --per-file");
   }
   return {.mode = arguments.perFile ? imagefiles::ExportMode::TextPerImage : imagefiles::ExportMode::LinePerImage,
-          .format = arguments.format,
+          .format = arguments.format.empty() ? stored : arguments.format,
           .delimiter = *delimiter,
-          .header = arguments.header,
+          .header = arguments.header || settings.exportHeadings != 0,
           .output = platform::AbsolutePath(arguments.out)};
 }
 
@@ -39,7 +44,7 @@ bool MayWriteTable(const ExportExifArguments& arguments, RunState& state) {
 }
 
 void RunExportExif(const ExportExifArguments& arguments, RunState& state) {
-  const auto settings = SettingsOf(arguments);
+  const auto settings = SettingsOf(arguments, state);
   if (!MayWriteTable(arguments, state)) return;
   ToolAnswers answers;
   answers.overwrite = arguments.overwrite;

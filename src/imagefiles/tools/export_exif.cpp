@@ -102,13 +102,15 @@ class ExportRun {
     const auto& path = settings_.output;
     if (IsImage(path, images_)) throw UserError(tool_messages::ExportFailed(path, tool_messages::kIsAnImage));
     TextOutput table(path, tools_);
+    ToolReport written;  // told of when it is true
     if (settings_.header) table.Add(ExportHeader(settings_) + "\n");
     ForEachImage(images_, run_, notes_, tool_messages::FileOf, [&](const std::string& image, std::size_t) {
       auto exif = ReadRecord(image, tools_);
       table.Add(ExportLine(settings_, exif, tools_.options.ForExif(), locale_) + "\n");
-      notes_.Add({.path = image, .output = path});
+      written.push_back({.path = image, .output = path});
     });
     table.Commit();
+    for (auto& item : written) notes_.Add(std::move(item));
   }
 
   void WriteTexts() {
