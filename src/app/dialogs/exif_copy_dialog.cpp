@@ -87,9 +87,10 @@ class ExifCopyDialog final : public ToolDialog {
 
 }  // namespace
 
-std::optional<ExifCopyChoice> AskExifCopy(QWidget& parent, const ToolImages& images, const ExifCopyChoice& start) {
+std::optional<ExifCopyChoice> AskExifCopy(QWidget& parent, std::string& place, const ToolImages& images,
+                                          const ExifCopyChoice& start) {
   ExifCopyDialog dialog(parent, images, start);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (!dialog.RunAt(place)) return std::nullopt;
   return dialog.Choice();
 }
 

@@ -14,8 +14,9 @@ struct ExifCopyChoice {
   bool all = false;  ///< all images of the directory instead of the selected ones
 };
 
-/// Lets the user say where the files are that get the shooting data; the fields begin with `start`. Nothing if the user
-/// cancelled.
-std::optional<ExifCopyChoice> AskExifCopy(QWidget& parent, const ToolImages& images, const ExifCopyChoice& start);
+/// Lets the user say where the files are that get the shooting data; the fields begin with `start`. `place`: see
+/// ToolDialog::RunAt(). Nothing if the user cancelled.
+std::optional<ExifCopyChoice> AskExifCopy(QWidget& parent, std::string& place, const ToolImages& images,
+                                          const ExifCopyChoice& start);
 
 }  // namespace ml::app

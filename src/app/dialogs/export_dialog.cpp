@@ -198,10 +198,10 @@ class ExportDialog final : public ToolDialog {
 
 }  // namespace
 
-std::optional<ExportChoice> AskExport(QWidget& parent, const ToolImages& images, const ExportChoice& start,
-                                      const ExportExample& example) {
+std::optional<ExportChoice> AskExport(QWidget& parent, std::string& place, const ToolImages& images,
+                                      const ExportChoice& start, const ExportExample& example) {
   ExportDialog dialog(parent, images, start, example);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (!dialog.RunAt(place)) return std::nullopt;
   return dialog.Choice();
 }
 

@@ -19,8 +19,9 @@ struct ExportChoice {
 /// What would be written for the first image.
 using ExportExample = std::function<std::string(const imagefiles::ExportSettings& settings)>;
 
-/// Lets the user say what is exported and where to; the fields begin with `start`. Nothing if the user cancelled.
-std::optional<ExportChoice> AskExport(QWidget& parent, const ToolImages& images, const ExportChoice& start,
-                                      const ExportExample& example);
+/// Lets the user say what is exported and where to; the fields begin with `start`. `place`: see ToolDialog::RunAt().
+/// Nothing if the user cancelled.
+std::optional<ExportChoice> AskExport(QWidget& parent, std::string& place, const ToolImages& images,
+                                      const ExportChoice& start, const ExportExample& example);
 
 }  // namespace ml::app

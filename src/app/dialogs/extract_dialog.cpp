@@ -117,9 +117,10 @@ class ExtractDialog final : public ToolDialog {
 
 }  // namespace
 
-std::optional<ExtractChoice> AskExtract(QWidget& parent, const ToolImages& raws, const ExtractSettings& start) {
+std::optional<ExtractChoice> AskExtract(QWidget& parent, std::string& place, const ToolImages& raws,
+                                        const ExtractSettings& start) {
   ExtractDialog dialog(parent, raws, start);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (!dialog.RunAt(place)) return std::nullopt;
   return dialog.Choice();
 }
 

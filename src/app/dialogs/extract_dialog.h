@@ -12,9 +12,9 @@ struct ExtractChoice {
   bool all = false;  ///< all raw files of the directory instead of the selected ones
 };
 
-/// Lets the user say what is extracted and where to; the fields begin with `start`. The directory may be missing still.
-/// Nothing if the user cancelled.
-std::optional<ExtractChoice> AskExtract(QWidget& parent, const ToolImages& raws,
+/// Lets the user say what is extracted and where to; the fields begin with `start`. `place`: see ToolDialog::RunAt().
+/// The directory may be missing still. Nothing if the user cancelled.
+std::optional<ExtractChoice> AskExtract(QWidget& parent, std::string& place, const ToolImages& raws,
                                         const imagefiles::ExtractSettings& start);
 
 }  // namespace ml::app

@@ -47,6 +47,13 @@ ToolDialog::ToolDialog(QWidget& parent, const Texts& texts, const ToolImages& im
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
+bool ToolDialog::RunAt(std::string& place) {
+  restoreGeometry(QByteArray(place.data(), static_cast<qsizetype>(place.size())));
+  const bool accepted = exec() == QDialog::Accepted;
+  place = saveGeometry().toStdString();
+  return accepted;
+}
+
 QLabel* ToolDialog::AddField(QGridLayout& grid, const char* label, QWidget& field, QWidget& focus) {
   const int row = grid.rowCount();
   auto* text = new QLabel(QString::fromUtf8(label), field.parentWidget());

@@ -29,6 +29,9 @@ class ToolDialog : public QDialog {
   };
   ToolDialog(QWidget& parent, const Texts& texts, const ToolImages& images);
 
+  /// Shows the dialog at `place`, which is in the toolkit's own form and tells afterwards where it stood. False if the
+  /// user cancelled.
+  bool RunAt(std::string& place);
   /// Which button was pressed.
   bool ForAll() const { return all_; }
 

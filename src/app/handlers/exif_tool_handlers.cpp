@@ -73,7 +73,7 @@ void CopyExif(CommandContext& context) {
   const auto images = ImagesFor(session);
   auto& remembered = session.tools.copyDirectory;
   auto& toTiffs = session.settings.shootingData.copyExifDataToTiffs;
-  const auto choice = AskExifCopy(context.frame, images,
+  const auto choice = AskExifCopy(context.frame, session.settings.dialogPlaces["ExifCopy"], images,
                                   {.directory = OrSuggested(remembered, images.directory),
                                    .targets = toTiffs != 0 ? CopyTargets::JpegsAndTiffs : CopyTargets::JpegsOnly});
   if (!choice) return;
@@ -144,8 +144,8 @@ void ExportExif(CommandContext& context) {
     return settings.header ? imagefiles::ExportHeader(settings) + "\n" + line : line;
   };
   auto& keys = session.settings.shootingData;
-  const auto choice =
-      AskExport(context.frame, images, RememberedExport(keys, OrSuggested(remembered, suggested)), example);
+  const auto choice = AskExport(context.frame, session.settings.dialogPlaces["ExportExif"], images,
+                                RememberedExport(keys, OrSuggested(remembered, suggested)), example);
   if (!choice) return;
   Remember(*choice, keys);
   remembered = UnlessSuggested(choice->settings.output, suggested);
@@ -186,11 +186,13 @@ void Remember(const ExtractSettings& from, Session& session) {
 
 void ExtractJpegs(CommandContext& context) {
   auto& session = context.session;
+  if (session.list.Empty()) return;
   const auto raws = RawFilesFor(session);
   if (raws.all.empty()) throw platform::UserError(std::string(messages::kSelectToExtract));
   const auto suggested = imagefiles::DefaultExtractDirectory(raws.First());
   auto& remembered = session.tools.extractDirectory;
-  const auto choice = AskExtract(context.frame, raws, RememberedExtract(session, OrSuggested(remembered, suggested)));
+  const auto choice = AskExtract(context.frame, session.settings.dialogPlaces["ExtractJpegs"], raws,
+                                 RememberedExtract(session, OrSuggested(remembered, suggested)));
   if (!choice) return;
   Remember(choice->settings, session);
   remembered = UnlessSuggested(choice->settings.directory, suggested);
