@@ -186,14 +186,14 @@ class ExportDialog final : public ToolDialog {
   }
 
   const ExportExample& example_;
-  QRadioButton *table_, *texts_;
-  QCheckBox *own_, *header_;
-  QLineEdit *format_, *delimiter_;
-  QPushButton* insert_;
-  QLabel *delimiterRemark_, *exampleLabel_;
+  QRadioButton *table_ = nullptr, *texts_ = nullptr;
+  QCheckBox *own_ = nullptr, *header_ = nullptr;
+  QLineEdit *format_ = nullptr, *delimiter_ = nullptr;
+  QPushButton* insert_ = nullptr;
+  QLabel *delimiterRemark_ = nullptr, *exampleLabel_ = nullptr;
   std::vector<QWidget*> tableOnly_;  ///< what counts for the table alone
-  PathField* output_;
-  QPlainTextEdit* exampleText_;
+  PathField* output_ = nullptr;
+  QPlainTextEdit* exampleText_ = nullptr;
 };
 
 }  // namespace

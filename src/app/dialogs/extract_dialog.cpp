@@ -103,7 +103,7 @@ class ExtractDialog final : public ToolDialog {
 
   QString Example(const ExtractSettings& settings) const {
     const auto output = imagefiles::ExtractedNames({images_.First()}, settings.directory).front();
-    const auto text = ToLabel(FileName(images_.First())) + QStringLiteral("  \u2192  ") + ToLabel(FileName(output));
+    auto text = ToLabel(FileName(images_.First())) + QStringLiteral("  \u2192  ") + ToLabel(FileName(output));
     std::error_code error;
     if (!std::filesystem::exists(output, error)) return text;
     return text + (settings.overwrite ? QStringLiteral(", replacing the one there")
