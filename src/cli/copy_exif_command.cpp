@@ -28,8 +28,12 @@ void RunCopyExif(const CopyExifArguments& arguments, RunState& state) {
         tools, how);
   };
   RunTool(arguments.files,
-          {.what = "Copy EXIF Information", .done = "copied to", .dryRun = arguments.dryRun, .run = run}, answers,
-          state);
+          {.what = "Copy EXIF Information",
+           .done = "copied to",
+           .dryRun = arguments.dryRun,
+           .place = arguments.to,
+           .run = run},
+          answers, state);
 }
 
 }  // namespace

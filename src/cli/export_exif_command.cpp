@@ -57,6 +57,7 @@ void RunExportExif(const ExportExifArguments& arguments, RunState& state) {
           {.what = "Export EXIF Data",
            .done = "exported to",
            .dryRun = arguments.dryRun,
+           .place = arguments.out,
            .keepingIsFine = arguments.skip,
            .run = run},
           answers, state);

@@ -49,6 +49,7 @@ void RunExtractJpeg(const ExtractJpegArguments& arguments, RunState& state) {
           {.what = "Extract Embedded JPEGs",
            .done = "extracted to",
            .dryRun = arguments.dryRun,
+           .place = arguments.out,
            .keepingIsFine = arguments.skip,
            .run = run},
           answers, state);

@@ -9,6 +9,7 @@
 #include "platform/clock.h"
 #include "platform/errors.h"
 #include "platform/job_host.h"
+#include "platform/paths.h"
 
 namespace ml::cli {
 namespace {
@@ -73,6 +74,11 @@ void RunTool(const std::vector<std::string>& files, const ToolCommand& command, 
     auto path = paths.Add(given);
     if (std::ranges::find(images, path) == images.end()) images.push_back(std::move(path));
   }
+  for (const auto& given : files) {
+    const auto directory = platform::DirectoryOf(given);
+    paths.Add(directory.empty() ? "." : std::string(directory));
+  }
+  if (!command.place.empty()) paths.Add(command.place);
   EditSession session(command.what, state,
                       command.dryRun ? imagefiles::WriteMode::DryRun : imagefiles::WriteMode::Write);
   JobProgress progress(images.size());

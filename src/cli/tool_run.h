@@ -28,6 +28,7 @@ struct ToolCommand {
   std::string what;  ///< its name in the journal
   std::string done;  ///< "copied to": what stands before the output of an image that was done
   bool dryRun = false;
+  std::string place = {};      ///< the directory or file of its outputs, as the user named it; empty: beside the images
   bool keepingIsFine = false;  ///< the user said that files may stay as they are
   std::function<imagefiles::ToolReport(const std::vector<std::string>& images, const imagefiles::EditTools& tools,
                                        const imagefiles::ToolRun& run)>

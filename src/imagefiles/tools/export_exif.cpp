@@ -24,12 +24,6 @@ using platform::UserError;
 
 constexpr std::size_t kPiece = 1 << 16;
 
-/// The path stands in the sentence around it already.
-std::string ReasonOf(const std::exception& error) {
-  const std::string text = error.what();
-  return text.substr(text.rfind('\n') + 1);
-}
-
 platform::AtomicFileOptions FileOptions(const EditTools& tools) {
   return {.recorder = tools.edit.recorder,
           .stateDirectory = tools.edit.stateDirectory,

@@ -30,12 +30,6 @@ using platform::UserError;
 
 constexpr std::string_view kDirectory = "extracted", kExtension = ".jpg";
 
-/// The path stands in the sentence around it already.
-std::string ReasonOf(const std::exception& error) {
-  const std::string text = error.what();
-  return text.substr(text.rfind('\n') + 1);
-}
-
 /// The file beside `path` in the given directory that bears its name in any spelling.
 std::optional<std::string> FindExisting(const std::string& path) {
   const std::string directory = platform::normaliseDirectory(platform::DirectoryOf(path));

@@ -10,6 +10,12 @@
 
 namespace ml::imagefiles {
 
+/// Why a file could not be written, for a sentence that names it already.
+inline std::string ReasonOf(const platform::UserError& error) {
+  const std::string text = error.what();
+  return text.substr(text.rfind('\n') + 1);
+}
+
 /// The report of a run as it grows.
 class ToolNotes {
  public:

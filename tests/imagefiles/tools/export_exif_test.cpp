@@ -106,6 +106,22 @@ TEST_F(ExportTest, WhateverACaptionHoldsItStaysOneField) {
   }
 }
 
+TEST_F(ExportTest, EveryRealFileGivesALineOfAllFields) {
+  std::vector<std::string> images;
+  if (const auto samples = test::SamplesDir()) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(*samples)) {
+      if (entry.is_regular_file() && FindFormat(entry.path().string()) != nullptr) images.push_back(entry.path());
+    }
+  }
+  for (const char delimiter : {',', ';', '|', '\t'}) {
+    settings_.delimiter = delimiter;
+    Export(images);
+    const auto rows = ReadTable(Content(settings_.output), delimiter);
+    ASSERT_EQ(rows.size(), images.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) EXPECT_EQ(rows[i].size(), 36U) << images[i];
+  }
+}
+
 TEST_F(ExportTest, TheFormatIsCutAtItsDelimitersOfAllKinds) {
   const auto image = Photo("a.jpg", "");
   settings_.delimiter = ',';
