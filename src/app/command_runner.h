@@ -29,6 +29,7 @@ struct HandlerRow {
 std::span<const HandlerRow> CatalogueHandlers();
 std::span<const HandlerRow> DirectoryHandlers();
 std::span<const HandlerRow> EditHandlers();
+std::span<const HandlerRow> ExifToolHandlers();
 std::span<const HandlerRow> FileHandlers();
 std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> PreferencesHandlers();

@@ -84,6 +84,9 @@ int Main(int argc, char** argv) {
   AddMoveCommand(program, state);
   AddRenameCommand(program, state);
   AddDeleteCommand(program, state);
+  AddCopyExifCommand(program, state);
+  AddExportExifCommand(program, state);
+  AddExtractJpegCommand(program, state);
   AddUndoCommand(program, state);
   try {
     program.parse(argc, argv);

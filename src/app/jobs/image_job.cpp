@@ -53,6 +53,10 @@ void CommitEdits(CommandContext& context, const std::string& what, platform::Edi
 
 void RunImageJob(CommandContext& context, const ImageJob& job) {
   if (job.paths.empty()) return;
+  RunWholeJob(context, {job.title, [&](const ImageJobTools& tools) { RunAll(job, tools); }, job.window, job.over});
+}
+
+void RunWholeJob(CommandContext& context, const WholeJob& job) {
   auto& session = context.session;
   const platform::PauseGuard thumbnails(session.Worker());
   const platform::PauseGuard pictures(context.view.Display().Gate());
@@ -66,7 +70,7 @@ void RunImageJob(CommandContext& context, const ImageJob& job) {
                           .nice = NiceOf(session.settings.raw.threadPriority)},
                          job.over != nullptr ? static_cast<platform::Interaction&>(overIt) : session.Ask(),
                          [&](const platform::JobHost& host, const std::stop_token& stop) {
-                           RunAll(job, {host, stop, batch});
+                           job.run({host, stop, batch});
                          });
   } catch (const platform::Cancelled&) {
     // What was done stays done.
