@@ -24,4 +24,5 @@ set(ML_FUZZERS
   "tiff_facts ml_metadata"
   "tiff_raw ml_metadata"
   "uncompressed_tiff ml_imaging"
+  "written_blocks ml_imaging"
   "xmp ml_metadata")

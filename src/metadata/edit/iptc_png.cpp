@@ -40,6 +40,9 @@ void WritePngIptc(EditedFile& file, const IptcBlock& block, CaptionIsComment cap
   const auto* iptc = png->FindText("IPTC");
   const auto before = iptc == nullptr ? std::vector<IptcItem>() : ParseIptcText(*iptc);
   SetPngText(file, "IPTC", BuildIptcText(block.items), PngTextForm::Bytes);
+  if (png->FindText(kRawIptcKey) != nullptr) {
+    SetPngText(file, kRawIptcKey, BuildRawIptcText(block), PngTextForm::Bytes);
+  }
   for (const auto& row : kTexts) {
     if (row.dataset == iptc_dataset::kCaption && caption == CaptionIsComment::No) continue;
     const auto value = ValueOf(block.items, row.dataset);

@@ -33,13 +33,6 @@ std::vector<std::byte> BuildChunk(std::string_view type, std::string_view data) 
   return out.Take();
 }
 
-std::vector<std::byte> BuildText(std::string_view key, std::string_view text, PngTextForm form) {
-  const bool isUtf8 = form == PngTextForm::Text && !IsAscii(text) && platform::IsValidUtf8(text);
-  auto data = std::string(key) + '\0';
-  if (isUtf8) data.append(4, '\0');  // not packed, by no method, in no language, and the key in it
-  return BuildChunk(isUtf8 ? "iTXt" : "tEXt", data.append(text));
-}
-
 bool HasKey(const ByteSource& file, const PngChunk& chunk, std::string_view key) {
   if (chunk.type != "tEXt" && chunk.type != "zTXt" && chunk.type != "iTXt") return false;
   const auto wanted = std::string(key) + '\0';
@@ -66,6 +59,15 @@ Places FindPlaces(const ByteSource& file, std::string_view key) {
 
 }  // namespace
 
+std::vector<std::byte> BuildPngText(std::string_view key, std::string_view text, PngTextForm form) {
+  const bool isUtf8 = form == PngTextForm::Text && !IsAscii(text) && platform::IsValidUtf8(text);
+  auto data = std::string(key) + '\0';
+  if (isUtf8) data.append(4, '\0');  // not packed, by no method, in no language, and the key in it
+  data.append(text);
+  if (data.size() > kMaxPngText) throw platform::UserError(messages::kPngTextTooLong);
+  return BuildChunk(isUtf8 ? "iTXt" : "tEXt", data);
+}
+
 void SetPngText(EditedFile& file, std::string_view key, std::string_view text, PngTextForm form) {
   PngImageData(file);
   const auto places = FindPlaces(file, key);
@@ -73,8 +75,7 @@ void SetPngText(EditedFile& file, std::string_view key, std::string_view text, P
     for (const auto& range : std::views::reverse(places.texts)) file.Remove(range);
     return;
   }
-  const auto chunk = BuildText(key, text, form);
-  if (chunk.size() - kFraming > kMaxPngText) throw platform::UserError(messages::kPngTextTooLong);
+  const auto chunk = BuildPngText(key, text, form);
   const auto place = places.texts.empty() ? FileRange{places.pixels, 0} : places.texts.front();
   file.Replace(place, chunk);
 }

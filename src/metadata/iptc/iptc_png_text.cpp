@@ -1,11 +1,16 @@
 #include "metadata/iptc/iptc_png_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <system_error>
 
+#include "metadata/byte_writer.h"
 #include "metadata/iptc/iptc_datasets.h"
 #include "metadata/iptc/iptc_limits.h"
+#include "metadata/psd_resources.h"
+#include "platform/paths.h"
+#include "platform/text.h"
 
 namespace ml::metadata {
 namespace {
@@ -55,6 +60,25 @@ std::string BuildIptcText(const std::vector<IptcItem>& items) {
     }
     text += item.value + "\n";
   }
+  return text;
+}
+
+std::string BuildRawIptcText(const IptcBlock& block) {
+  constexpr std::size_t kLine = 72, kSizeWidth = 8;
+  const auto data = BuildIptcBlock(block, IptcCarrier::Resource);
+  if (data.empty()) return {};
+  ByteWriter resource(ByteOrder::Big);
+  resource.Text("8BIM");
+  resource.Short(psd_resource::kIptc);
+  resource.Short(0);  // no name
+  resource.Long(static_cast<std::uint32_t>(data.size()));
+  resource.Bytes(data);
+  const auto& bytes = resource.View();
+  const auto digits =
+      platform::AsciiLower(platform::ToHex({reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
+  const auto size = std::to_string(bytes.size());
+  auto text = "\niptc\n" + std::string(kSizeWidth - std::min(kSizeWidth, size.size()), ' ') + size + "\n";
+  for (std::size_t at = 0; at < digits.size(); at += kLine) text += digits.substr(at, kLine) + "\n";
   return text;
 }
 

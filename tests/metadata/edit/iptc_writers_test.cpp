@@ -197,6 +197,9 @@ TEST(WritePngIptc, WritesItsTextsAndLeavesThoseOfOthers) {
   EXPECT_EQ(texts(written, "Software"), "A program|");
   EXPECT_EQ(texts(After(file, PngImageData, Png(kNew)), "Description"), "") << "the caption is no comment";
   EXPECT_EQ(texts(After(file, PngImageData, Png({})), "Author"), "Somebody|") << "not made from a value";
+  const auto raw = test::EncodePng(kPicture, {.before = test::PngCompressedText("Raw profile type iptc", "old")});
+  EXPECT_EQ(texts(After(raw, PngImageData, Png({.items = {{2, 25, "ab"}}})), "Raw profile type iptc"),
+            "\niptc\n      26\n3842494d040400000000000e1c0200000200021c021900026162\n|");
   const auto cleared = After(written, PngImageData, Png({}, CaptionIsComment::Yes));
   for (const auto* key : {"IPTC", "Author", "Description"}) EXPECT_EQ(texts(cleared, key), "") << key;
   EXPECT_EQ(texts(cleared, "Software"), "A program|");

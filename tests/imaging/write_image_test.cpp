@@ -1,0 +1,241 @@
+#include "imaging/writers/write_image.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "imaging/decoding.h"
+#include "imaging/jp2/jp2_encoder.h"
+#include "imaging/jp2/jp2_reader.h"
+#include "imaging/png/png_decoder.h"
+#include "metadata/icc_carriers.h"
+#include "metadata/png_chunks.h"
+#include "platform/errors.h"
+#include "platform/text.h"
+#include "support/colour_profiles.h"
+#include "support/fakes.h"
+#include "support/fault_sweep.h"
+#include "support/temp_dir.h"
+
+namespace ml::imaging {
+namespace {
+
+constexpr WrittenFormat kFormats[] = {WrittenFormat::Jpeg, WrittenFormat::Jpeg2000, WrittenFormat::Png,
+                                      WrittenFormat::Tiff};
+
+/// Every sample another one.
+PixelBuffer Ramp(int width, int height, int bytesPerSample, PixelOrder order = PixelOrder::Rgb) {
+  auto pixels = MakePixelBuffer(width, height, order, bytesPerSample);
+  for (std::size_t i = 0; i < pixels.data.size(); ++i) pixels.data[i] = static_cast<std::byte>(i * 37 + i / 256);
+  return pixels;
+}
+
+std::vector<std::byte> BytesOf(const std::string& text) {
+  const auto bytes = std::as_bytes(std::span(text));
+  return {bytes.begin(), bytes.end()};
+}
+
+std::string Written(WrittenFormat format, const PixelRows& pixels, const MetadataBlocks& blocks = {},
+                    int quality = 100) {
+  const test::TempDir dir;
+  WriteImage(format, pixels, blocks, dir / "a", {.quality = quality});
+  return test::ReadAll(dir / "a").value();
+}
+
+/// The sentence of the refusal, with "DIR" for the directory.
+std::string Refused(const test::TempDir& dir, const std::function<void()>& act) {
+  try {
+    act();
+  } catch (const platform::UserError& error) {
+    return platform::ReplaceAll(error.what(), dir.Path(), "DIR");
+  }
+  return "written";
+}
+
+TEST(WriteImage, PngKeepsGreyPicturesInOneChannel) {
+  auto grey = MakePixelBuffer(3, 2, PixelOrder::Rgb, 2);
+  for (std::size_t i = 0; i < grey.data.size(); ++i) grey.data[i] = static_cast<std::byte>(i / 6 * 16 + i % 2);
+  auto nearly = grey;
+  nearly.data.back() ^= std::byte{1};
+  const MetadataBlocks rgb{.icc = BytesOf(test::EncodeProfile({}))}, mono{.icc = BytesOf(test::GreyProfile())};
+  struct Case {
+    const char* name;
+    const PixelBuffer& pixels;
+    const MetadataBlocks& blocks;
+    int colourType;
+    bool hasProfile;
+  };
+  const Case cases[] = {{"grey", grey, mono, 0, true},
+                        {"grey with a profile of colours", grey, rgb, 0, false},
+                        {"one bit off", nearly, rgb, 2, true},
+                        {"colours with a profile of grey", nearly, mono, 2, false}};
+  for (const auto& c : cases) {
+    const auto file = Written(WrittenFormat::Png, c.pixels, c.blocks);
+    const auto bytes = BytesOf(file);
+    const metadata::MemorySource source(bytes);
+    const auto info = metadata::ReadPngInfo(source);
+    ASSERT_TRUE(info) << c.name;
+    EXPECT_EQ(info->colourType, c.colourType) << c.name;
+    EXPECT_EQ(info->bitDepth, 16) << c.name;
+    EXPECT_EQ(metadata::ReadPngIccProfile(source), c.hasProfile ? std::optional(c.blocks.icc) : std::nullopt) << c.name;
+    const auto decoded = DecodePng(source);
+    EXPECT_EQ(test::Samples(decoded.pixels).substr(0, 3), std::string(3, '\1')) << c.name;
+  }
+}
+
+TEST(WriteImage, Jpeg2000LosesNothingFromQuality99On) {
+  const std::pair<int, double> rates[] = {{-5, 0.01}, {0, 0.01}, {1, 0.01}, {50, 0.5}, {98, 0.98}, {99, 1}, {100, 1}};
+  for (const auto& [quality, rate] : rates) EXPECT_EQ(RateOf(quality), rate) << quality;
+  for (const auto& [width, height] : {std::pair(1, 1), std::pair(1025, 9), std::pair(9, 1025), std::pair(70, 41)}) {
+    const auto pixels = Ramp(width, height, 2);
+    const auto bytes = BytesOf(Written(WrittenFormat::Jpeg2000, pixels, {}, 99));
+    const metadata::MemorySource source(bytes);
+    Jp2Reader reader(source, 0, Jp2Reader::Content::BoxedFile, 1);
+    reader.Decode(0);
+    const auto components = reader.Components();
+    ASSERT_EQ(components.size(), 3U);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(width * height) * 3; ++i) {
+      std::uint16_t sample = 0;
+      std::memcpy(&sample, pixels.data.data() + i * 2, 2);
+      ASSERT_EQ(components[i % 3].samples[i / 3], sample) << width << " " << i;
+    }
+  }
+}
+
+TEST(WriteImage, RefusalsNameTheFileAndLeaveItAlone) {
+  const test::TempDir dir;
+  const auto path = dir.Write("a", "old");
+  dir.Write("file", "");
+  const auto pixels = Ramp(4, 3, 1), deep = Ramp(4, 3, 2);
+  const auto with = [&](auto&& change) {
+    PixelRows rows(pixels);
+    change(rows);
+    return rows;
+  };
+  MetadataBlocks longIptc;
+  longIptc.iptc.items.assign(5, {2, 120, std::string(16'000, 'x')});
+  struct Case {
+    WrittenFormat format;
+    PixelRows pixels;
+    MetadataBlocks blocks;
+    std::string name, sentence;
+  };
+  const Case cases[] = {
+      {WrittenFormat::Tiff,
+       with([](auto& r) { r.bytesPerSample = 3; }),
+       {},
+       "a",
+       "ERROR: WriteTIFF() depth must be 1 or 2"},
+      {WrittenFormat::Tiff,
+       with([](auto& r) { r.channels = 4; }),
+       {},
+       "a",
+       "ERROR: WriteTIFF() channels must be 1 or 3"},
+      {WrittenFormat::Tiff,
+       with([](auto& r) { r.width = 65'536; }),
+       {},
+       "a",
+       "ERROR: cannot write to TIFF file:\nDIR/a\nThe picture is too large for this kind of file"},
+      {WrittenFormat::Tiff,
+       with([](auto& r) { r.width = r.height = 60'000; }),
+       {},
+       "a",
+       "ERROR: cannot write to TIFF file:\nDIR/a\nThe picture is too large for this kind of file"},
+      {WrittenFormat::Jpeg,
+       deep,
+       {},
+       "a",
+       "ERROR: cannot write to JPEG file:\nDIR/a\nA JPEG holds samples of 8 bits only"},
+      {WrittenFormat::Jpeg,
+       with([](auto& r) { r.height = 65'501; }),
+       {},
+       "a",
+       "ERROR: cannot write to JPEG file:\nDIR/a\nThe picture is too large for this kind of file"},
+      {WrittenFormat::Jpeg, pixels, longIptc, "a",
+       "ERROR: cannot write to JPEG file:\nDIR/a\nThe IPTC data are longer than the file can hold"},
+      {WrittenFormat::Png,
+       with([](auto& r) { r.height = 0; }),
+       {},
+       "a",
+       "Error writing PNG\nDIR/a\nThe picture has no pixels"},
+      {WrittenFormat::Jpeg2000,
+       pixels,
+       {},
+       "no/a",
+       "ERROR: cannot write to JPEG2000 file:\nDIR/no/a\nUnable to write to directory:\nDIR/no"},
+      {WrittenFormat::Png, pixels, {}, "file/a", "Error writing PNG\nDIR/file/a\nNot a directory"},
+  };
+  for (const auto& c : cases) {
+    const auto sentence = Refused(dir, [&] { WriteImage(c.format, c.pixels, c.blocks, dir / c.name, {}); });
+    EXPECT_TRUE(sentence.starts_with(c.sentence)) << sentence << "\ninstead of\n" << c.sentence;
+    EXPECT_EQ(test::ReadAll(path), "old") << c.sentence;
+  }
+}
+
+/// Asks to stop at the first report.
+class Stopper final : public platform::Progress {
+ public:
+  explicit Stopper(std::stop_source& stop) : stop_(stop) {}
+  void percent(int) override { stop_.request_stop(); }
+  void text(const std::string&) override {}
+  void secondText(const std::string&) override {}
+  void picture(std::span<const std::byte>, int, int) override {}
+  void position(int, int) override {}
+
+ private:
+  std::stop_source& stop_;
+};
+
+TEST(WriteImage, CancelledLeavesWhatWasThere) {
+  for (const auto format : kFormats) {
+    const test::TempDir dir;
+    dir.Write("a", "old");
+    for (const char* name : {"a", "new"}) {
+      std::stop_source stop;
+      Stopper stopper(stop);
+      const WriteOptions options{.threads = 2, .progress = &stopper, .stop = stop.get_token()};
+      EXPECT_THROW(WriteImage(format, Ramp(1100, 20, 1), {}, dir / name, options), platform::Cancelled);
+    }
+    EXPECT_EQ(test::ReadAll(dir / "a"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 1);
+  }
+}
+
+TEST(WriteImage, FaultsLeaveTheOldFileOrTheNewOne) {
+  const test::TempDir dir;
+  const auto path = dir / "a";
+  const auto pixels = Ramp(700, 600, 1);  // several pieces
+  const auto whole = Written(WrittenFormat::Tiff, pixels, {});
+  for (const auto fault : test::kFaults) {
+    test::ScriptedInteraction ask;
+    const auto prepare = [&] {
+      for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) std::filesystem::remove(entry);
+      dir.Write("a", "old");
+    };
+    const auto act = [&](platform::FileSystem& fileSystem) {
+      WriteImage(WrittenFormat::Tiff, pixels, {}, path, {.ask = &ask, .file = {.fileSystem = &fileSystem}});
+    };
+    const auto verify = [&](test::Outcome outcome) {
+      const auto content = test::ReadAll(path);
+      EXPECT_TRUE(content == "old" || content == whole);
+      EXPECT_TRUE(outcome != test::Outcome::Done || content == whole);
+      for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
+        EXPECT_TRUE(outcome == test::Outcome::Killed || entry.path().filename() == "a") << entry.path();
+      }
+    };
+    EXPECT_GT(test::SweepFaults(fault, prepare, act, verify), 5);
+    if (fault != test::Fault::Enospc && fault != test::Fault::DiskFull) continue;
+    ASSERT_FALSE(ask.shown.empty());
+    EXPECT_EQ(ask.shown.front().caption, "Debug Message");
+    EXPECT_EQ(ask.shown.front().text, "ERROR: cannot write to TIFF file:\n" + path +
+                                          "\nDisk may be full\nNo space left on device\nRow 0 of 600, width: 700, "
+                                          "bytesPerPixel: 3, strip: 0");
+  }
+}
+
+}  // namespace
+}  // namespace ml::imaging
