@@ -33,8 +33,11 @@ inline std::string notAName(const std::string& oldName) {
 inline std::string nameTooLong(const std::string& oldName) {
   return "The style gives a filename of more than 255 bytes\nOriginal name: " + oldName;
 }
-inline std::string companionInTheWay(const std::string& path, const std::string& newName) {
-  return "Another file stands where a file that goes with an image is to go:\n" + path + "\nNew name: " + newName;
+inline std::string fileInTheWay(const std::string& path) {
+  return "Another file stands where a file that goes with an image is to go:\n" + path;
+}
+inline std::string notWritable(const std::string& directory) {
+  return "Files in this directory cannot be renamed, because it is not writable:\n" + directory;
 }
 
 /// Where all else fails.

@@ -169,10 +169,11 @@ std::vector<std::string> CThumbnailThread::SetTimestamps(const std::vector<std::
   return catalogue::SetTimestamps(paths, setReadOnly, tools);
 }
 
-void CThumbnailThread::RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations,
-                                   CaseMode caseMode, const RenameTools& tools) {
+std::vector<std::string> CThumbnailThread::RenameFiles(const std::vector<std::string>& sources,
+                                                       const std::vector<std::string>& destinations, CaseMode caseMode,
+                                                       const RenameTools& tools) {
   Pause();
-  catalogue::RenameFiles(std::move(sources), destinations, caseMode, Following(tools));
+  return catalogue::RenameFiles(sources, destinations, caseMode, Following(tools));
 }
 
 std::string CThumbnailThread::RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,

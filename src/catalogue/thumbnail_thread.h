@@ -77,8 +77,9 @@ class CThumbnailThread final : public ListGate {
                                          const TimestampTools& tools);
   /// Pauses and does not resume, also when it throws: the caller reads the directory anew, which resumes. See
   /// catalogue::RenameFiles; the entries follow their files.
-  void RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations, CaseMode caseMode,
-                   const RenameTools& tools);
+  std::vector<std::string> RenameFiles(const std::vector<std::string>& sources,
+                                       const std::vector<std::string>& destinations, CaseMode caseMode,
+                                       const RenameTools& tools);
   /// Does not pause: to be called in a pause. See catalogue::RenameOne; the entry follows its file.
   std::string RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
                         const RenameTools& tools);

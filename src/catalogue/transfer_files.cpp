@@ -92,7 +92,7 @@ void FileTransfer::Move(const std::vector<Step>& steps) {
   std::vector<NameChange> changes;
   for (const auto& step : steps) changes.push_back({step.from, step.to});
   try {
-    RenameSteps(tools).Run(changes);
+    RunChanges(changes, tools);
   } catch (const OtherFileSystem&) {
     Copy(steps);
     RemoveSources(steps);

@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -18,12 +18,12 @@ namespace {
 JournalEntry Describe(const std::string& id, const EditLog& log) {
   JournalEntry entry{
       .id = id, .what = log.what, .when = static_cast<std::time_t>(log.when), .files = {}, .notUndoable = {}};
-  const auto add = [](std::vector<std::string>& list, const std::string& path) {
-    if (std::ranges::find(list, path) == list.end()) list.push_back(path);
-  };
+  std::set<std::string> told, notUndoable, later;
   for (const auto& step : log.steps) {
-    add(entry.files, step.path);
-    if (step.kind == EditKind::Lost) add(entry.notUndoable, step.path);
+    const bool before = !later.contains(step.path);  // else it got this name within the batch
+    if (before && told.insert(step.path).second) entry.files.push_back(step.path);
+    if (step.kind == EditKind::Lost && notUndoable.insert(step.path).second) entry.notUndoable.push_back(step.path);
+    if (step.kind == EditKind::Rename && !told.contains(step.other)) later.insert(step.other);
   }
   return entry;
 }
