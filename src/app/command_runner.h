@@ -32,6 +32,7 @@ std::span<const HandlerRow> EditHandlers();
 std::span<const HandlerRow> FileHandlers();
 std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> PreferencesHandlers();
+std::span<const HandlerRow> RenameHandlers();
 std::span<const HandlerRow> TagHandlers();
 std::span<const HandlerRow> ViewHandlers();
 std::span<const HandlerRow> DisplayHandlers();

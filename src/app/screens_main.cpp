@@ -59,10 +59,15 @@ struct Shot {
 
 /// The commands whose dialogs are drawn; none of them changes anything as long as nobody presses OK.
 constexpr std::pair<const char*, CommandId> kDialogs[] = {
-    {"rename", CommandId::RenameImage},          {"copy", CommandId::CopyToFolder},
-    {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
-    {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
-    {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
+    {"batch-rename", CommandId::BatchRename},
+    {"rename", CommandId::RenameImage},
+    {"copy", CommandId::CopyToFolder},
+    {"timestamp", CommandId::Timestamp},
+    {"comments", CommandId::EditComments},
+    {"dates", CommandId::AdjustDateTime},
+    {"new-folder", CommandId::NewFolder},
+    {"folder", CommandId::RenameFolder},
+    {"properties", CommandId::DirectoryProperties},
     {"shortcuts", CommandId::KeyboardShortcuts},
 };
 

@@ -29,6 +29,7 @@
 #include "batch/ui/rename_rows.h"
 #include "batch/ui/token_menu.h"
 #include "platform/errors.h"
+#include "platform/paths.h"
 #include "platform/ui/field_frame.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
@@ -205,9 +206,9 @@ void CBatchRenameDialog::MakeList() {
 
 QWidget* CBatchRenameDialog::MakeButtons() {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-  auto* rename = buttons->addButton(
-      QLatin1String(input_.targets == RenameTargets::Selected ? kRenameSelected : kRenameAll),
-      QDialogButtonBox::AcceptRole);
+  auto* rename =
+      buttons->addButton(QLatin1String(input_.targets == RenameTargets::Selected ? kRenameSelected : kRenameAll),
+                         QDialogButtonBox::AcceptRole);
   rename->setDefault(true);
   buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Cancel"));
   connect(buttons, &QDialogButtonBox::accepted, this, &CBatchRenameDialog::accept);
@@ -306,10 +307,10 @@ void CBatchRenameDialog::Rebuild(Tell tell) {
 
 void CBatchRenameDialog::ShowSummary() {
   const auto& rows = model_->Rows();
-  const auto problems = static_cast<std::size_t>(
-      std::ranges::count_if(rows, [](const auto& row) { return !row.problem.empty(); }));
-  const auto changed = static_cast<std::size_t>(
-      std::ranges::count_if(rows, [](const auto& row) { return row.oldName != row.newName; }));
+  const auto problems =
+      static_cast<std::size_t>(std::ranges::count_if(rows, [](const auto& row) { return !row.problem.empty(); }));
+  const auto changed =
+      static_cast<std::size_t>(std::ranges::count_if(rows, [](const auto& row) { return row.oldName != row.newName; }));
   auto text = RenamedText(changed, rows.size());
   if (problems > 0) {
     text = ProblemsText(problems, rows.size()) + rows[static_cast<std::size_t>(model_->NextProblem(-1))].problem;

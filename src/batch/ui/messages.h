@@ -21,7 +21,8 @@ inline constexpr const char* kCaseTexts[] = {"Unchanged", "Convert extension to 
 
 inline constexpr auto kOldNameTitle = "Old name", kNewNameTitle = "New name", kRemarkTitle = "Remark";
 
-inline constexpr auto kOnlyCustomStyles = "Only custom styles can be edited; they stand at the end of the list of styles";
+inline constexpr auto kOnlyCustomStyles =
+    "Only custom styles can be edited; they stand at the end of the list of styles";
 inline constexpr auto kInsertTip = "Puts shooting data and numbers into the format where the cursor is";
 inline constexpr auto kDigitsOfStyle = "The style decides how many digits its numbers have";
 inline constexpr auto kNoNumberInStyle = "The style has no number in it (%n or %u)";

@@ -32,8 +32,7 @@ constexpr TokenHelp kDates[] = {
     {"%W", "Week of the year"},
 };
 constexpr TokenHelp kTimes[] = {
-    {"%t", "Time"},   {"%H", "Hour"},   {"%I", "Hour, of twelve"},
-    {"%M", "Minute"}, {"%S", "Second"},
+    {"%t", "Time"}, {"%H", "Hour"}, {"%I", "Hour, of twelve"}, {"%M", "Minute"}, {"%S", "Second"},
 };
 constexpr TokenHelp kExposure[] = {
     {"%F", "Focal length"},
