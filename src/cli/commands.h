@@ -29,6 +29,7 @@ void AddThumbnailCommand(CLI::App& program, RunState& state);
 void AddEmbedProfileCommand(CLI::App& program, RunState& state);
 void AddCopyCommand(CLI::App& program, RunState& state);
 void AddMoveCommand(CLI::App& program, RunState& state);
+void AddRenameCommand(CLI::App& program, RunState& state);
 void AddDeleteCommand(CLI::App& program, RunState& state);
 void AddUndoCommand(CLI::App& program, RunState& state);
 

@@ -56,6 +56,7 @@ ExitCode Run(RunState& state) {
 
 int Main(int argc, char** argv) {
   std::setlocale(LC_CTYPE, "");
+  std::setlocale(LC_TIME, "");  // names of months and days, as the window has them
   RunState state;
   CLI::App program("Looks at and works on directories of camera images without a window.", "marrowlantern-cli");
   program.require_subcommand(1);
@@ -81,6 +82,7 @@ int Main(int argc, char** argv) {
   AddEmbedProfileCommand(program, state);
   AddCopyCommand(program, state);
   AddMoveCommand(program, state);
+  AddRenameCommand(program, state);
   AddDeleteCommand(program, state);
   AddUndoCommand(program, state);
   try {

@@ -18,12 +18,10 @@ namespace {
 JournalEntry Describe(const std::string& id, const EditLog& log) {
   JournalEntry entry{
       .id = id, .what = log.what, .when = static_cast<std::time_t>(log.when), .files = {}, .notUndoable = {}};
-  std::set<std::string> told, notUndoable, later;
+  std::set<std::string> files, notUndoable;
   for (const auto& step : log.steps) {
-    const bool before = !later.contains(step.path);  // else it got this name within the batch
-    if (before && told.insert(step.path).second) entry.files.push_back(step.path);
+    if (files.insert(step.path).second) entry.files.push_back(step.path);
     if (step.kind == EditKind::Lost && notUndoable.insert(step.path).second) entry.notUndoable.push_back(step.path);
-    if (step.kind == EditKind::Rename && !told.contains(step.other)) later.insert(step.other);
   }
   return entry;
 }
