@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <utility>
 
 #include "batch/messages.h"
 #include "batch/name_faults.h"
@@ -18,13 +17,13 @@ namespace {
 
 using platform::UserError;
 
-/// The rules that everybody knows, name by name, and then what no file system takes.
-void CheckNames(const std::vector<NewName>& rows, const std::vector<NameFault>& faults) {
-  constexpr std::pair<NameFault, NameFault> kRounds[] = {{NameFault::ForbiddenCharacter, NameFault::Duplicate},
-                                                         {NameFault::NotAName, NameFault::SameButForCase}};
-  for (const auto& [first, last] : kRounds) {
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-      if (faults[i] >= first && faults[i] <= last) throw UserError(SentenceOf(faults[i], rows[i]));
+/// Names that differ in case alone are looked for once all else is in order.
+void CheckNames(const NewNames& names) {
+  const auto faults = FaultsOf(names);
+  for (const bool caseAlone : {false, true}) {
+    for (std::size_t i = 0; i < faults.size(); ++i) {
+      if (faults[i] == NameFault::None || (faults[i] == NameFault::SameButForCase) != caseAlone) continue;
+      throw UserError(SentenceOf(faults[i], names.rows[i]));
     }
   }
 }
@@ -53,7 +52,7 @@ platform::MessageBox ConflictMessage(const NewNames& names) {
 void CheckNewNames(const std::string& directory, const NewNames& names, catalogue::CaseMode caseMode,
                    imagefiles::CompanionFinder& companions) {
   if (names.HasConflict()) throw UserError(kNamesConflict);
-  CheckNames(names.rows, FaultsOf(names));
+  CheckNames(names);
   if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0) throw UserError(notWritable(directory));
   const auto paths = PathsOf(directory, names);
   const auto plan = catalogue::PlanRename(paths.sources, paths.destinations, caseMode, companions);

@@ -30,9 +30,9 @@ NameFault FaultOf(const NewName& row, const NameCounts& exact, const NameCounts&
   if (row.conflict) return NameFault::Conflict;
   if (name.find_first_of("\\/:*?\"<>|") != std::string::npos) return NameFault::ForbiddenCharacter;
   if (row.isCanonRaw && platform::CodePointCount(name) > kLongestRawName) return NameFault::RawNameTooLong;
-  if (exact.at(name) > 1) return NameFault::Duplicate;
   if (IsNoName(name)) return NameFault::NotAName;
   if (name.size() > kLongestName) return NameFault::TooLong;
+  if (exact.at(name) > 1) return NameFault::Duplicate;
   return folded.at(platform::nameFold(name)) > 1 ? NameFault::SameButForCase : NameFault::None;
 }
 

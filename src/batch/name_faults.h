@@ -13,10 +13,10 @@ enum class NameFault {
   Conflict,
   ForbiddenCharacter,
   RawNameTooLong,
-  Duplicate,
   NotAName,
   TooLong,
-  SameButForCase,
+  Duplicate,
+  SameButForCase,  ///< only one of them would arrive where case is ignored, as on a camera's card
 };
 
 /// The first fault of each row, as far as it can be told without a look at the disk.

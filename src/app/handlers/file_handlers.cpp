@@ -122,6 +122,14 @@ void Timestamp(CommandContext& context) {
   throw platform::UserError(paths.size() == 1 ? UnableToSetTimestamp(failed.front()) : ErrorSettingTimestamps(failed));
 }
 
+/// Marks, custom order and the current image go back with their files.
+void FollowUndo(Session& session, const platform::JournalEntry& undone) {
+  const platform::PauseGuard pause(session.Worker());
+  for (auto rename = undone.renames.rbegin(); rename != undone.renames.rend(); ++rename) {
+    session.list.Rename(rename->to, rename->from);
+  }
+}
+
 void Undo(CommandContext& context) {
   auto& session = context.session;
   const auto top = context.view.TopPath();
@@ -142,6 +150,7 @@ void Undo(CommandContext& context) {
     settle({});
     throw;
   }
+  FollowUndo(session, undone);
   settle(undone.files);
   ShowStatus(context, UndoneText(undone));
 }

@@ -19,6 +19,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/ui/job_window.h"
+#include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
@@ -57,7 +58,7 @@ std::vector<batch::RenameImage> ReadImages(CommandContext& context, const std::v
     return batch::ReadRenameImages(paths, options, silent, {});
   }
   std::vector<batch::RenameImage> images;
-  platform::ui::RunJob(&context.frame, {.title = QString::fromUtf8(kBatchRenameJob.data())}, context.session.Ask(),
+  platform::ui::RunJob(&context.frame, {.title = platform::ui::ToQString(kBatchRenameJob)}, context.session.Ask(),
                        [&](const platform::JobHost& host, const std::stop_token& stop) {
                          images = batch::ReadRenameImages(paths, options, host.progress, stop);
                        });

@@ -46,7 +46,6 @@ constexpr QSize kFirstSize{760, 640}, kSmallestSize{480, 320};
 constexpr QSize kRoomForFrame{8, 32};
 constexpr int kMargin = 12, kSpacing = 8;
 constexpr int kRowHeight = 24, kSmallestList = 3 * kRowHeight;
-constexpr int kRemarkWidthInCharacters = 26;
 /// The settings give back texts of less than 512 bytes.
 constexpr int kLongestText = 127;
 
@@ -95,11 +94,8 @@ CBatchRenameDialog::CBatchRenameDialog(RenameDialogInput input, const RenameChoi
   layout->addLayout(grid);
   MakeFields(*grid);
   MakeList();
-  auto* heading = new QLabel(QLatin1String(kListLabel), this);
-  heading->setBuddy(list_);
-  layout->addWidget(heading);
-  layout->addWidget(list_, 1);
   layout->addWidget(MakeSummary());
+  layout->addWidget(list_, 1);
   layout->addWidget(MakeButtons());
   ShowForm();
   Rebuild(Tell::Quietly);
@@ -116,6 +112,7 @@ void CBatchRenameDialog::MakeFields(QGridLayout& grid) {
   style_ = new QComboBox(this);
   for (const auto& row : BuiltInStyles()) style_->addItem(ToQString(row.name));
   for (const auto& custom : form_.Choices().custom) style_->addItem(ToLabel(custom.name));
+  style_->setCurrentIndex(form_.Choices().row);
   AddField(grid, kStyleLabel, style_);
   name_ = new QLineEdit(this);
   name_->setMaxLength(kLongestText);
@@ -159,6 +156,8 @@ QWidget* CBatchRenameDialog::MakeSummary() {
   auto* layout = new QHBoxLayout(whole);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(kSpacing);
+  auto* heading = new QLabel(QLatin1String(kListLabel), whole);
+  heading->setBuddy(list_);
   const int edge = QFontInfo(font()).pixelSize() + kSpacing / 2;
   sign_ = new QLabel(whole);
   sign_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(edge));
@@ -172,6 +171,8 @@ QWidget* CBatchRenameDialog::MakeSummary() {
   kept.setRetainSizeWhenHidden(true);
   nextProblem_->setSizePolicy(kept);
   connect(nextProblem_, &QPushButton::clicked, this, &CBatchRenameDialog::GoToNextProblem);
+  layout->addWidget(heading);
+  layout->addSpacing(kSpacing);
   layout->addWidget(sign_);
   layout->addWidget(summary_, 1);
   layout->addWidget(nextProblem_);
@@ -199,7 +200,8 @@ void CBatchRenameDialog::MakeList() {
   for (const int column : {RenameListModel::kOldName, RenameListModel::kNewName}) {
     header->setSectionResizeMode(column, QHeaderView::Stretch);
   }
-  header->resizeSection(RenameListModel::kRemark, fontMetrics().averageCharWidth() * kRemarkWidthInCharacters);
+  header->resizeSection(RenameListModel::kRemark,
+                        fontMetrics().horizontalAdvance(QLatin1String(kWidestRemark)) + 2 * kRowHeight);
   auto* copy = new QShortcut(QKeySequence::Copy, list_, nullptr, nullptr, Qt::WidgetShortcut);
   connect(copy, &QShortcut::activated, this, &CBatchRenameDialog::CopyList);
 }
@@ -313,7 +315,8 @@ void CBatchRenameDialog::ShowSummary() {
       static_cast<std::size_t>(std::ranges::count_if(rows, [](const auto& row) { return row.oldName != row.newName; }));
   auto text = RenamedText(changed, rows.size());
   if (problems > 0) {
-    text = ProblemsText(problems, rows.size()) + rows[static_cast<std::size_t>(model_->NextProblem(-1))].problem;
+    const auto& first = rows[static_cast<std::size_t>(model_->NextProblem(-1))];
+    text = ProblemsText(problems, rows.size(), first.remark, first.newName);
   }
   summary_->setText(ToLabel(text));
   summary_->setToolTip(PlainToolTip(ToQString(text)));

@@ -19,6 +19,7 @@ inline constexpr const char* kSortTexts[] = {"Image Number", "Alphabetical", "Im
 inline constexpr const char* kCaseTexts[] = {"Unchanged", "Convert extension to lower case",
                                              "Convert filename to lower case", "Convert filename to upper case"};
 
+inline constexpr auto kWidestRemark = "Character not allowed";
 inline constexpr auto kOldNameTitle = "Old name", kNewNameTitle = "New name", kRemarkTitle = "Remark";
 
 inline constexpr auto kOnlyCustomStyles =
@@ -39,9 +40,9 @@ inline std::string RenamedText(std::size_t changed, std::size_t count) {
   if (changed < count) text += ", " + std::to_string(count - changed) + " stay as they are";
   return text;
 }
-inline std::string ProblemsText(std::size_t problems, std::size_t count) {
-  return std::to_string(problems) + " of " + std::to_string(count) +
-         (problems == 1 ? " names cannot be taken: " : " names cannot be taken, the first: ");
+inline std::string ProblemsText(std::size_t problems, std::size_t count, const std::string& remark,
+                                const std::string& name) {
+  return std::to_string(problems) + " of " + std::to_string(count) + " names cannot be taken. " + remark + ": " + name;
 }
 
 }  // namespace ml::batch::ui

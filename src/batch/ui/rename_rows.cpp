@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "batch/name_faults.h"
+#include "batch/ui/messages.h"
 
 namespace ml::batch::ui {
 namespace {
@@ -12,7 +13,7 @@ std::string_view RemarkOn(NameFault fault, const NewName& row) {
     case NameFault::Conflict:
       return "Exists already";
     case NameFault::ForbiddenCharacter:
-      return "Character not allowed";
+      return kWidestRemark;
     case NameFault::RawNameTooLong:
     case NameFault::TooLong:
       return "Too long";
