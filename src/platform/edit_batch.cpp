@@ -137,7 +137,11 @@ EditBatch::Mark EditBatch::WillMoveAll(const std::vector<PlannedMove>& moves) {
     std::string lines;
     for (const auto& move : moves) {
       auto step = StepOf(move.to.empty() ? EditKind::Trash : EditKind::Rename, move.from, move.now);
-      if (!move.to.empty()) step.other = AbsolutePath(move.to);
+      if (!move.to.empty()) {
+        struct stat status {};
+        if (host_.fileSystem.Stat(move.now, Links::Keep, status) == 0) step.inode = status.st_ino;
+        step.other = AbsolutePath(move.to);
+      }
       lines += StepLine(step);
       steps_.push_back(std::move(step));
     }

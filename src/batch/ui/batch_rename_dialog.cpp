@@ -31,6 +31,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/ui/field_frame.h"
+#include "platform/ui/help_button.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
 
@@ -79,9 +80,9 @@ QComboBox* MakeChoice(const char* const (&texts)[size], int index, QWidget* pare
 
 }  // namespace
 
-CBatchRenameDialog::CBatchRenameDialog(RenameDialogInput input, const RenameChoices& choices, RenameDialogHost host,
+CBatchRenameDialog::CBatchRenameDialog(RenameDialogInput input, const RenameChoices& choices, RenameCheck check,
                                        QWidget* parent)
-    : QDialog(parent), input_(std::move(input)), form_(choices), host_(std::move(host)) {
+    : QDialog(parent), input_(std::move(input)), form_(choices), check_(std::move(check)) {
   setObjectName(QStringLiteral("batchRenameDialog"));
   setWindowTitle(QLatin1String(kRenameTitle));
   auto* layout = new QVBoxLayout(this);
@@ -215,11 +216,7 @@ QWidget* CBatchRenameDialog::MakeButtons() {
   buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Cancel"));
   connect(buttons, &QDialogButtonBox::accepted, this, &CBatchRenameDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &CBatchRenameDialog::reject);
-  if (!host_.help) return buttons;
-  auto* help = buttons->addButton(QStringLiteral("&Help"), QDialogButtonBox::HelpRole);
-  help->setAutoDefault(false);
-  connect(buttons, &QDialogButtonBox::helpRequested, this, [this] { host_.help(); });
-  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this, [this] { host_.help(); });
+  buttons->addButton(platform::ui::MakeHelpButton(platform::HelpPage::Rename, *this), QDialogButtonBox::HelpRole);
   return buttons;
 }
 
@@ -342,7 +339,7 @@ void CBatchRenameDialog::CopyList() {
 
 void CBatchRenameDialog::accept() {
   try {
-    host_.check(names_, form_.Style());
+    check_(names_, form_.Style());
   } catch (const platform::UserError& error) {
     platform::ui::QtInteraction(this).message({.text = error.what(), .icon = platform::BoxIcon::Error});
     list_->setCurrentIndex({});

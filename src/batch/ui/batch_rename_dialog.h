@@ -30,20 +30,15 @@ struct RenameDialogInput {
   RenameTargets targets = RenameTargets::Selected;
 };
 
-/// What the dialog needs of the program around it.
-struct RenameDialogHost {
-  /// Throws UserError if the renaming may not be done.
-  std::function<void(const NewNames& names, const RenameStyle& style)> check;
-  /// Opens the help; empty while there is none.
-  std::function<void()> help = nullptr;
-};
+/// Throws UserError if the renaming may not be done.
+using RenameCheck = std::function<void(const NewNames& names, const RenameStyle& style)>;
 
 /// Chooses how the names of a batch are made, over a list of what comes out. Renames nothing itself.
 class CBatchRenameDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  CBatchRenameDialog(RenameDialogInput input, const RenameChoices& choices, RenameDialogHost host, QWidget* parent);
+  CBatchRenameDialog(RenameDialogInput input, const RenameChoices& choices, RenameCheck check, QWidget* parent);
   ~CBatchRenameDialog() override;
 
   const NewNames& Names() const { return names_; }
@@ -74,7 +69,7 @@ class CBatchRenameDialog final : public QDialog {
 
   RenameDialogInput input_;
   RenameForm form_;
-  RenameDialogHost host_;
+  RenameCheck check_;
   NewNames names_;
 
   QComboBox *style_ = nullptr, *sort_ = nullptr, *case_ = nullptr;
