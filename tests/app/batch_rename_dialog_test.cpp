@@ -16,6 +16,7 @@
 #include <QTimer>
 
 #include "batch/ui/rename_list_model.h"
+#include "batch/ui/token_help.h"
 #include "platform/errors.h"
 
 namespace ml::batch::ui {
@@ -93,19 +94,25 @@ TEST(RenameForm, RemembersTheNextNumberInTheRowAndInTheBuiltInOnes) {
   EXPECT_EQ(RenameForm(Remembered(6, true)).Accepted(93), expected);
 }
 
+TEST(RenameTokens, OfTheMenuAreAllKnown) {
+  for (const auto& group : TokenHelpGroups()) {
+    for (const auto& help : group.tokens) {
+      const auto names = BuildNewNames({{.name = "abcdef.jpg", .facts = {}}}, {.format = std::string(help.token)}, {});
+      EXPECT_EQ(names.rows[0].newName.find('%'), std::string::npos) << help.token;
+    }
+  }
+}
+
 class BatchRenameDialog : public testing::Test {
  protected:
   void Open(const RenameChoices& choices) {
     RenameDialogInput input{.images = {}, .otherFiles = {"IMG_0041.jpg", "old.txt"}, .targets = RenameTargets::All};
     for (const auto* name : {"b_2.jpg", "a_1.jpg", "caf\xe9.crw"}) input.images.push_back({.name = name, .facts = {}});
     input.images[1].facts.aperture = "2.8";
-    dialog = std::make_unique<CBatchRenameDialog>(std::move(input), choices,
-                                                  RenameDialogHost{.check =
-                                                                       [this](const NewNames&, const RenameStyle&) {
-                                                                         if (!refusal.empty())
-                                                                           throw platform::UserError(refusal);
-                                                                       }},
-                                                  nullptr);
+    const auto check = [this](const NewNames&, const RenameStyle&) {
+      if (!refusal.empty()) throw platform::UserError(refusal);
+    };
+    dialog = std::make_unique<CBatchRenameDialog>(std::move(input), choices, check, nullptr);
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
   }

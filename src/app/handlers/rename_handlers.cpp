@@ -77,12 +77,12 @@ std::optional<Accepted> AskNewNames(CommandContext& context, const Targets& targ
   imagefiles::CompanionFinder companions(context.session.ImageOptions());
   auto images = ReadImages(context, targets.paths);
   auto others = batch::OtherFiles(directory, images);
+  const auto check = [&](const batch::NewNames& names, const batch::RenameStyle& style) {
+    CheckNewNames(directory, names, style.caseMode, companions);
+  };
   batch::ui::CBatchRenameDialog dialog(
       {.images = std::move(images), .otherFiles = std::move(others), .targets = targets.kind},
-      RenameChoicesOf(settings.rename),
-      {.check = [&](const batch::NewNames& names,
-                    const batch::RenameStyle& style) { CheckNewNames(directory, names, style.caseMode, companions); }},
-      &context.frame);
+      RenameChoicesOf(settings.rename), check, &context.frame);
   auto& place = settings.dialogPlaces[kPlaceName];
   dialog.restoreGeometry(QByteArray(place.data(), static_cast<qsizetype>(place.size())));
   const bool accepted = dialog.exec() == QDialog::Accepted;
