@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <unordered_map>
 #include <vector>
 
 #include "catalogue/image_list.h"
@@ -113,6 +114,7 @@ class CThumbnailThread final : public ListGate {
   void Work(int index);
   void Rebuild();
   RenameTools Following(const RenameTools& tools);
+  void FollowNames(const std::unordered_map<std::string, std::string>& oldNames);
   void Follow(const std::vector<int>& oldIndices);
 
   ImageList& list_;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -53,10 +54,17 @@ class Undoer {
       if (step.kind != EditKind::Lost && !step.undone && IsInForce(step)) due.push_back(i);
     }
     context_.begin();
+    std::map<std::string, std::string> changed;  // a path in each directory
     for (const auto i : due) {
-      RevertStep(log.steps[i], context_);
-      context_.undone(i);
+      const auto& step = log.steps[i];
+      RevertStep(step, context_);
+      if (!IsPlanned(step)) {
+        context_.undone(i);
+      } else {  // needs no note, and therefore not to be lasting before the next one
+        changed.emplace(DirectoryOf(step.path), step.path);
+      }
     }
+    for (const auto& [directory, path] : changed) OpenDirectory(fileSystem_, path).Sync();
   }
 
  private:
@@ -150,8 +158,9 @@ class Undoer {
 
   std::optional<std::uint64_t> Inode(const std::string& path) const {
     struct stat status {};
-    if (fileSystem_.Stat(path, Links::Keep, status) != 0) return std::nullopt;
-    return status.st_ino;
+    if (fileSystem_.Stat(path, Links::Keep, status) == 0) return status.st_ino;
+    if (errno != ENOENT) ThrowFileError(messages::kUnableToRead, path, errno);
+    return std::nullopt;
   }
 
   /// Of a plan any number of steps may have come to pass, so that other files of it may bear a step's names.

@@ -193,6 +193,29 @@ TEST_F(RenameTest, WhateverFailsTheOldNamesComeBack) {
   }
 }
 
+TEST_F(RenameTest, AnUndoThatWasCutOffGoesOn) {
+  const Names names{"a.crw", "a.thm", "b.crw", "b.thm", "c.jpg"};
+  const auto prepare = [&] {
+    Fill(names);
+    fs::remove_all(dir_ / "state");
+    platform::EditBatch batch(journal_, "Rename");
+    RenameFiles(At(Names{"a.crw", "b.crw", "c.jpg"}), At(Names{"b.crw", "a.crw", "d.jpg"}), CaseMode::Unchanged,
+                Tools(&batch));
+  };
+  const auto act = [&](platform::FileSystem& fileSystem) {
+    platform::EditJournal(
+        {.trash = trash_, .clock = clock_, .stateDirectory = dir_ / "state", .fileSystem = fileSystem})
+        .Undo();
+  };
+  const auto verify = [&](test::Outcome) {
+    if (!journal_.List().empty()) journal_.Undo();
+    EXPECT_EQ(Now(), Untouched(names));
+  };
+  for (const auto fault : {test::Fault::Eio, test::Fault::Kill}) {
+    EXPECT_GT(test::SweepFaults(fault, prepare, act, verify), 20);
+  }
+}
+
 TEST_F(RenameTest, AThousandImagesWithCompanionsArriveAndComeBack) {
   constexpr int kImages = 1000;
   const auto stem = [](int i) { return "IMG_" + std::to_string(1000 + i); };

@@ -203,5 +203,37 @@ TEST_F(EditCommands, CancellingStopsBetweenFilesAndUndoTakesBackWhatWasDone) {
   EXPECT_TRUE(Look(dir / "out").empty());
 }
 
+TEST_F(EditCommands, RenameAllOrNone) {
+  dir.Write("in/a.txt", "note");
+  const auto other = dir.Write("other/c.jpg", ReadAll(photo).value());
+  const auto before = Look(dir / "");
+  const std::vector<std::string> all{"rename", photo, dir / "in/a.txt", later, other, "--style", "%n_%o"};
+  const auto with = [&](std::vector<std::string> more) {
+    auto arguments = all;
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+  };
+  const auto planned = Json(with({"--dry-run", "--sort", "name", "--first", "5"}));
+  EXPECT_EQ(planned["renames"].size(), 3U);
+  EXPECT_EQ(planned["renames"][1], (json{{"from", later}, {"to", dir / "in/0006_b.jpg"}}));
+  EXPECT_EQ(planned["renames"][2]["to"], dir / "other/0005_c.jpg") << "each directory counts for itself";
+  EXPECT_EQ(Look(dir / ""), before);
+
+  dir.Write("other/0001_C.JPG", "in the way");
+  const auto refused = Json(all, 1);
+  EXPECT_TRUE(refused["renames"].empty());
+  EXPECT_EQ(refused["conflicts"], json({dir / "other/0001_c.jpg"}));
+  std::filesystem::remove(dir / "other/0001_C.JPG");
+  for (const char* style : {"", "..", "a/b", "%n:"}) Json({"rename", photo, "--style", style}, 1);
+  Json({"rename", photo, dir / "in/gone.jpg", "--style", "%n"}, 1);
+  EXPECT_EQ(run({"rename", photo, "--style", "%n", "--digits", "8"}).exitCode, 2);
+  EXPECT_EQ(Look(dir / ""), before);
+
+  EXPECT_EQ(Json(with({"--case", "3"}))["renames"][0]["to"], dir / "in/0001_A.JPG");
+  EXPECT_EQ(ReadAll(dir / "in/0001_A.TXT"), "note");
+  run({"undo"});
+  EXPECT_EQ(Look(dir / ""), before);
+}
+
 }  // namespace
 }  // namespace ml::test
