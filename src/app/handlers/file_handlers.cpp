@@ -1,6 +1,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 
 #include "app/command_runner.h"
 #include "app/dialogs/directory_question.h"
@@ -124,10 +125,15 @@ void Timestamp(CommandContext& context) {
 
 /// Marks, custom order and the current image go back with their files.
 void FollowUndo(Session& session, const platform::JournalEntry& undone) {
-  const platform::PauseGuard pause(session.Worker());
+  std::unordered_map<std::string, std::string> namesBefore;  // and under which name the list has the file
   for (auto rename = undone.renames.rbegin(); rename != undone.renames.rend(); ++rename) {
-    session.list.Rename(rename->to, rename->from);
+    auto known = namesBefore.extract(rename->to);
+    namesBefore[rename->from] = known ? known.mapped() : rename->to;
   }
+  std::unordered_map<std::string, std::string> names;
+  for (const auto& [before, now] : namesBefore) names.emplace(now, before);
+  const platform::PauseGuard pause(session.Worker());
+  session.list.Rename(names);
 }
 
 void Undo(CommandContext& context) {
