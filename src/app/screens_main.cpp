@@ -59,6 +59,7 @@ struct Shot {
 
 /// The commands whose dialogs are drawn; none of them changes anything as long as nobody presses OK.
 constexpr std::pair<const char*, CommandId> kDialogs[] = {
+    {"batch-rename", CommandId::BatchRename},
     {"rename", CommandId::RenameImage},          {"copy", CommandId::CopyToFolder},
     {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
     {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "batch/messages.h"
+#include "batch/name_faults.h"
 #include "catalogue/rename_plan.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -16,51 +17,14 @@ namespace {
 
 using platform::UserError;
 
-/// In characters: a rule of the cameras' own programs.
-constexpr std::size_t kLongestRawName = 31;
-/// In bytes; no file system takes more.
-constexpr std::size_t kLongestName = 255;
-
-/// For each name, how many rows have it, and how many came by so far.
-class NameCounts {
- public:
-  NameCounts(const std::vector<NewName>& rows, std::string (*form)(std::string_view name)) : form_(form) {
-    for (const auto& row : rows) ++left_[form_(row.newName)];
-  }
-  /// Whether a row behind this one has the name too. To be asked once for each row, in order.
-  bool ComesAgain(const NewName& row) { return --left_[form_(row.newName)] > 0; }
-
- private:
-  std::string (*form_)(std::string_view name);
-  std::unordered_map<std::string, int> left_;
-};
-
-bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
-
-/// What no file system takes, or what would upset whoever lists the names.
-void RequireUsable(const NewName& row) {
-  const auto stem = platform::SplitPath(row.newName).stem;
-  if (stem.empty() || stem == "." || stem == ".." || std::ranges::any_of(row.newName, IsControl)) {
-    throw UserError(notAName(row.oldName));
-  }
-  if (row.newName.size() > kLongestName) throw UserError(nameTooLong(row.oldName));
-}
-
-void CheckNames(const std::vector<NewName>& rows) {
-  NameCounts names(rows, [](std::string_view name) { return std::string(name); });
-  for (const auto& row : rows) {
-    const auto& name = row.newName;
-    if (name.find_first_of("\\/:*?\"<>|") != std::string::npos) throw UserError(forbiddenCharacter(name));
-    if (row.isCanonRaw && platform::CodePointCount(name) > kLongestRawName) {
-      throw UserError(rawNameTooLong(row.oldName, name));
+/// Names that differ in case alone are looked for once all else is in order.
+void CheckNames(const NewNames& names) {
+  const auto faults = FaultsOf(names);
+  for (const bool caseAlone : {false, true}) {
+    for (std::size_t i = 0; i < faults.size(); ++i) {
+      if (faults[i] == NameFault::None || (faults[i] == NameFault::SameButForCase) != caseAlone) continue;
+      throw UserError(SentenceOf(faults[i], names.rows[i]));
     }
-    RequireUsable(row);
-    if (names.ComesAgain(row)) throw UserError(duplicateName(name));
-  }
-  // Two files here, but only one of them would arrive where case is ignored, as on a camera's card.
-  NameCounts folded(rows, platform::nameFold);
-  for (const auto& row : rows) {
-    if (folded.ComesAgain(row)) throw UserError(sameButForCase(row.newName));
   }
 }
 
@@ -88,7 +52,7 @@ platform::MessageBox ConflictMessage(const NewNames& names) {
 void CheckNewNames(const std::string& directory, const NewNames& names, catalogue::CaseMode caseMode,
                    imagefiles::CompanionFinder& companions) {
   if (names.HasConflict()) throw UserError(kNamesConflict);
-  CheckNames(names.rows);
+  CheckNames(names);
   if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0) throw UserError(notWritable(directory));
   const auto paths = PathsOf(directory, names);
   const auto plan = catalogue::PlanRename(paths.sources, paths.destinations, caseMode, companions);

@@ -16,6 +16,9 @@ inline constexpr char kConflictHeading[] = "ERROR: the following filenames confl
 inline constexpr char kNamesConflict[] =
     "New names conflict with existing files.\nPlease choose a different renaming scheme";
 
+inline std::string conflictingName(const std::string& name) {
+  return "A file of this name exists and takes no part in the renaming: " + name;
+}
 inline std::string forbiddenCharacter(const std::string& name) {
   return "A filename cannot contain any of the following characters:\n\\/:*?\"<>|\nFile: " + name;
 }

@@ -16,11 +16,16 @@ namespace ml::platform {
 namespace {
 
 JournalEntry Describe(const std::string& id, const EditLog& log) {
-  JournalEntry entry{
-      .id = id, .what = log.what, .when = static_cast<std::time_t>(log.when), .files = {}, .notUndoable = {}};
+  JournalEntry entry{.id = id,
+                     .what = log.what,
+                     .when = static_cast<std::time_t>(log.when),
+                     .files = {},
+                     .notUndoable = {},
+                     .renames = {}};
   std::set<std::string> files, notUndoable;
   for (const auto& step : log.steps) {
     if (files.insert(step.path).second) entry.files.push_back(step.path);
+    if (step.kind == EditKind::Rename) entry.renames.push_back({step.path, step.other});
     if (step.kind == EditKind::Lost && notUndoable.insert(step.path).second) entry.notUndoable.push_back(step.path);
   }
   return entry;

@@ -21,8 +21,9 @@ ml_test(iptc_ui
     iptc_sheet_test.cpp
     widgets_main.cpp
   LINK ml_metadata_ui ml_app_ui Qt6::Test)
-ml_test(slideshow_ui
+ml_test(batch_ui
   SOURCES
+    batch_rename_dialog_test.cpp
     slideshow_window_test.cpp
     widgets_main.cpp
   LINK ml_batch_ui ml_app_ui Qt6::Test)
