@@ -29,9 +29,12 @@ struct HandlerRow {
 std::span<const HandlerRow> CatalogueHandlers();
 std::span<const HandlerRow> DirectoryHandlers();
 std::span<const HandlerRow> EditHandlers();
+std::span<const HandlerRow> ExifToolHandlers();
 std::span<const HandlerRow> FileHandlers();
 std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> PreferencesHandlers();
+std::span<const HandlerRow> RenameHandlers();
+std::span<const HandlerRow> SlideshowHandlers();
 std::span<const HandlerRow> TagHandlers();
 std::span<const HandlerRow> ViewHandlers();
 std::span<const HandlerRow> DisplayHandlers();

@@ -192,8 +192,9 @@ constexpr CommandRow kCommands[] = {
     {CommandId::RegenerateThumbnails, Menu::Tools, 3, "Regenerate &JPEG Thumbnails",
      "Make the thumbnails inside the JPEGs anew", "", "", AnyJpeg},
 
-    {CommandId::KeyboardShortcuts, Menu::Help, 0, "&Keyboard Shortcuts", "List all keys", "F1", "help-contents",
+    {CommandId::HelpContents, Menu::Help, 0, "&Contents", "Open the manual in the browser", "F1", "help-contents",
      Always},
+    {CommandId::KeyboardShortcuts, Menu::Help, 0, "&Keyboard Shortcuts", "List all keys", "Ctrl+F1", "", Always},
     {CommandId::About, Menu::Help, 0, "&About Marrowlantern", "Name and version", "", "help-about", Always},
 };
 

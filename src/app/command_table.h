@@ -100,6 +100,7 @@ enum class CommandId {
   AutoRotateJpegs,
   EmbedColorProfile,
   RegenerateThumbnails,
+  HelpContents,
   KeyboardShortcuts,
   About,
   kCount

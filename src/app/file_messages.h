@@ -21,7 +21,8 @@ inline constexpr std::string_view kCopyTitle = "Copy Images To Directory", kMove
 
 /// Names of the commands, for the progress window and for undo.
 inline constexpr std::string_view kCopyJob = "Copy Images", kMoveJob = "Move Images", kDeleteJob = "Delete",
-                                  kRenameJob = "Rename Image", kTimestampJob = "Timestamp";
+                                  kRenameJob = "Rename Image", kBatchRenameJob = "Batch Rename",
+                                  kTimestampJob = "Timestamp";
 
 inline platform::MessageBox DeleteQuestion(std::size_t count, catalogue::DeleteTo to) {
   using catalogue::DeleteTo;
@@ -44,6 +45,8 @@ inline platform::MessageBox DeleteDirectoryQuestion(const std::string& directory
           .buttons = platform::Buttons::YesNo};
 }
 
+inline constexpr std::string_view kSeveralDirectories =
+    "These images lie in several directories.\nPlease rename those of one directory at a time.";
 inline constexpr std::string_view kNoImagesDropped = "There are no images among these files.";
 inline constexpr std::string_view kNewFolderTitle = "New Folder",
                                   kNewFolderPrompt = "Name of the new folder:", kRenameFolderTitle = "Rename Folder";

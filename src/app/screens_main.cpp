@@ -53,17 +53,20 @@ struct Shot {
   ml::app::Scheme scheme;
   std::vector<CommandId> commands;
   std::string colours = "Gray";  ///< of the thumbnails
-  bool dialog = false;           ///< the picture is of the dialog that the last command opens
+  bool dialog = false;           ///< the picture is of the dialog that the last command opens, where that is on
   int iptcPage = -1;             ///< of the sheet of IPTC data, which stands for the window then
 };
 
 /// The commands whose dialogs are drawn; none of them changes anything as long as nobody presses OK.
 constexpr std::pair<const char*, CommandId> kDialogs[] = {
+    {"batch-rename", CommandId::BatchRename},
     {"rename", CommandId::RenameImage},          {"copy", CommandId::CopyToFolder},
     {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
     {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
     {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
-    {"shortcuts", CommandId::KeyboardShortcuts},
+    {"shortcuts", CommandId::KeyboardShortcuts}, {"slideshow", CommandId::Slideshow},
+    {"exif-copy", CommandId::ExifCopy},          {"export", CommandId::ExportExif},
+    {"extract", CommandId::ExtractJpegs},
 };
 
 std::vector<Shot> AllShots() {
@@ -94,7 +97,11 @@ std::vector<Shot> AllShots() {
       shots.push_back({.name = "iptc-" + title + theme, .scheme = scheme, .commands = {}, .iptcPage = page});
     }
     for (const auto& [name, id] : kDialogs) {
-      shots.push_back({std::string("dialog-") + name + theme, scheme, {CommandId::ThumbnailView, id}, "Gray", true});
+      shots.push_back({std::string("dialog-") + name + theme,
+                       scheme,
+                       {CommandId::ThumbnailView, CommandId::SelectAll, id},
+                       "Gray",
+                       true});
     }
     shots.push_back({"dialog-job" + theme, scheme, {}, "Gray", true});
   }
@@ -119,15 +126,23 @@ class Photographer final : public QObject {
     auto& list = session_.list;
     tagged_ = list.TaggedPaths();
     for (const int i : {1, 2, 6}) list.SetTag(i, true);
-    for (int i = 2; i < std::min(list.Count(), 5); ++i) list.marks[static_cast<std::size_t>(i)].selected = true;
+    SelectSome();
     list.focusIndex = std::min(3, list.Count() - 1);
     frame_.View().LoadImage(list.focusIndex, ml::app::Reload::Force);
+  }
+
+  void SelectSome() {
+    auto& list = session_.list;
+    list.SelectNone();
+    for (int i = 2; i < std::min(list.Count(), 5); ++i) list.marks[static_cast<std::size_t>(i)].selected = true;
   }
 
   void Prepare() {
     const auto& shot = shots_[next_];
     ml::app::ApplyTheme(*qApp, shot.scheme);
     frame_.findChild<ml::catalogue::ui::ThumbnailListView*>()->SetColours(shot.colours);
+    SelectSome();
+    frame_.View().MarksChanged();
     const auto here = shot.dialog && !shot.commands.empty() ? shot.commands.size() - 1 : shot.commands.size();
     for (std::size_t i = 0; i < here; ++i) frame_.Runner().Run(shot.commands[i]);
     if (shot.iptcPage >= 0) ShowSheet(shot.iptcPage);
@@ -173,7 +188,8 @@ class Photographer final : public QObject {
     });
     look.start(kPollMilliseconds);
     shot.commands.empty() ? ShowJob(taken) : frame_.Runner().Run(shot.commands.back());
-    if (taken) return;
+    const bool off = !shot.commands.empty() && !ml::app::FindCommand(shot.commands.back()).enabled(session_.State());
+    if (taken || off) return;
     std::fprintf(stderr, "marrowlantern-screens: no dialog: %s\n", shot.name.c_str());
     failed_ = true;
   }

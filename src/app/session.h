@@ -7,6 +7,7 @@
 #include "app/command_state.h"
 #include "app/file_kinds.h"
 #include "app/shooting_data_memory.h"
+#include "app/tool_memory.h"
 #include "app/view_mode.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/image_list.h"
@@ -51,7 +52,8 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
-  std::string lastDestination;     ///< of images copied or moved; not remembered between runs
+  std::string lastDestination;  ///< of images copied or moved; not remembered between runs
+  ToolMemory tools;
   int preferencesPage = 0;         ///< where the Preferences open; not remembered between runs
   int iptcPage = 0;                ///< where the sheet of IPTC data opens; not remembered between runs
   bool histogramShown = false;     ///< in a window of its own; not remembered between runs

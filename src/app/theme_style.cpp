@@ -19,12 +19,12 @@ QColor EdgeColour(const QStyleOption& option) {
   return {grey, grey, grey};
 }
 
-void DrawEdge(const QStyleOption& option, QPainter& painter, const QColor& colour) {
+void DrawEdge(const QStyleOption& option, QPainter& painter, const QColor& colour, double radius = kCornerRadius) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(colour);
-  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius, kCornerRadius);
+  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
   painter.restore();
 }
 
@@ -37,6 +37,7 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool field = element == PE_FrameLineEdit && !option->state.testFlag(State_HasFocus);
   if (field || element == PE_IndicatorCheckBox) DrawEdge(*option, *painter, EdgeColour(*option));
+  if (element == PE_IndicatorRadioButton) DrawEdge(*option, *painter, EdgeColour(*option), option->rect.width() / 2.0);
   if (element != PE_Frame || !platform::ui::IsField(widget)) return;
   const auto accent = platform::ui::AccentFor(option->palette.color(QPalette::Window));
   DrawEdge(*option, *painter, widget->hasFocus() ? accent : EdgeColour(*option));

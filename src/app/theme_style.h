@@ -4,8 +4,8 @@
 
 namespace ml::app {
 
-/// The toolkit's own drawing, with an edge around fields and check boxes that is seen on light and dark grounds:
-/// without it, an unchecked box all but vanishes on a dark one.
+/// The toolkit's own drawing, with an edge around fields, check boxes and radio buttons that is seen on light and
+/// dark grounds: without it, an unchecked box all but vanishes on a dark one.
 class ThemeStyle final : public QProxyStyle {
   Q_OBJECT
 

@@ -152,6 +152,15 @@ void ImageList::Rename(const std::string& from, const std::string& to) {
   if (currentPath == from) currentPath = to;
 }
 
+void ImageList::Rename(const std::unordered_map<std::string, std::string>& names) {
+  const auto follow = [&](std::string& path) {
+    if (const auto found = names.find(path); found != names.end()) path = found->second;
+  };
+  std::ranges::for_each(files, follow);
+  std::ranges::for_each(customOrder, follow);
+  follow(currentPath);
+}
+
 void ImageList::Assign(std::vector<std::string> paths) {
   files = std::move(paths);
   marks.assign(files.size(), {});

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace ml::catalogue {
@@ -72,6 +73,8 @@ struct ImageList {
   void Remove(const std::vector<int>& indices);
   /// The file `from` bears the name `to` now.
   void Rename(const std::string& from, const std::string& to);
+  /// The same for many files at once: old names to new ones.
+  void Rename(const std::unordered_map<std::string, std::string>& names);
   /// Replaces everything: `paths` with all marks off.
   void Assign(std::vector<std::string> paths);
 };

@@ -27,15 +27,17 @@ struct RenameTools {
 
 /// Renames the image `source` with its companions: all get the stem of `destination` and keep their extensions, whose
 /// letters, like those of the stem, follow `caseMode`. What stands at a new name goes to the trash. A link is renamed
-/// itself. If a companion cannot be renamed, those before it get their old names back. Gives the image's new path.
+/// itself. If one of the files cannot be renamed, those before it get their old names back. Gives the image's new path.
 /// Throws UserError.
 std::string RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
                       const RenameTools& tools);
 
 /// Renames each of `sources` to the destination of the same index; chains and swaps come out right in any order.
-/// Throws UserError at the first failure: images renamed so far keep their new names, those that were moved out of
-/// the way get their old ones back where these are free.
-void RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations, CaseMode caseMode,
-                 const RenameTools& tools);
+/// Each destination is in the directory of its source; sources may lie in several. The whole plan is noted in
+/// `tools.batch`, lasting, before the first file is renamed. Gives the images' new paths. Throws UserError at the first
+/// failure, after which all images have their old names back; also if the plan cannot be noted.
+std::vector<std::string> RenameFiles(const std::vector<std::string>& sources,
+                                     const std::vector<std::string>& destinations, CaseMode caseMode,
+                                     const RenameTools& tools);
 
 }  // namespace ml::catalogue

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <exception>
+#include <cstddef>
 
 #include "catalogue/messages.h"
 #include "platform/errors.h"
@@ -54,40 +54,25 @@ bool AreBothListed(const NameChange& change, FileSystem& fileSystem) {
          std::ranges::count(names, platform::FileName(change.to)) > 0;
 }
 
-/// What stands at the new name.
-enum class Target { Free, Itself, OtherFile, OtherLink, Directory };
-
-Target TargetOf(const NameChange& change, FileSystem& fileSystem) {
-  struct stat own {};
-  struct stat other {};
-  if (fileSystem.Stat(change.from, Links::Keep, own) != 0) {
-    throw UserError(errorRenaming(change.from, change.to));
-  }
-  if (fileSystem.Stat(change.to, Links::Keep, other) != 0) {
-    if (errno == ENOENT) return Target::Free;
-    throw UserError(errorRenaming(change.from, change.to));
-  }
-  const bool sameFile = own.st_ino == other.st_ino && own.st_dev == other.st_dev;
-  if (sameFile && !AreBothListed(change, fileSystem)) return Target::Itself;
-  if (S_ISDIR(other.st_mode)) return Target::Directory;
-  return S_ISLNK(other.st_mode) ? Target::OtherLink : Target::OtherFile;
+/// The path with all letters of its name in the other case; the same if it has none.
+std::string OtherCase(const std::string& path) {
+  const std::string name(platform::FileName(path));
+  const auto lower = platform::AsciiLower(name);
+  return std::string(platform::DirectoryOf(path)) + (lower == name ? platform::AsciiUpper(name) : lower);
 }
 
-/// Throws if what stands at the new name must stay there.
-void CheckTarget(const NameChange& change, FileSystem& fileSystem) {
-  if (change.from == change.to) return;
-  const auto target = TargetOf(change, fileSystem);
-  if (target == Target::Directory) {
-    throw UserError(errorDeleting(change.to, change.from, CauseWord(EISDIR)));
-  }
-  if (target != Target::OtherFile) return;
-  platform::FileStatusGuard guard(change.to, platform::ModificationTimePolicy::LetStand, fileSystem);
+/// Throws if what lies at `now` and will stand at the new name must stay there.
+void CheckDisplaced(const NameChange& change, const std::string& now, FileSystem& fileSystem) {
+  struct stat status {};
+  if (fileSystem.Stat(now, Links::Keep, status) != 0) throw UserError(errorRenaming(change.from, change.to));
+  if (S_ISDIR(status.st_mode)) throw UserError(errorDeleting(change.to, change.from, CauseWord(EISDIR)));
+  if (S_ISLNK(status.st_mode)) return;
+  platform::FileStatusGuard guard(now, platform::ModificationTimePolicy::LetStand, fileSystem);
   if (!guard.MakeWritable()) throw UserError(unableToDeleteReadOnly(change.to));
   guard.Restore();
 }
 
 void Displace(const NameChange& change, const RenameTools& tools) {
-  if (tools.batch != nullptr) tools.batch->WillTrash(change.to);
   try {
     tools.trash.Put(platform::AbsolutePath(change.to));
   } catch (const UserError&) {
@@ -97,46 +82,119 @@ void Displace(const NameChange& change, const RenameTools& tools) {
   }
 }
 
+int Rename(const RenameStep& step, const NameChange& change, FileSystem& fileSystem) {
+  // Whatever appeared at the new name since is not overwritten.
+  return step.kind == RenameStep::Kind::RenameInPlace ? fileSystem.Rename(change.from, change.to)
+                                                      : fileSystem.RenameNoReplace(change.from, change.to);
+}
+
+void Do(const RenameStep& step, const RenameTools& tools) {
+  const auto& change = step.change;
+  if (step.kind == RenameStep::Kind::Displace) return Displace(change, tools);
+  if (Rename(step, change, tools.fileSystem) != 0) {
+    if (errno == EXDEV) throw OtherFileSystem(errorRenaming(change.from, change.to));
+    throw UserError(errorRenaming(change.from, change.to));
+  }
+  if (tools.renamed) tools.renamed(change.from, change.to);
+}
+
+/// Takes the first `count` steps back, as far as it goes. Whether everything is as before.
+bool TakeBack(const std::vector<RenameStep>& steps, std::size_t count, const RenameTools& tools) {
+  bool complete = true;
+  while (count-- > 0) {
+    const auto& step = steps[count];
+    const NameChange back{step.change.to, step.change.from};
+    const bool done = step.kind != RenameStep::Kind::Displace && Rename(step, back, tools.fileSystem) == 0;
+    if (done && tools.renamed) tools.renamed(back.from, back.to);
+    complete = complete && done;
+  }
+  return complete;
+}
+
+std::vector<platform::PlannedMove> MovesOf(const std::vector<RenameStep>& steps) {
+  std::vector<platform::PlannedMove> moves;
+  moves.reserve(steps.size());
+  for (const auto& step : steps) {
+    const bool displaced = step.kind == RenameStep::Kind::Displace;
+    moves.push_back({displaced ? step.change.to : step.change.from, displaced ? "" : step.change.to, step.now});
+  }
+  return moves;
+}
+
 }  // namespace
 
-void RenameSteps::Run(const std::vector<NameChange>& changes) {
-  for (const auto& change : changes) CheckTarget(change, tools_.fileSystem);
+/// Learns whether the directory of `path`, where that file lies, takes two spellings for one.
+void StepPlanner::LearnCase(const std::string& path) {
+  const std::string directory(platform::DirectoryOf(path));
+  if (ignoresCase_.contains(directory)) return;
+  const NameChange spellings{path, OtherCase(path)};
+  if (spellings.from == spellings.to) return;
+  struct stat own {};
+  struct stat other {};
+  const bool same = fileSystem_.Stat(spellings.from, Links::Keep, own) == 0 &&
+                    fileSystem_.Stat(spellings.to, Links::Keep, other) == 0 && own.st_ino == other.st_ino &&
+                    own.st_dev == other.st_dev;
+  ignoresCase_[directory] = same && !AreBothListed(spellings, fileSystem_);
+}
+
+std::string StepPlanner::Key(const std::string& path) const {
+  const std::string directory(platform::DirectoryOf(path));
+  const auto found = ignoresCase_.find(directory);
+  const bool ignores = found != ignoresCase_.end() && found->second;
+  return ignores ? directory + platform::nameFold(platform::FileName(path)) : path;
+}
+
+/// Where the file lies that bears the name by then; empty if there is none.
+std::string StepPlanner::Now(const std::string& path, const NameChange& asker) {
+  if (const auto found = now_.find(Key(path)); found != now_.end()) return found->second;
+  struct stat status {};
+  if (fileSystem_.Stat(path, Links::Keep, status) == 0) return path;
+  if (errno != ENOENT) throw UserError(errorRenaming(asker.from, asker.to));
+  return {};
+}
+
+void StepPlanner::Add(const NameChange& change) {
+  if (change.from == change.to) return;
+  const auto now = Now(change.from, change);
+  if (now.empty()) throw UserError(errorRenaming(change.from, change.to));
+  LearnCase(now);
+  const bool inPlace = Key(change.from) == Key(change.to);
+  if (const auto other = inPlace ? std::string() : Now(change.to, change); !other.empty()) {
+    CheckDisplaced(change, other, fileSystem_);
+    steps_.push_back({RenameStep::Kind::Displace, change, other});
+  }
+  steps_.push_back({inPlace ? RenameStep::Kind::RenameInPlace : RenameStep::Kind::Rename, change, now});
+  now_[Key(change.from)].clear();
+  now_[Key(change.to)] = now;
+}
+
+bool StepPlanner::IsFree(const std::string& path) {
+  const auto found = now_.find(Key(path));
+  return found != now_.end() ? found->second.empty() : IsNameFree(path, fileSystem_);
+}
+
+void RunSteps(const std::vector<RenameStep>& steps, NotedPlan noted, const RenameTools& tools) {
+  platform::EditBatch::Mark before;
+  if (tools.batch != nullptr) before = tools.batch->WillMoveAll(MovesOf(steps));
+  const bool isNoted = tools.batch == nullptr || !tools.batch->Failure();
+  if (!isNoted && noted == NotedPlan::Required) throw UserError(*tools.batch->Failure());
+  std::size_t done = 0;
   try {
-    for (const auto& change : changes) Do(change);
+    for (const auto& step : steps) {
+      Do(step, tools);
+      ++done;
+    }
   } catch (...) {
-    TakeBack();
+    const bool asBefore = TakeBack(steps, done, tools);
+    if (asBefore && tools.batch != nullptr) tools.batch->Forget(before);
     throw;
   }
 }
 
-void RenameSteps::Do(const NameChange& change) {
-  if (change.from == change.to) return;
-  const auto target = TargetOf(change, tools_.fileSystem);
-  const bool inPlace = target == Target::Itself;
-  if (target != Target::Free && !inPlace) Displace(change, tools_);
-  if (tools_.batch != nullptr) tools_.batch->WillRename(change.from, change.to);
-  // Whatever appeared there since is not overwritten.
-  const int result = inPlace ? tools_.fileSystem.Rename(change.from, change.to)
-                             : tools_.fileSystem.RenameNoReplace(change.from, change.to);
-  if (result != 0 && errno == EXDEV) throw OtherFileSystem(errorRenaming(change.from, change.to));
-  if (result != 0) throw UserError(errorRenaming(change.from, change.to));
-  done_.push_back(change);
-  if (tools_.renamed) tools_.renamed(change.from, change.to);
-}
-
-/// As far as it goes: the failure that led here is the one to be told, and undo knows every step.
-void RenameSteps::TakeBack() noexcept {
-  for (auto change = done_.rbegin(); change != done_.rend(); ++change) {
-    try {
-      const bool inPlace = TargetOf({change->to, change->from}, tools_.fileSystem) == Target::Itself;
-      if (tools_.batch != nullptr) tools_.batch->WillRename(change->to, change->from);
-      const int result = inPlace ? tools_.fileSystem.Rename(change->to, change->from)
-                                 : tools_.fileSystem.RenameNoReplace(change->to, change->from);
-      if (result == 0 && tools_.renamed) tools_.renamed(change->to, change->from);
-    } catch (const std::exception&) {
-      continue;
-    }
-  }
+void RunChanges(const std::vector<NameChange>& changes, const RenameTools& tools) {
+  StepPlanner planner(tools.fileSystem);
+  for (const auto& change : changes) planner.Add(change);
+  RunSteps(planner.Steps(), NotedPlan::IfPossible, tools);
 }
 
 bool IsNameFree(const std::string& path, FileSystem& fileSystem) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "catalogue/rename_files.h"
@@ -19,24 +20,46 @@ class OtherFileSystem : public platform::UserError {
   using UserError::UserError;
 };
 
-/// The name changes of one image and its companions; those done are taken back unless all of them are.
-class RenameSteps {
- public:
-  explicit RenameSteps(const RenameTools& tools) : tools_(tools) {}
-  RenameSteps(const RenameSteps&) = delete;
-  RenameSteps& operator=(const RenameSteps&) = delete;
+/// One step of a renaming.
+struct RenameStep {
+  enum class Kind { Rename, RenameInPlace, Displace };
+  Kind kind = Kind::Rename;  ///< RenameInPlace: to another spelling of the same name, where case is ignored
+  NameChange change;         ///< Displace: `to` goes to the trash, in favour of `from`
+  std::string now;           ///< where the file lies as long as no step is done
+};
 
-  /// Throws UserError, OtherFileSystem among them. Whatever was moved to the trash before a failure stays there; undo
-  /// brings it back.
-  void Run(const std::vector<NameChange>& changes);
+/// Works out the steps of a renaming without doing any: each sees the names as those before it leave them.
+class StepPlanner {
+ public:
+  explicit StepPlanner(platform::FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+
+  /// What stands at the new name is displaced. Throws UserError if it must stay there, or if there is no such file.
+  void Add(const NameChange& change);
+  /// Whether nothing will stand at `path`, not even a link that leads nowhere.
+  bool IsFree(const std::string& path);
+  const std::vector<RenameStep>& Steps() const { return steps_; }
 
  private:
-  void Do(const NameChange& change);
-  void TakeBack() noexcept;
+  std::string Key(const std::string& path) const;
+  std::string Now(const std::string& path, const NameChange& asker);
+  void LearnCase(const std::string& path);
 
-  const RenameTools& tools_;
-  std::vector<NameChange> done_;
+  platform::FileSystem& fileSystem_;
+  std::vector<RenameStep> steps_;
+  std::unordered_map<std::string, std::string> now_;   ///< names that steps changed: where their file lies; or empty
+  std::unordered_map<std::string, bool> ignoresCase_;  ///< by directory
 };
+
+/// Whether steps may be done that undo will not know of, because the journal cannot take them.
+enum class NotedPlan { IfPossible, Required };
+
+/// Notes all steps, lasting before the first is done, then does them. After a failure those done are taken back, and
+/// if that leaves everything as it was, the notes too. Throws UserError, OtherFileSystem among them. Whatever was
+/// moved to the trash before a failure stays there; undo brings it back.
+void RunSteps(const std::vector<RenameStep>& steps, NotedPlan noted, const RenameTools& tools);
+
+/// The same for changes that are not worked out yet.
+void RunChanges(const std::vector<NameChange>& changes, const RenameTools& tools);
 
 /// Whether nothing stands at `path`, not even a link that leads nowhere.
 bool IsNameFree(const std::string& path, platform::FileSystem& fileSystem);

@@ -169,10 +169,36 @@ std::vector<std::string> CThumbnailThread::SetTimestamps(const std::vector<std::
   return catalogue::SetTimestamps(paths, setReadOnly, tools);
 }
 
-void CThumbnailThread::RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations,
-                                   CaseMode caseMode, const RenameTools& tools) {
+std::vector<std::string> CThumbnailThread::RenameFiles(const std::vector<std::string>& sources,
+                                                       const std::vector<std::string>& destinations, CaseMode caseMode,
+                                                       const RenameTools& tools) {
   Pause();
-  catalogue::RenameFiles(std::move(sources), destinations, caseMode, Following(tools));
+  // The list is searched once for all: a batch has thousands of names.
+  std::unordered_map<std::string, std::string> oldNames;
+  auto noting = tools;
+  noting.renamed = [&](const std::string& from, const std::string& to) {
+    auto known = oldNames.extract(from);
+    oldNames[to] = known ? known.mapped() : from;
+    if (tools.renamed) tools.renamed(from, to);
+  };
+  try {
+    auto newPaths = catalogue::RenameFiles(sources, destinations, caseMode, noting);
+    FollowNames(oldNames);
+    return newPaths;
+  } catch (...) {
+    FollowNames(oldNames);
+    throw;
+  }
+}
+
+/// The entries follow their files, which have new names now.
+void CThumbnailThread::FollowNames(const std::unordered_map<std::string, std::string>& oldNames) {
+  std::unordered_map<std::string, std::string> names;
+  for (const auto& [to, from] : oldNames) names.emplace(from, to);
+  list_.Rename(names);
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    if (State(static_cast<int>(i)) != ThumbnailState::ToDo) entries_[i]->item->path = list_.files[i];
+  }
 }
 
 std::string CThumbnailThread::RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
@@ -180,7 +206,7 @@ std::string CThumbnailThread::RenameOne(const std::string& source, const std::st
   return catalogue::RenameOne(source, destination, caseMode, Following(tools));
 }
 
-/// The same tools, with the entries following.
+/// The same tools, with the entry following.
 RenameTools CThumbnailThread::Following(const RenameTools& tools) {
   auto following = tools;
   following.renamed = [this, &tools](const std::string& from, const std::string& to) {

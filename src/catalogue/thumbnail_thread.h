@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <unordered_map>
 #include <vector>
 
 #include "catalogue/image_list.h"
@@ -77,8 +78,9 @@ class CThumbnailThread final : public ListGate {
                                          const TimestampTools& tools);
   /// Pauses and does not resume, also when it throws: the caller reads the directory anew, which resumes. See
   /// catalogue::RenameFiles; the entries follow their files.
-  void RenameFiles(std::vector<std::string> sources, const std::vector<std::string>& destinations, CaseMode caseMode,
-                   const RenameTools& tools);
+  std::vector<std::string> RenameFiles(const std::vector<std::string>& sources,
+                                       const std::vector<std::string>& destinations, CaseMode caseMode,
+                                       const RenameTools& tools);
   /// Does not pause: to be called in a pause. See catalogue::RenameOne; the entry follows its file.
   std::string RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
                         const RenameTools& tools);
@@ -112,6 +114,7 @@ class CThumbnailThread final : public ListGate {
   void Work(int index);
   void Rebuild();
   RenameTools Following(const RenameTools& tools);
+  void FollowNames(const std::unordered_map<std::string, std::string>& oldNames);
   void Follow(const std::vector<int>& oldIndices);
 
   ImageList& list_;

@@ -92,7 +92,7 @@ void FileTransfer::Move(const std::vector<Step>& steps) {
   std::vector<NameChange> changes;
   for (const auto& step : steps) changes.push_back({step.from, step.to});
   try {
-    RenameSteps(tools).Run(changes);
+    RunChanges(changes, tools);
   } catch (const OtherFileSystem&) {
     Copy(steps);
     RemoveSources(steps);
@@ -110,8 +110,7 @@ void FileTransfer::Copy(const std::vector<Step>& steps) {
         if (tools_.batch != nullptr) tools_.batch->WillTrash(to);
         tools_.trash.Put(to);
       }
-      // The first one was noted when it was tried.
-      if (move && &step != &steps.front() && tools_.batch != nullptr) tools_.batch->WillRename(from, to);
+      if (move && tools_.batch != nullptr) tools_.batch->WillRename(from, to);
       platform::CopyFile(from, to,
                          {.edit = {.recorder = move ? nullptr : tools_.batch,
                                    .stateDirectory = tools_.stateDirectory,

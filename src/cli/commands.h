@@ -30,8 +30,12 @@ void AddThumbnailCommand(CLI::App& program, RunState& state);
 void AddEmbedProfileCommand(CLI::App& program, RunState& state);
 void AddCopyCommand(CLI::App& program, RunState& state);
 void AddMoveCommand(CLI::App& program, RunState& state);
+void AddRenameCommand(CLI::App& program, RunState& state);
 void AddDeleteCommand(CLI::App& program, RunState& state);
 void AddConvertCommand(CLI::App& program, RunState& state);
+void AddCopyExifCommand(CLI::App& program, RunState& state);
+void AddExportExifCommand(CLI::App& program, RunState& state);
+void AddExtractJpegCommand(CLI::App& program, RunState& state);
 void AddUndoCommand(CLI::App& program, RunState& state);
 
 }  // namespace ml::cli

@@ -27,15 +27,6 @@ struct Target {
   EditOutcome outcome = {};
 };
 
-void RequireImage(const GivenImage& image) {
-  struct stat status {};
-  if (::stat(image.path.c_str(), &status) != 0) throw platform::UserError(image.given + ": does not exist");
-  if (!S_ISREG(status.st_mode)) throw platform::UserError(image.given + ": is no regular file");
-  if (imagefiles::FindFormat(image.path) == nullptr) {
-    throw platform::UserError(image.given + ": is no image by its extension");
-  }
-}
-
 class EditRun {
  public:
   EditRun(const std::vector<std::string>& files, const EditCommand& command, RunState& state)
@@ -149,6 +140,15 @@ class EditRun {
 };
 
 }  // namespace
+
+void RequireImage(const GivenImage& image) {
+  struct stat status {};
+  if (::stat(image.path.c_str(), &status) != 0) throw platform::UserError(image.given + ": does not exist");
+  if (!S_ISREG(status.st_mode)) throw platform::UserError(image.given + ": is no regular file");
+  if (imagefiles::FindFormat(image.path) == nullptr) {
+    throw platform::UserError(image.given + ": is no image by its extension");
+  }
+}
 
 void RunEdits(const std::vector<std::string>& files, const EditCommand& command, RunState& state) {
   EditRun(files, command, state).Run();

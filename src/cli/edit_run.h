@@ -14,6 +14,9 @@ struct GivenImage {
   std::string given, path;
 };
 
+/// Throws UserError if it is no file of a format that is known.
+void RequireImage(const GivenImage& image);
+
 /// What became of one image.
 struct EditOutcome {
   bool changed = false;                 ///< or would be, in a dry run

@@ -56,6 +56,7 @@ ExitCode Run(RunState& state) {
 
 int Main(int argc, char** argv) {
   std::setlocale(LC_CTYPE, "");
+  std::setlocale(LC_TIME, "");  // names of months and days, as the window has them
   RunState state;
   CLI::App program("Looks at and works on directories of camera images without a window.", "marrowlantern-cli");
   program.require_subcommand(1);
@@ -82,8 +83,12 @@ int Main(int argc, char** argv) {
   AddEmbedProfileCommand(program, state);
   AddCopyCommand(program, state);
   AddMoveCommand(program, state);
+  AddRenameCommand(program, state);
   AddDeleteCommand(program, state);
   AddConvertCommand(program, state);
+  AddCopyExifCommand(program, state);
+  AddExportExifCommand(program, state);
+  AddExtractJpegCommand(program, state);
   AddUndoCommand(program, state);
   try {
     program.parse(argc, argv);

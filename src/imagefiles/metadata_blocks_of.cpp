@@ -67,10 +67,10 @@ void ReadApp1(MetadataBlocks& blocks, const std::string& path) {
   }
 }
 
-void BuildExif(MetadataBlocks& blocks, const std::string& path) {
-  const platform::ReadableFile file(path);
+void BuildExif(MetadataBlocks& blocks, const metadata::ExifData& shooting) {
+  const platform::ReadableFile file(shooting.path);
   const metadata::FileSource source(file);
-  blocks.exif = metadata::BuildExifBlock(*blocks.shooting, &source);
+  blocks.exif = metadata::BuildExifBlock(shooting, &source);
 }
 
 /// Nothing if the segment holds no note.
@@ -91,10 +91,9 @@ void FindNote(MetadataBlocks& blocks) {
 }
 
 /// That of a file built on TIFF, whose header is its first byte.
-void ReadFileNote(MetadataBlocks& blocks, const std::string& path) {
-  const auto& shooting = *blocks.shooting;
+void ReadFileNote(MetadataBlocks& blocks, const metadata::ExifData& shooting) {
   if (shooting.makerNoteCount == 0 || shooting.makerNoteCount > kLongestNote) return;
-  const platform::ReadableFile file(path);
+  const platform::ReadableFile file(shooting.path);
   const metadata::FileSource source(file);
   const auto header = metadata::ReadTiffHeader(source, 0);
   if (!header || header->firstDirectory == 0) return;
@@ -112,9 +111,9 @@ void ReadSource(MetadataBlocks& blocks, const std::string& source, const ImageFi
   blocks.summary = GetPropertiesText(told, locale);
   const auto exifFile = ExifFileOf(source);
   if (!exifFile.empty()) IfReadable([&] { ReadApp1(blocks, exifFile); });
-  if (blocks.exif.empty()) IfReadable([&] { BuildExif(blocks, source); });
+  if (blocks.exif.empty()) IfReadable([&] { BuildExif(blocks, shooting); });
   IfReadable([&] { FindNote(blocks); });
-  if (blocks.makerNote.bytes.empty()) IfReadable([&] { ReadFileNote(blocks, source); });
+  if (blocks.makerNote.bytes.empty()) IfReadable([&] { ReadFileNote(blocks, shooting); });
 }
 
 /// A profile that cannot be used would make other programs show wrong colours or refuse the file.

@@ -26,6 +26,14 @@ bool IsRawFile(const std::string& path) {
   return ends(".crw") || ends(".thm") || ends(".nef") || (ends(".tif") && IsEos1DRawFile(path));
 }
 
+bool IsAnyRawFile(const std::string& path) {
+  constexpr Format kRaw[] = {Format::Crw, Format::Nef, Format::Mrw, Format::Orf, Format::Raf, Format::Pef};
+  const auto* row = FindFormat(path);
+  if (row == nullptr) return false;
+  if (row->format == Format::Tiff) return platform::EndsWithNoCase(path, ".tif") && IsEos1DRawFile(path);
+  return std::ranges::find(kRaw, row->format) != std::end(kRaw);
+}
+
 bool CanHoldIptc(const std::string& path) {
   const auto* row = FindFormat(path);
   if (row == nullptr || row->iptcHome == IptcHome::None) return false;

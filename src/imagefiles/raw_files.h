@@ -11,6 +11,9 @@ namespace ml::imagefiles {
 /// never ".tiff", and never the raw formats that count as plain images.
 bool IsRawFile(const std::string& path);
 
+/// The same of the formats: also those that count as plain images, and no companions.
+bool IsAnyRawFile(const std::string& path);
+
 /// Whether there is a place for IPTC data; for ".crw" and ".avi" that is the companion, which must exist.
 bool CanHoldIptc(const std::string& path);
 

@@ -101,6 +101,10 @@ std::optional<Picture> ReadViewingJpeg(const PictureRequest& request) {
 
 }  // namespace
 
+std::optional<FileRange> FindRawJpeg(Format format, const ByteSource& file) {
+  return RawRowOf(format).findPreview(file);
+}
+
 Turn RawTurn(Format format, const ByteSource& file) { return RawRowOf(format).turn(file); }
 
 Picture ReadRawPicture(Format format, const PictureRequest& request) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <exception>
+#include <set>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -31,15 +32,26 @@ EditBatch::EditBatch(EditJournal& journal, std::string what) : host_(journal.Hos
 
 EditBatch::~EditBatch() { Commit(); }
 
-void EditBatch::AppendLine(const std::string& line) {
-  log_->Write(logSize_, std::as_bytes(std::span(line.data(), line.size())));
-  logSize_ += line.size();
+void EditBatch::Append(const std::string& lines) {
+  log_->Write(logSize_, std::as_bytes(std::span(lines.data(), lines.size())));
+  logSize_ += lines.size();
 }
 
 void EditBatch::Start() {
   if (log_) return;
   log_.emplace(CreateLog(host_.fileSystem, JournalDirectory(host_.stateDirectory)));
-  AppendLine(HeadLine(what_, host_.clock.now()));
+  Append(HeadLine(what_, host_.clock.now()));
+}
+
+/// `now`: where the file lies. Throws UserError if it cannot be looked at.
+EditStep EditBatch::StepOf(EditKind kind, const std::string& path, const std::string& now) const {
+  EditStep step{.kind = kind, .path = AbsolutePath(path)};
+  if (kind == EditKind::Create) return step;
+  const bool ofLink = kind == EditKind::Rename || kind == EditKind::Trash || kind == EditKind::Lost;
+  const auto stamp = StampOfPath(host_.fileSystem, AbsolutePath(now), ofLink ? Links::Keep : Links::Follow);
+  if (!stamp) ThrowFileError(messages::kUnableToRead, step.path, ENOENT);
+  step.before = *stamp;
+  return step;
 }
 
 /// Adds one step. After a failure nothing more is noted: with a gap in it the rest could mislead an undo.
@@ -47,15 +59,9 @@ void EditBatch::Record(EditKind kind, const std::string& path, const std::functi
   if (failure_) return;
   try {
     Start();
-    EditStep step{.kind = kind, .path = AbsolutePath(path)};
-    if (kind != EditKind::Create) {
-      const bool ofLink = kind == EditKind::Rename || kind == EditKind::Trash || kind == EditKind::Lost;
-      const auto stamp = StampOfPath(host_.fileSystem, step.path, ofLink ? Links::Keep : Links::Follow);
-      if (!stamp) ThrowFileError(messages::kUnableToRead, step.path, ENOENT);
-      step.before = *stamp;
-    }
+    auto step = StepOf(kind, path, path);
     complete(step);
-    AppendLine(StepLine(step));
+    Append(StepLine(step));
     lost_ = lost_ || step.kind == EditKind::Lost;
     steps_.push_back(std::move(step));
   } catch (const std::exception& error) {
@@ -123,6 +129,50 @@ void EditBatch::WillTrash(const std::string& path) {
   Record(EditKind::Trash, path, [](EditStep&) {});
 }
 
+EditBatch::Mark EditBatch::WillMoveAll(const std::vector<PlannedMove>& moves) {
+  const Mark before{steps_.size(), logSize_};
+  if (failure_ || moves.empty()) return before;
+  try {
+    Start();
+    std::string lines;
+    for (const auto& move : moves) {
+      auto step = StepOf(move.to.empty() ? EditKind::Trash : EditKind::Rename, move.from, move.now);
+      if (!move.to.empty()) {
+        struct stat status {};
+        if (host_.fileSystem.Stat(move.now, Links::Keep, status) == 0) step.inode = status.st_ino;
+        step.other = AbsolutePath(move.to);
+      }
+      lines += StepLine(step);
+      steps_.push_back(std::move(step));
+    }
+    Append(lines);
+    log_->Sync();
+    OpenDirectory(host_.fileSystem, log_->Label()).Sync();
+  } catch (const std::exception& error) {
+    Forget(before);
+    failure_ = error.what();
+  }
+  return before;
+}
+
+void EditBatch::Forget(const Mark& mark) {
+  if (!log_) return;
+  try {
+    steps_.resize(std::min(mark.steps, steps_.size()));
+    if (steps_.empty()) {
+      const auto path = log_->Label();
+      log_.reset();
+      logSize_ = 0;
+      if (host_.fileSystem.Unlink(path) != 0) ThrowFileError(messages::kUnableToRemove, path, errno);
+    } else {
+      log_->Truncate(mark.logSize);
+      logSize_ = mark.logSize;
+    }
+  } catch (const std::exception& error) {
+    failure_ = failure_ ? failure_ : error.what();
+  }
+}
+
 void EditBatch::WillChangeStatus(const std::string& path) {
   Record(EditKind::Status, path, [](EditStep&) {});
 }
@@ -131,15 +181,27 @@ void EditBatch::WillLose(const std::string& path, const std::string& reason) {
   Record(EditKind::Lost, path, [&](EditStep& step) { step.other = reason; });
 }
 
+/// How the steps left their files. A file that a later step moved on is that step's business: another one may bear
+/// its name by now.
+std::string EditBatch::AfterLines() const {
+  std::string lines;
+  std::set<std::string> movedOn;
+  for (auto i = steps_.size(); i-- > 0;) {
+    const auto& step = steps_[i];
+    const bool moved = step.kind == EditKind::Rename || step.kind == EditKind::Trash;
+    const auto links = step.kind == EditKind::Rename || step.kind == EditKind::Create ? Links::Keep : Links::Follow;
+    const bool last = step.kind != EditKind::Rename || !movedOn.contains(step.other);
+    const auto stamp = last ? StampOfPath(host_.fileSystem, step.PathAfter(), links) : std::nullopt;
+    if (stamp) lines += AfterLine(i, *stamp);
+    if (moved) movedOn.insert(step.path);
+  }
+  return lines;
+}
+
 void EditBatch::Commit() {
   if (!log_) return;
   try {
-    for (std::size_t i = 0; i < steps_.size(); ++i) {
-      const auto kind = steps_[i].kind;
-      const auto links = kind == EditKind::Rename || kind == EditKind::Create ? Links::Keep : Links::Follow;
-      const auto stamp = StampOfPath(host_.fileSystem, steps_[i].PathAfter(), links);
-      if (stamp) AppendLine(AfterLine(i, *stamp));
-    }
+    Append(AfterLines());
     if (store_) store_->Sync();
     log_->Sync();
     OpenDirectory(host_.fileSystem, log_->Label()).Sync();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -15,6 +16,13 @@ namespace ml::platform {
 
 /// Most bytes of old files that one batch keeps; what goes beyond is noted as not undoable.
 inline constexpr std::uint64_t kMaxUndoBytes = std::uint64_t{64} << 20;
+
+/// A step of a plan of renamings, worked out before its first step is done.
+struct PlannedMove {
+  std::string from;
+  std::string to;   ///< empty: to the trash
+  std::string now;  ///< where the file lies as long as no step of the plan is done
+};
 
 /// One command's edits. Told of each right before it happens; makes its notes lasting once, in Commit().
 /// Recording never throws and never stands in the way: Failure() tells what went wrong. A batch without
@@ -36,6 +44,16 @@ class EditBatch final : public EditRecorder {
   /// A file that is made by other means than AtomicFile.
   void WillCreate(const std::string& path) { WillCreateFile({.path = path}); }
   void WillTrash(const std::string& path);
+  /// A place among the steps noted.
+  struct Mark {
+    std::size_t steps = 0;
+    std::uint64_t logSize = 0;
+  };
+  /// A whole plan, noted lastingly at once: it can be undone however few of its steps come to pass. Gives the place
+  /// before it.
+  Mark WillMoveAll(const std::vector<PlannedMove>& moves);
+  /// What was noted behind `mark` never happened, or was taken back.
+  void Forget(const Mark& mark);
   /// An edit that nothing can take back, such as a deletion for good.
   void WillLose(const std::string& path, const std::string& reason);
 
@@ -50,7 +68,9 @@ class EditBatch final : public EditRecorder {
   void Start();
   void Record(EditKind kind, const std::string& path, const std::function<void(EditStep&)>& complete);
   void KeepOldContent(EditStep& step);
-  void AppendLine(const std::string& line);
+  void Append(const std::string& lines);
+  EditStep StepOf(EditKind kind, const std::string& path, const std::string& now) const;
+  std::string AfterLines() const;
 
   const JournalHost host_;
   std::string what_;

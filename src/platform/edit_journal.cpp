@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -16,14 +16,17 @@ namespace ml::platform {
 namespace {
 
 JournalEntry Describe(const std::string& id, const EditLog& log) {
-  JournalEntry entry{
-      .id = id, .what = log.what, .when = static_cast<std::time_t>(log.when), .files = {}, .notUndoable = {}};
-  const auto add = [](std::vector<std::string>& list, const std::string& path) {
-    if (std::ranges::find(list, path) == list.end()) list.push_back(path);
-  };
+  JournalEntry entry{.id = id,
+                     .what = log.what,
+                     .when = static_cast<std::time_t>(log.when),
+                     .files = {},
+                     .notUndoable = {},
+                     .renames = {}};
+  std::set<std::string> files, notUndoable;
   for (const auto& step : log.steps) {
-    add(entry.files, step.path);
-    if (step.kind == EditKind::Lost) add(entry.notUndoable, step.path);
+    if (files.insert(step.path).second) entry.files.push_back(step.path);
+    if (step.kind == EditKind::Rename) entry.renames.push_back({step.path, step.other});
+    if (step.kind == EditKind::Lost && notUndoable.insert(step.path).second) entry.notUndoable.push_back(step.path);
   }
   return entry;
 }

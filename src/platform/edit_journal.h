@@ -19,12 +19,18 @@ struct JournalHost {
   FileSystem& fileSystem = RealFileSystem();
 };
 
+/// A file, or a link itself, that got another name.
+struct JournalRename {
+  std::string from, to;
+};
+
 struct JournalEntry {
   std::string id;
   std::string what;  ///< the command, as the user knows it
   std::time_t when = 0;
   std::vector<std::string> files;        ///< full paths as they were before
   std::vector<std::string> notUndoable;  ///< those of them that stay as they are
+  std::vector<JournalRename> renames;    ///< in their order, also of files that bore a name for a moment only
 };
 
 /// Keeps how the latest batches of edits are taken back, across crashes and for all programs of this user.

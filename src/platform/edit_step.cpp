@@ -41,6 +41,7 @@ class FieldReader {
     stamp.mode = static_cast<mode_t>(Number<std::uint64_t>());
     return stamp;
   }
+  bool HasMore() const { return next_ < fields_.size(); }
   bool Valid() const { return valid_; }
 
  private:
@@ -58,6 +59,7 @@ bool AddStep(FieldReader& in, EditLog& log) {
     *number = in.Number<std::uint64_t>();
   }
   step.before = in.Stamp();
+  if (in.HasMore()) step.inode = in.Number<std::uint64_t>();
   if (!in.Valid() || kind > static_cast<std::uint64_t>(EditKind::Lost)) return false;
   log.steps.push_back(std::move(step));
   return true;
@@ -110,6 +112,7 @@ std::string StepLine(const EditStep& step) {
     fields.push_back(std::to_string(number));
   }
   PutStamp(fields, step.before);
+  if (step.inode != 0) fields.push_back(std::to_string(step.inode));
   return MakeRecordLine(fields);
 }
 

@@ -44,6 +44,7 @@ struct EditStep {
   std::uint64_t offset = 0;                  ///< Range: in the file; File: where its old content begins in the store
   std::uint64_t oldSize = 0, newSize = 0;    ///< Range, File, Create
   std::uint64_t oldHash = 0, newHash = 0;    ///< File, Create; Range: newHash of what was appended
+  std::uint64_t inode = 0;                   ///< Rename: of the file, if the step is part of a plan
   FileStamp before = {};                     ///< all but Create
   /// As the batch left the file; nothing if the batch was cut off, or the file does not bear this name at its end.
   std::optional<FileStamp> after = std::nullopt;

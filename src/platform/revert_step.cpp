@@ -89,13 +89,16 @@ void CopyBack(const std::string& from, const std::string& to, const UndoContext&
   if (fileSystem.Unlink(from) != 0) ThrowFileError(messages::kUnableToRemove, from, errno);
 }
 
+enum class Lasting { AtOnce, Later };
+
 /// Back under the old name, never over a file that stands there.
-void MoveBack(const std::string& from, const std::string& to, const UndoContext& context) {
+void MoveBack(const std::string& from, const std::string& to, Lasting lasting, const UndoContext& context) {
   auto& fileSystem = context.fileSystem;
   // Names that differ in case only, where case is ignored, are one file.
   const bool sameFile = StampOfPath(fileSystem, to, Links::Keep) && SameFile(from, to);
   const int result = sameFile ? fileSystem.Rename(from, to) : fileSystem.RenameNoReplace(from, to);
-  if (result == 0) return OpenDirectory(fileSystem, to).Sync();
+  if (result == 0 && lasting == Lasting::AtOnce) OpenDirectory(fileSystem, to).Sync();
+  if (result == 0) return;
   if (errno != EXDEV) ThrowFileError(messages::kUnableToRename, from, errno);
   CopyBack(from, to, context);
 }
@@ -103,7 +106,7 @@ void MoveBack(const std::string& from, const std::string& to, const UndoContext&
 void RevertTrash(const EditStep& step, const UndoContext& context) {
   const auto trashed = FindInTrash(step, context);
   if (!trashed) RefuseChanged(step.path);
-  MoveBack(trashed->file, step.path, context);
+  MoveBack(trashed->file, step.path, Lasting::AtOnce, context);
   if (!trashed->info.empty() && context.fileSystem.Unlink(trashed->info) != 0) {
     ThrowFileError(messages::kUnableToRemove, trashed->info, errno);
   }
@@ -118,7 +121,7 @@ void RevertStep(const EditStep& step, const UndoContext& context) {
     case EditKind::File:
       return Rewrite(step, context.fileSystem, [&] { RevertFile(step, context); });
     case EditKind::Rename:
-      return MoveBack(step.other, step.path, context);
+      return MoveBack(step.other, step.path, step.inode != 0 ? Lasting::Later : Lasting::AtOnce, context);
     case EditKind::Create:
       return context.trash.Put(step.path);
     case EditKind::Trash:

@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
@@ -45,16 +47,24 @@ class Undoer {
 
   void Run(const EditLog& log) {
     undoing_ = log.undoing;
+    LearnPlan(log);
     std::vector<std::size_t> due;
     for (auto i = log.steps.size(); i-- > 0;) {
       const auto& step = log.steps[i];
       if (step.kind != EditKind::Lost && !step.undone && IsInForce(step)) due.push_back(i);
     }
     context_.begin();
+    std::map<std::string, std::string> changed;  // a path in each directory
     for (const auto i : due) {
-      RevertStep(log.steps[i], context_);
-      context_.undone(i);
+      const auto& step = log.steps[i];
+      RevertStep(step, context_);
+      if (!IsPlanned(step)) {
+        context_.undone(i);
+      } else {  // needs no note, and therefore not to be lasting before the next one
+        changed.emplace(DirectoryOf(step.path), step.path);
+      }
     }
+    for (const auto& [directory, path] : changed) OpenDirectory(fileSystem_, path).Sync();
   }
 
  private:
@@ -144,9 +154,42 @@ class Undoer {
     return fileSystem_.Stat(path, Links::Keep, status) == 0 && S_ISDIR(status.st_mode);
   }
 
+  static bool IsPlanned(const EditStep& step) { return step.kind == EditKind::Rename && step.inode != 0; }
+
+  std::optional<std::uint64_t> Inode(const std::string& path) const {
+    struct stat status {};
+    if (fileSystem_.Stat(path, Links::Keep, status) == 0) return status.st_ino;
+    if (errno != ENOENT) ThrowFileError(messages::kUnableToRead, path, errno);
+    return std::nullopt;
+  }
+
+  /// Of a plan any number of steps may have come to pass, so that other files of it may bear a step's names.
+  void LearnPlan(const EditLog& log) {
+    for (const auto& step : log.steps) {
+      if (!IsPlanned(step)) continue;
+      arrivals_.insert(step.other);
+      for (const auto* path : {&step.path, &step.other}) {
+        if (const auto inode = Inode(*path)) inodes_.insert(*inode);
+      }
+    }
+  }
+
+  /// Whether the file at `place` is that of the planned step; by its stamp if later edits gave it a new inode.
+  bool IsFileOf(const EditStep& step, const std::optional<std::string>& place) const {
+    if (!place) return false;
+    if (inodes_.contains(step.inode)) return Inode(*place) == step.inode;
+    const auto now = Stamp(*place, Links::Keep);
+    return now && now->SameContent(step.after.value_or(step.before));
+  }
+
   bool RenameInForce(const EditStep& step) {
-    const auto from = Locate(step.path);
-    const auto to = Locate(step.other);
+    auto from = Locate(step.path);
+    auto to = Locate(step.other);
+    if (IsPlanned(step)) {
+      if (!IsFileOf(step, from)) from = std::nullopt;
+      if (!IsFileOf(step, to)) to = std::nullopt;
+      if (!from && !to && arrivals_.contains(step.path)) return false;  // it has not come so far
+    }
     const bool sameFile = from && to && SameFile(*from, *to);  // names that differ in case, where case is ignored
     if (to && (!from || sameFile)) {
       const auto now = Stamp(*to, Links::Keep);
@@ -203,7 +246,9 @@ class Undoer {
   FileSystem& fileSystem_;
   std::map<std::string, std::optional<std::string>> places_;
   std::set<std::string> inOrder_;
-  bool undoing_ = false;  ///< a file may have its old bytes already, but not yet its old time
+  std::set<std::string> arrivals_;  ///< names that planned steps give
+  std::set<std::uint64_t> inodes_;  ///< of the files that bear names of planned steps
+  bool undoing_ = false;            ///< a file may have its old bytes already, but not yet its old time
 };
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
+#include "app/own_home.h"
 #include "app/session.h"
 #include "catalogue/ui/directory_tree.h"
 #include "imagefiles/edits/format_edits.h"
@@ -46,9 +47,7 @@ struct Toolkit {
 class FileOperations : public testing::Test {
  protected:
   FileOperations() {
-    // The desktop's libraries ask for the first two once in the life of the program.
-    static const test::TempDir home;
-    for (const auto* variable : {"HOME", "XDG_DATA_HOME"}) ::setenv(variable, home.Path().c_str(), 1);
+    UseOwnHome();
     ::setenv("XDG_STATE_HOME", (dir / "state").c_str(), 1);
     fs::create_directories(dir / "far");
     for (const auto* name : {"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"}) {

@@ -58,24 +58,31 @@ int Number(const char* variable, int otherwise) {
   return value ? std::atoi(value) : otherwise;
 }
 
-/// Left out: the files that the others work on have to stay as they are, and the tree leads to the whole system.
-constexpr CommandId kChangeFiles[] = {CommandId::CopyToFolder,
-                                      CommandId::MoveToFolder,
-                                      CommandId::Delete,
-                                      CommandId::DeletePermanently,
-                                      CommandId::RenameImage,
-                                      CommandId::BatchRename,
-                                      CommandId::Timestamp,
-                                      CommandId::AdjustDateTime,
-                                      CommandId::Undo,
-                                      CommandId::RotateLeft,
-                                      CommandId::RotateRight,
-                                      CommandId::AutoRotateJpegs,
-                                      CommandId::EditComments,
-                                      CommandId::EditIptcData,
-                                      CommandId::EmbedColorProfile,
-                                      CommandId::RegenerateThumbnails,
-                                      CommandId::RegenerateJpegs};
+/// The files that the others work on have to stay as they are, the tree leads to the whole system, and nobody wants a
+/// browser to open a hundred times.
+constexpr CommandId kLeftOut[] = {CommandId::CopyToFolder,
+                                  CommandId::MoveToFolder,
+                                  CommandId::Delete,
+                                  CommandId::DeletePermanently,
+                                  CommandId::RenameImage,
+                                  CommandId::BatchRename,
+                                  CommandId::Timestamp,
+                                  CommandId::AdjustDateTime,
+                                  CommandId::Undo,
+                                  CommandId::RotateLeft,
+                                  CommandId::RotateRight,
+                                  CommandId::AutoRotateJpegs,
+                                  CommandId::EditComments,
+                                  CommandId::EditIptcData,
+                                  CommandId::EmbedColorProfile,
+                                  CommandId::RegenerateThumbnails,
+                                  CommandId::RegenerateJpegs,
+                                  CommandId::ExifCopy,
+                                  CommandId::CopyExifFrom,
+                                  CommandId::ExportExif,
+                                  CommandId::ExtractJpegs,
+                                  CommandId::Explore,
+                                  CommandId::HelpContents};
 
 double ThreadSeconds() {
   timespec now{};
@@ -175,7 +182,7 @@ class Monkey {
   void RunCommand() {
     const auto all = Commands();
     const auto& row = all[static_cast<std::size_t>(Any(static_cast<int>(all.size())))];
-    if (row.id == CommandId::Quit || std::ranges::count(kChangeFiles, row.id) > 0) return;
+    if (row.id == CommandId::Quit || std::ranges::count(kLeftOut, row.id) > 0) return;
     Tell("command " + std::string(row.text));
     if (row.id == CommandId::RecentDirectory) {
       const int count = static_cast<int>(session_.settings.recentDirectories.size());

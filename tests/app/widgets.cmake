@@ -21,6 +21,12 @@ ml_test(iptc_ui
     iptc_sheet_test.cpp
     widgets_main.cpp
   LINK ml_metadata_ui ml_app_ui Qt6::Test)
+ml_test(batch_ui
+  SOURCES
+    batch_rename_dialog_test.cpp
+    slideshow_window_test.cpp
+    widgets_main.cpp
+  LINK ml_batch_ui ml_app_ui Qt6::Test)
 # The same pictures as on a screen of twice the density.
 add_test(NAME widgets_scale2 COMMAND ml_test_widgets --gtest_filter=*Screens.*)
 add_test(NAME preferences_ui_scale2 COMMAND ml_test_preferences_ui --gtest_filter=*Screens.*)

@@ -152,27 +152,128 @@ TEST_F(RenameTest, WhatStandsAtTheNewNameGoesToTheTrashOrTheRenameIsRefused) {
   EXPECT_EQ(Now(), (Files{{"A.jpg", "a.jpg"}, {"d.jpg", "c.jpg"}}));
 }
 
-TEST_F(RenameTest, AFailureLeavesNoImageWithoutItsCompanions) {
-  const Names names{"a.crw", "a.thm", "a.txt", "b.crw", "b.wav"};
+/// A swap and a chain with companions, failing or killed at every call: nothing is renamed, or all is, or undo knows.
+TEST_F(RenameTest, WhateverFailsTheOldNamesComeBack) {
+  const Names names{"a.crw", "a.thm", "a.txt", "b.crw", "b.wav", "c.jpg"};
+  const Files arrived{{"b.crw", "a.crw"}, {"b.thm", "a.thm"}, {"b.txt", "a.txt"},
+                      {"a.crw", "b.crw"}, {"a.wav", "b.wav"}, {"d.jpg", "c.jpg"}};
   const auto act = [&](platform::FileSystem& fileSystem) {
-    RenameFiles(At(Names{"a.crw", "b.crw"}), At(Names{"b.crw", "c.crw"}), CaseMode::Unchanged,
-                {.companions = companions_, .trash = trash_, .fileSystem = fileSystem});
+    imagefiles::CompanionFinder companions{{}};
+    platform::EditJournal journal{
+        {.trash = trash_, .clock = clock_, .stateDirectory = dir_ / "state", .fileSystem = fileSystem}};
+    platform::EditBatch batch(journal, "Rename");
+    RenameFiles(At(Names{"a.crw", "b.crw", "c.jpg"}), At(Names{"b.crw", "a.crw", "d.jpg"}), CaseMode::Unchanged,
+                {.companions = companions, .trash = trash_, .batch = &batch, .fileSystem = fileSystem});
   };
-  const auto verify = [&](test::Outcome outcome) {
-    const auto now = Now();
-    EXPECT_EQ(now.size(), names.size());
-    const auto stemOf = [&](const std::string& content) {
-      const auto found = std::ranges::find(now, content, &Files::value_type::second);
-      return found == now.end() ? "gone" : fs::path(found->first).stem().string();
+  const auto prepare = [&] {
+    Fill(names);
+    fs::remove_all(dir_ / "state");
+  };
+  for (const auto fault : test::kFaults) {
+    const bool oneCall = fault == test::Fault::Eio || fault == test::Fault::Enospc;
+    const auto verify = [&](test::Outcome outcome) {
+      const auto now = Now();
+      EXPECT_EQ(now.size(), names.size());
+      for (const auto& [name, content] : now) {
+        const auto stem = fs::path(name).stem().string(), old = fs::path(content).stem().string();
+        const auto wanted = old == "a" ? "b" : old == "b" ? "a" : "d";
+        EXPECT_TRUE(stem == old || stem == old + "@" || stem == wanted) << content << " is " << name;
+      }
+      if (outcome == test::Outcome::Done) {
+        EXPECT_EQ(now, arrived);
+        return;
+      }
+      if (outcome == test::Outcome::Refused && oneCall) {
+        EXPECT_EQ(now, Untouched(names));
+      }
+      if (now != Untouched(names)) journal_.Undo();
+      EXPECT_EQ(Now(), Untouched(names));
     };
-    EXPECT_EQ(stemOf("a.crw"), stemOf("a.thm"));
-    EXPECT_EQ(stemOf("a.crw"), stemOf("a.txt"));
-    EXPECT_EQ(stemOf("b.crw"), stemOf("b.wav"));
-    EXPECT_TRUE(outcome != test::Outcome::Done || stemOf("a.crw") == "b");
+    EXPECT_GT(test::SweepFaults(fault, prepare, act, verify), fault == test::Fault::ShortWrite ? 1 : 20);
+  }
+}
+
+TEST_F(RenameTest, AnUndoThatWasCutOffGoesOn) {
+  const Names names{"a.crw", "a.thm", "b.crw", "b.thm", "c.jpg"};
+  const auto prepare = [&] {
+    Fill(names);
+    fs::remove_all(dir_ / "state");
+    platform::EditBatch batch(journal_, "Rename");
+    RenameFiles(At(Names{"a.crw", "b.crw", "c.jpg"}), At(Names{"b.crw", "a.crw", "d.jpg"}), CaseMode::Unchanged,
+                Tools(&batch));
   };
-  EXPECT_GT(test::SweepFaults(
-                test::Fault::Eio, [&] { Fill(names); }, act, verify),
-            20);
+  const auto act = [&](platform::FileSystem& fileSystem) {
+    platform::EditJournal(
+        {.trash = trash_, .clock = clock_, .stateDirectory = dir_ / "state", .fileSystem = fileSystem})
+        .Undo();
+  };
+  const auto verify = [&](test::Outcome) {
+    if (!journal_.List().empty()) journal_.Undo();
+    EXPECT_EQ(Now(), Untouched(names));
+  };
+  for (const auto fault : {test::Fault::Eio, test::Fault::Kill}) {
+    EXPECT_GT(test::SweepFaults(fault, prepare, act, verify), 20);
+  }
+}
+
+TEST_F(RenameTest, AThousandImagesWithCompanionsArriveAndComeBack) {
+  constexpr int kImages = 1000;
+  const auto stem = [](int i) { return "IMG_" + std::to_string(1000 + i); };
+  Names all, from, to;
+  for (int i = 0; i < kImages; ++i) {
+    for (const char* extension : {".crw", ".thm", ".txt"}) all.push_back(stem(i) + extension);
+    from.push_back(stem(i) + ".crw");
+    const int target = i < kImages - 2 ? i + 1 : (i == kImages - 2 ? 0 : kImages - 1);  // a ring of all but the last
+    to.push_back((i == kImages - 1 ? std::string("Last") : stem(target)) + ".crw");
+  }
+  std::swap(to[10], to[500]);
+  Fill(all);
+  const auto inodes = [&] {
+    std::map<std::string, ino_t> found;
+    for (const auto& name : all) {
+      struct stat status {};
+      EXPECT_EQ(::stat(At(name).c_str(), &status), 0) << name;
+      found[name] = status.st_ino;
+    }
+    return found;
+  };
+  const auto before = inodes();
+  {
+    platform::EditBatch batch(journal_, "Rename");
+    RenameFiles(At(from), At(to), CaseMode::Unchanged, Tools(&batch));
+    EXPECT_TRUE(batch.Undoable());
+  }
+  const auto now = Now();
+  EXPECT_EQ(now.size(), all.size());
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    for (const char* extension : {".crw", ".thm", ".txt"}) {
+      const auto arrived = fs::path(to[i]).replace_extension(extension).string();
+      EXPECT_EQ(now.at(arrived), fs::path(from[i]).replace_extension(extension).string());
+    }
+  }
+  journal_.Undo();
+  EXPECT_EQ(Now(), Untouched(all));
+  EXPECT_EQ(inodes(), before);
+}
+
+TEST_F(RenameTest, WhatCannotBeDoneWholeIsNotBegun) {
+  Fill({"a.jpg", "a.txt", "b.jpg"});
+  platform::EditJournal nowhere{
+      {.trash = trash_, .clock = clock_, .stateDirectory = dir_.Write("file", "") + "/state"}};
+  platform::EditBatch batch(nowhere, "Rename");
+  EXPECT_NE(Refusal({"a.jpg", "b.jpg"}, {"c.jpg", "d.jpg"}, Tools(&batch)), "") << "no place for the plan";
+  EXPECT_NE(Refusal({"a.jpg", "gone.jpg"}, {"c.jpg", "d.jpg"}, Tools()), "");
+  EXPECT_EQ(Now(), Untouched({"a.jpg", "a.txt", "b.jpg"}));
+  {
+    platform::EditBatch failed(journal_, "Rename");
+    RenameTools tools = Tools(&failed);
+    tools.renamed = [&](const std::string&, const std::string& to) {
+      if (to == At("c.txt")) fs::remove(At("b.jpg"));  // another program's doing, in mid batch
+    };
+    EXPECT_NE(Refusal({"a.jpg", "b.jpg"}, {"c.jpg", "d.jpg"}, tools), "");
+  }
+  EXPECT_EQ(Now(), Untouched({"a.jpg", "a.txt"}));
+  EXPECT_TRUE(journal_.List().empty()) << "nothing happened that could be undone";
 }
 
 TEST_F(RenameTest, WhatWasDisplacedBeforeAFailureComesBackByUndo) {

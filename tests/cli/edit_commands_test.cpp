@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "cli/cli_run.h"
+#include "support/camera_raw.h"
 #include "support/colour_profiles.h"
+#include "support/picture_tiff.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -201,6 +203,113 @@ TEST_F(EditCommands, CancellingStopsBetweenFilesAndUndoTakesBackWhatWasDone) {
   EXPECT_EQ(Look(dir / "out").size(), done.size());
   EXPECT_EQ(Json({"undo"})["entries"][0]["files"].size(), done.size());
   EXPECT_TRUE(Look(dir / "out").empty());
+}
+
+TEST_F(EditCommands, RenameAllOrNone) {
+  dir.Write("in/a.txt", "note");
+  const auto other = dir.Write("other/c.jpg", ReadAll(photo).value());
+  const auto before = Look(dir / "");
+  const std::vector<std::string> all{"rename", photo, dir / "in/a.txt", later, other, "--style", "%n_%o"};
+  const auto with = [&](std::vector<std::string> more) {
+    auto arguments = all;
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+  };
+  const auto planned = Json(with({"--dry-run", "--sort", "name", "--first", "5"}));
+  EXPECT_EQ(planned["renames"].size(), 3U);
+  EXPECT_EQ(planned["renames"][1], (json{{"from", later}, {"to", dir / "in/0006_b.jpg"}}));
+  EXPECT_EQ(planned["renames"][2]["to"], dir / "other/0005_c.jpg") << "each directory counts for itself";
+  EXPECT_EQ(Look(dir / ""), before);
+
+  dir.Write("other/0001_C.JPG", "in the way");
+  const auto refused = Json(all, 1);
+  EXPECT_TRUE(refused["renames"].empty());
+  EXPECT_EQ(refused["conflicts"], json({dir / "other/0001_c.jpg"}));
+  std::filesystem::remove(dir / "other/0001_C.JPG");
+  for (const char* style : {"", "..", "a/b", "%n:"}) Json({"rename", photo, "--style", style}, 1);
+  Json({"rename", photo, dir / "in/gone.jpg", "--style", "%n"}, 1);
+  EXPECT_EQ(run({"rename", photo, "--style", "%n", "--digits", "8"}).exitCode, 2);
+  EXPECT_EQ(Look(dir / ""), before);
+
+  EXPECT_EQ(Json(with({"--case", "3"}))["renames"][0]["to"], dir / "in/0001_A.JPG");
+  EXPECT_EQ(ReadAll(dir / "in/0001_A.TXT"), "note");
+  run({"undo"});
+  EXPECT_EQ(Look(dir / ""), before);
+}
+
+TEST_F(EditCommands, ToolsTellWhatTheyDoAndUndoTakesItBack) {
+  const auto raw = dir.Write("in/r.nef", NefDirectories({.width = 64, .height = 48}).Build());
+  dir.Write("in/made/a.jpg", MakePhoto({.width = 32, .height = 32, .model = "Other"}));
+  dir.Write("in/made/b.tif", PictureDirectory(PaintPlain(8, 8, 0)).Build());
+  struct Case {
+    std::vector<std::string> command;
+    json outputs;
+  };
+  const Case cases[] = {
+      {{"copy-exif", photo, later, raw, "--to", dir / "in/made"}, {dir / "in/made/a.jpg", dir / "in/made/b.tif", ""}},
+      {{"export-exif", photo, later, "--out", dir / "in/info.txt"}, {dir / "in/info.txt", dir / "in/info.txt"}},
+      {{"export-exif", photo, later, "--per-file"}, {dir / "in/a.txt", dir / "in/b.txt"}},
+      {{"extract-jpeg", raw, photo, "--out", dir / "in/made"}, {dir / "in/made/r.jpg", ""}},
+  };
+  const auto before = Look(dir / "in");
+  for (const auto& [command, outputs] : cases) {
+    SCOPED_TRACE(command[0]);
+    auto dry = command;
+    dry.push_back("--dry-run");
+    const auto promised = Json(dry);
+    EXPECT_EQ(Look(dir / "in"), before) << "a dry run wrote";
+    const auto done = Json(command);
+    EXPECT_EQ(done, promised);
+    ASSERT_EQ(done.size(), outputs.size());
+    for (std::size_t i = 0; i < done.size(); ++i) {
+      EXPECT_EQ(done[i]["output"], outputs[i]);
+      EXPECT_TRUE(done[i]["ok"]);
+      EXPECT_EQ(done[i]["message"] == "", outputs[i] != "");
+    }
+    EXPECT_NE(Look(dir / "in"), before);
+    Json({"undo"});
+    EXPECT_EQ(Look(dir / "in"), before);
+  }
+}
+
+TEST_F(EditCommands, ToolsLeaveTheirQuestionsToOptions) {
+  const auto raw = dir.Write("in/r.nef", NefDirectories({.width = 64, .height = 48}).Build());
+  const auto target = dir.Write("in/made/a.jpg", MakePhoto({.width = 32, .height = 32}));
+  ::chmod(target.c_str(), 0444);
+  dir.Write("in/info.txt", "mine");
+  dir.Write("in/a.txt", "mine");
+  dir.Write("in/made/r.jpg", "mine");
+  struct Case {
+    std::vector<std::string> command;
+    std::vector<std::string> answer;
+    int code = 1;
+  };
+  const Case cases[] = {
+      {{"copy-exif", photo, "--to", dir / "in/made"}, {"--yes"}},
+      {{"export-exif", photo, "--out", dir / "in/info.txt"}, {"--overwrite"}},
+      {{"export-exif", photo, "--per-file"}, {"--overwrite"}},
+      {{"extract-jpeg", raw, "--out", dir / "in/made"}, {"--overwrite"}},
+      {{"extract-jpeg", raw, "--out", dir / "in/new"}, {"--yes"}},
+      {{"copy-exif", photo, "--to", dir / "in/none"}, {}},
+      {{"extract-jpeg", raw, "--out", dir / "in/a.jpg", "--yes"}, {}},
+      {{"export-exif", photo, "--out", photo, "--overwrite"}, {}},
+      {{"export-exif", photo, "--out", dir / "x.txt", "--delimiter", "::"}, {}, 2},
+      {{"export-exif", photo}, {}, 2},
+  };
+  for (const auto& [command, answer, code] : cases) {
+    SCOPED_TRACE(command[0] + " " + command.back());
+    const auto before = Look(dir / "in");
+    const auto refused = run(command);
+    EXPECT_EQ(refused.exitCode, code);
+    EXPECT_NE(refused.errors, "");
+    EXPECT_EQ(Look(dir / "in"), before);
+    if (answer.empty()) continue;
+    auto answered = command;
+    answered.insert(answered.end(), answer.begin(), answer.end());
+    EXPECT_EQ(run(answered).exitCode, 0);
+    EXPECT_NE(Look(dir / "in"), before);
+  }
+  EXPECT_EQ(run({"extract-jpeg", raw, "--out", dir / "in/made", "--skip"}).exitCode, 0);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "app/dialogs/date_shift_dialog.h"
 #include "app/edit_messages.h"
 #include "app/file_dialogs.h"
+#include "app/handlers/turn_image.h"
 #include "app/jobs/image_job.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
@@ -32,9 +33,9 @@ using platform::ui::JobWindowShows;
 using Edit = std::function<void(const std::string& path, const EditTools& tools, const platform::JobHost& host)>;
 
 /// The job with all that edits need; without a window for a single CRW file. Afterwards thumbnails and the image on
-/// show are made anew, whatever came of it.
+/// show are made anew, whatever came of it; the latter not while a window covers it, `over` which boxes stand then.
 void RunEdits(CommandContext& context, std::string_view title, std::string_view verb,
-              const std::vector<std::string>& paths, const Edit& edit) {
+              const std::vector<std::string>& paths, const Edit& edit, QWidget* over = nullptr) {
   auto& session = context.session;
   if (paths.empty()) return;
   const auto options = session.ImageOptions();
@@ -42,7 +43,7 @@ void RunEdits(CommandContext& context, std::string_view title, std::string_view 
   const bool oneRaw = paths.size() == 1 && platform::EndsWithNoCase(paths.front(), ".crw");
   const auto settle = [&] {
     session.FilesChanged(paths);
-    if (session.mode != ViewMode::Thumbnails) context.view.ReloadImage();
+    if (session.mode != ViewMode::Thumbnails && over == nullptr) context.view.ReloadImage();
   };
   const auto act = [&](const std::string& path, const ImageJobTools& tools) {
     try {
@@ -56,7 +57,8 @@ void RunEdits(CommandContext& context, std::string_view title, std::string_view 
                           .progressVerb = std::string(verb),
                           .paths = paths,
                           .act = act,
-                          .window = oneRaw ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond});
+                          .window = oneRaw ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond,
+                          .over = over});
   } catch (...) {
     settle();
     throw;
@@ -75,25 +77,28 @@ bool MayRewriteTiff(const std::string& path, int& warn, const imagefiles::ImageF
   return answer.button == platform::Button::Ok;
 }
 
-void RunTurns(CommandContext& context, std::string_view title, const std::vector<std::string>& paths,
-              const Edit& turn) {
+void TellTurnErrors(CommandContext& context, const std::function<void()>& act) {
   try {
-    RunEdits(context, title, "Rotating", paths, turn);
+    act();
   } catch (const platform::UserError& error) {
     context.session.Ask().message(ErrorRotating(error.what()));
   }
 }
 
-template <Turn turn>
-void RotateImages(CommandContext& context) {
-  auto& session = context.session;
-  int warn = session.settings.shootingData.tiffRotateWarning;
-  const auto keep = qScopeGuard([&] { session.settings.shootingData.tiffRotateWarning = warn; });
+void TurnAll(CommandContext& context, const std::vector<std::string>& paths, Turn turn, QWidget* over = nullptr) {
+  int& setting = context.session.settings.shootingData.tiffRotateWarning;
+  int warn = setting;
+  const auto keep = qScopeGuard([&] { setting = warn; });
   const auto rotate = [&](const std::string& path, const EditTools& tools, const platform::JobHost& host) {
     if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::Rotate(*file, turn, tools);
   };
-  RunTurns(context, kRotateJob, TargetsOf(context, kSelectToRotate), rotate);
+  RunEdits(context, kRotateJob, "Rotating", paths, rotate, over);
+}
+
+template <Turn turn>
+void RotateImages(CommandContext& context) {
+  TellTurnErrors(context, [&] { TurnAll(context, TargetsOf(context, kSelectToRotate), turn); });
 }
 
 void EditComments(CommandContext& context) {
@@ -150,11 +155,10 @@ void AutoRotate(CommandContext& context) {
   const auto paths = OnlyJpegs(session.TargetPaths());
   if (paths.empty() && !session.list.Empty()) session.Ask().message({.text = std::string(kSelectToAutoRotate)});
   if (paths.empty()) return;
-  RunTurns(context, kAutoRotateJob, paths,
-           [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-             if (const auto file = imagefiles::CreateImageFile(path, tools.options))
-               imagefiles::AutoRotate(*file, tools);
-           });
+  const auto turn = [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+    if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::AutoRotate(*file, tools);
+  };
+  TellTurnErrors(context, [&] { RunEdits(context, kAutoRotateJob, "Rotating", paths, turn); });
 }
 
 void EmbedProfile(CommandContext& context) {
@@ -197,5 +201,9 @@ constexpr HandlerRow kHandlers[] = {
 }  // namespace
 
 std::span<const HandlerRow> EditHandlers() { return kHandlers; }
+
+void TurnImage(CommandContext& context, const std::string& path, Turn turn, QWidget& over) {
+  TurnAll(context, {path}, turn, &over);
+}
 
 }  // namespace ml::app

@@ -1,6 +1,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 
 #include "app/command_runner.h"
 #include "app/dialogs/directory_question.h"
@@ -122,6 +123,19 @@ void Timestamp(CommandContext& context) {
   throw platform::UserError(paths.size() == 1 ? UnableToSetTimestamp(failed.front()) : ErrorSettingTimestamps(failed));
 }
 
+/// Marks, custom order and the current image go back with their files.
+void FollowUndo(Session& session, const platform::JournalEntry& undone) {
+  std::unordered_map<std::string, std::string> namesBefore;  // and under which name the list has the file
+  for (auto rename = undone.renames.rbegin(); rename != undone.renames.rend(); ++rename) {
+    auto known = namesBefore.extract(rename->to);
+    namesBefore[rename->from] = known ? known.mapped() : rename->to;
+  }
+  std::unordered_map<std::string, std::string> names;
+  for (const auto& [before, now] : namesBefore) names.emplace(now, before);
+  const platform::PauseGuard pause(session.Worker());
+  session.list.Rename(names);
+}
+
 void Undo(CommandContext& context) {
   auto& session = context.session;
   const auto top = context.view.TopPath();
@@ -142,6 +156,7 @@ void Undo(CommandContext& context) {
     settle({});
     throw;
   }
+  FollowUndo(session, undone);
   settle(undone.files);
   ShowStatus(context, UndoneText(undone));
 }

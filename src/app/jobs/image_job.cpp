@@ -8,6 +8,7 @@
 #include "app/session.h"
 #include "platform/errors.h"
 #include "platform/ui/job_window.h"
+#include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
 #include "platform/worker_gate.h"
 
@@ -52,18 +53,24 @@ void CommitEdits(CommandContext& context, const std::string& what, platform::Edi
 
 void RunImageJob(CommandContext& context, const ImageJob& job) {
   if (job.paths.empty()) return;
+  RunWholeJob(context, {job.title, [&](const ImageJobTools& tools) { RunAll(job, tools); }, job.window, job.over});
+}
+
+void RunWholeJob(CommandContext& context, const WholeJob& job) {
   auto& session = context.session;
   const platform::PauseGuard thumbnails(session.Worker());
   const platform::PauseGuard pictures(context.view.Display().Gate());
   platform::EditBatch batch(session.Journal().Edits(), job.title);
   const auto settle = [&] { CommitEdits(context, job.title, batch); };
   try {
-    platform::ui::RunJob(&context.frame,
+    platform::ui::QtInteraction overIt(job.over);
+    platform::ui::RunJob(job.over != nullptr ? job.over : &context.frame,
                          {.title = platform::ui::ToQString(job.title),
                           .shows = job.window,
                           .nice = NiceOf(session.settings.raw.threadPriority)},
-                         session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
-                           RunAll(job, {host, stop, batch});
+                         job.over != nullptr ? static_cast<platform::Interaction&>(overIt) : session.Ask(),
+                         [&](const platform::JobHost& host, const std::stop_token& stop) {
+                           job.run({host, stop, batch});
                          });
   } catch (const platform::Cancelled&) {
     // What was done stays done.

@@ -28,10 +28,23 @@ struct ImageJob {
   /// Called on the job's thread. What it throws ends the job.
   std::function<void(const std::string& path, const ImageJobTools& tools)> act;
   platform::ui::JobWindowShows window = platform::ui::JobWindowShows::AfterHalfASecond;
+  QWidget* over = nullptr;  ///< boxes and progress stand over it; null: the main window
 };
 
-/// Runs the job over all its paths with the worker standing still. Whatever comes of it, the edits made until then can
-/// be undone, or the status line tells that they cannot. Throws what `act` threw; of cancelling the status line tells.
+/// A command that changes files in a way of its own.
+struct WholeJob {
+  std::string title;  ///< of the progress window, and what Undo calls it
+  /// Called once, on the job's thread; tells how far it is and looks at the stop token itself.
+  std::function<void(const ImageJobTools& tools)> run;
+  platform::ui::JobWindowShows window = platform::ui::JobWindowShows::AfterHalfASecond;
+  QWidget* over = nullptr;  ///< as for an ImageJob
+};
+
+/// Runs the job with the worker standing still. Whatever comes of it, the edits made until then can be undone, or the
+/// status line tells that they cannot. Throws what `run` threw; of cancelling the status line tells.
+void RunWholeJob(CommandContext& context, const WholeJob& job);
+
+/// Runs the job over all its paths as RunWholeJob() does.
 void RunImageJob(CommandContext& context, const ImageJob& job);
 
 /// Makes the notes of a command called `what` lasting; the status line tells if it cannot be undone.

@@ -50,6 +50,11 @@ constexpr TiffForm kForms[] = {
 
 }  // namespace
 
+std::optional<TiffPlace> FindTiffPlace(Format format, const metadata::ByteSource& file) {
+  const auto* form = std::ranges::find(kForms, format, &TiffForm::format);
+  return form == std::end(kForms) ? std::nullopt : std::optional(TiffPlace{form->base(file), form->magic});
+}
+
 void EditTiffFile(const ImageFile& image, const TiffFileEdit& edit, const EditTools& tools) {
   const auto& form = *std::ranges::find(kForms, image.Row().format, &TiffForm::format);
   const platform::ReadableFile file(image.Path(), *tools.edit.fileSystem);

@@ -1,11 +1,20 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "imagefiles/edits/image_edits.h"
 #include "metadata/edit/edited_file.h"
+#include "metadata/tiff_raw.h"
 
 namespace ml::imagefiles {
+
+struct TiffPlace {
+  std::uint64_t base = 0;  ///< of the TIFF header in the file
+  metadata::TiffMagic magic = metadata::TiffMagic::Required;
+};
+/// Where the formats that build on TIFF have their directories; nothing for the others.
+std::optional<TiffPlace> FindTiffPlace(Format format, const metadata::ByteSource& file);
 
 /// An edit of a TIFF-based file; `base` is where its TIFF header stands.
 using TiffFileEdit = std::function<void(metadata::EditedFile& file, std::uint64_t base)>;

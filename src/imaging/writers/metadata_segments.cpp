@@ -101,6 +101,7 @@ std::optional<std::vector<std::byte>> ExifForBox(const PixelRows& pixels, const 
   EditedFile jpeg(source);
   if (!PlaceExif(jpeg, pixels, blocks, resolution)) return std::nullopt;
   const auto segment = metadata::ReadExifSegment(jpeg);
+  if (!segment) return std::nullopt;
   const auto tiff = segment->Tiff().Bytes();
   return std::vector(tiff.begin(), tiff.end());
 }

@@ -28,7 +28,7 @@ OutputFile::OutputFile(const std::string& path, const Refusal& refusal, const Wr
     : options_(options), path_(path), refusal_(refusal) {
   if (options.stop.stop_requested()) throw platform::Cancelled();
   try {
-    file_.emplace(path, options.file);
+    file_ = std::make_unique<platform::AtomicFile>(path, options.file);
   } catch (const platform::UserError& error) {
     throw platform::UserError(RefusalOf(refusal_.sentence, path_, error.what()));
   }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -42,7 +42,7 @@ class OutputFile {
   Refusal refusal_;
   int percent_ = -1;
   std::vector<std::byte> gathered_;
-  std::optional<platform::AtomicFile> file_;
+  std::unique_ptr<platform::AtomicFile> file_;  ///< never null
 };
 
 /// `sentence`, the path, and the cause on a line of its own; a cause that names the path is cut to what follows it.

@@ -8,7 +8,9 @@ namespace {
 
 constexpr std::size_t kInEntry = 4;  ///< bytes that stand in the entry itself
 
-std::uint32_t Place(const ByteWriter& out) { return static_cast<std::uint32_t>(out.Size()); }
+std::uint32_t Place(const ByteWriter& out, std::uint32_t origin) {
+  return origin + static_cast<std::uint32_t>(out.Size());
+}
 
 }  // namespace
 
@@ -63,7 +65,7 @@ void IfdBuilder::Note(std::uint16_t tag, IfdBuilder directory) {
   entries_.push_back({tag, IfdType::Undefined, 0, {}, Form::Note, {std::move(directory)}});
 }
 
-void IfdBuilder::Write(ByteWriter& out) {
+void IfdBuilder::Write(ByteWriter& out, std::uint32_t origin) {
   std::ranges::stable_sort(entries_, {}, &Entry::tag);
   std::vector<std::pair<Entry*, std::size_t>> behind;  // what stands behind, and where its entry's count is
   out.Short(static_cast<std::uint16_t>(entries_.size()));
@@ -83,14 +85,14 @@ void IfdBuilder::Write(ByteWriter& out) {
   out.Long(0);  // no directory follows
   for (const auto& [entry, count] : behind) {
     if (out.Size() % 2 != 0) out.Byte(0);
-    const auto place = Place(out);
+    const auto place = Place(out, origin);
     out.PatchLong(count + 4, place);
     if (entry->form == Form::Value) {
       out.Bytes(entry->value);
     } else {
-      entry->child.front().Write(out);
+      entry->child.front().Write(out, origin);
     }
-    if (entry->form == Form::Note) out.PatchLong(count, Place(out) - place);
+    if (entry->form == Form::Note) out.PatchLong(count, Place(out, origin) - place);
   }
 }
 

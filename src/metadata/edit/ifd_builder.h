@@ -37,8 +37,8 @@ class IfdBuilder {
   void Note(std::uint16_t tag, IfdBuilder directory);
 
   bool Empty() const { return entries_.empty(); }
-  /// Writes all of it; the first byte of `out` must be that of the TIFF header.
-  void Write(ByteWriter& out);
+  /// Writes all of it; the first byte of `out` comes to stand `origin` behind the TIFF header, an even number.
+  void Write(ByteWriter& out, std::uint32_t origin = 0);
 
  private:
   enum class Form { Value, Directory, Note };

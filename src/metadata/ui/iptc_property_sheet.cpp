@@ -17,6 +17,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/ui/help_button.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
 
@@ -158,6 +159,7 @@ QWidget* CIptcPropertySheet::MakeButtons() {
   report_ = MakeStatus(whole);
   line->addWidget(load);
   line->addWidget(save);
+  line->addWidget(platform::ui::MakeHelpButton(platform::HelpPage::Iptc, *this));
   line->addWidget(report_, 1);
   for (auto* button : {selected_, all_, apply_, close}) line->addWidget(button);
   setTabOrder(apply_, close);

@@ -60,7 +60,7 @@ TEST(RelocatedNote, IsWhatTheCameraWouldHaveWrittenThere) {
 
 TEST(RelocatedNote, LeavesOthersAsTheyAre) {
   for (const auto& note : {std::string("Nikon\0\2\0\0\0MM", 12), std::string("FUJIFILM\x0c\0\0\0", 12),
-                                 std::string("AOC\0 something else"), std::string("\1"), std::string()}) {
+                           std::string("AOC\0 something else"), std::string("\1"), std::string()}) {
     const auto bytes = std::as_bytes(std::span(note));
     EXPECT_EQ(TextOf(RelocatedNote(bytes, ByteOrder::Big, 100, ByteOrder::Little, 7)), note);
   }

@@ -17,6 +17,7 @@
 #include "app/preferences/ui/preference_editor.h"
 #include "app/preferences/ui/preference_page_view.h"
 #include "app/preferences/ui/search_line.h"
+#include "platform/ui/help_button.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -122,6 +123,7 @@ void CPreferencesDialog::MakeButtons(QGridLayout& layout) {
   connect(buttons, &QDialogButtonBox::accepted, this, &CPreferencesDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &CPreferencesDialog::reject);
   line->addWidget(restore_);
+  line->addWidget(platform::ui::MakeHelpButton(platform::HelpPage::Preferences, *this));
   line->addStretch(1);
   line->addWidget(buttons);
   layout.addLayout(line, 2, 0, 1, 2);

@@ -1,0 +1,23 @@
+#include "app/dialogs/remark.h"
+
+#include <QLabel>
+
+#include "platform/ui/qt_text.h"
+
+namespace ml::app {
+
+QLabel* MakeRemark(QWidget* parent) {
+  auto* remark = new QLabel(parent);
+  remark->setTextFormat(Qt::PlainText);
+  remark->setWordWrap(true);
+  remark->hide();
+  return remark;
+}
+
+void SetRemarkText(QLabel& remark, const std::string& text) {
+  // A sign before the words, which does not need an eye for colours.
+  remark.setText(text.empty() ? QString() : QStringLiteral("\u26a0 ") + platform::ui::ToLabel(text));
+  remark.setVisible(!text.empty());
+}
+
+}  // namespace ml::app
