@@ -16,6 +16,7 @@ set(ML_FUZZERS
   "jp2 ml_metadata"
   "jpeg ml_metadata"
   "jpeg_edit ml_metadata"
+  "nef_raw ml_rawconvert"
   "picture_size ml_metadata"
   "png ml_metadata"
   "psd ml_metadata"

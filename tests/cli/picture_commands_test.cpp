@@ -8,6 +8,7 @@
 #include "cli/cli_run.h"
 #include "support/ciff_builder.h"
 #include "support/colour_profiles.h"
+#include "support/nef_builder.h"
 #include "support/png_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
@@ -38,6 +39,26 @@ TEST_F(PictureCommand, TellsWhereThePicturesOfRawFilesCameFrom) {
   const auto preview = Json({"preview", crw, "--box", "300x300", "--out", dir / "out2"});
   EXPECT_EQ(preview[0]["source"], "embedded");
   EXPECT_EQ(preview[0]["width"], 225);
+}
+
+TEST_F(PictureCommand, RawWritesTheSamplesUntouchedAndGoesOnAfterAFailure) {
+  const std::vector<std::uint16_t> samples(6 * 6, 0x0a0b);
+  const auto nef = BuildNef({.width = 6, .height = 6}, samples).file;
+  const auto whole = dir.Write("a.nef", nef), cut = dir.Write("cut.nef", nef.substr(0, nef.size() - 1));
+  const auto before = dir.Write("out/cut.nef.pgm", "before");
+  const auto told = Json({"raw", cut, whole, "--out", dir / "out", "--overwrite"}, 1);
+  ASSERT_EQ(told.size(), 2U);
+  EXPECT_EQ(told[0], json({{"path", cut},
+                           {"output", nullptr},
+                           {"ok", false},
+                           {"message", cut + ": the file ends before its raw data"}}));
+  EXPECT_EQ(ReadAll(before), "before");
+  EXPECT_EQ(told[1], json({{"path", whole}, {"output", dir / "out/a.nef.pgm"}, {"ok", true}, {"message", ""}}));
+  std::string expected = "P5\n6 6\n65535\n";
+  for (std::size_t i = 0; i < samples.size(); ++i) expected += "\x0a\x0b";
+  EXPECT_EQ(ReadAll(dir / "out/a.nef.pgm"), expected);
+  EXPECT_EQ(Json({"raw", whole, "--out", dir / "out"}, 1)[0]["ok"], false);
+  EXPECT_EQ(Json({"raw", whole, "--out", dir / "out", "--skip"})[0]["output"], nullptr);
 }
 
 TEST_F(PictureCommand, HistogramCountsTheFittedPicture) {

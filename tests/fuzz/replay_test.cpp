@@ -62,7 +62,7 @@ struct Kind {
 const Kind kKinds[] = {
     {".jpg", {"exif", "jpeg", "iptc", "iptc_file", "xmp"}},
     {".tif", {"exif", "tiff_facts", "tiff_raw", "uncompressed_tiff", "decode_magick"}},
-    {".nef", {"exif", "tiff_raw", "decode_raw"}},
+    {".nef", {"exif", "tiff_raw", "decode_raw", "nef_raw"}},
     {".orf", {"exif", "tiff_raw", "decode_raw"}},
     {".pef", {"exif", "tiff_raw", "decode_raw"}},
     {".raf", {"exif", "tiff_raw", "decode_raw"}},

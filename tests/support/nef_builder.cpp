@@ -235,6 +235,12 @@ std::vector<std::string> Cut(const std::string& data, int pieces) {
   return cut;
 }
 
+/// Red 0, green 1, blue 2 of a cell.
+std::string FilterPattern(std::string_view model) {
+  if (model == "NIKON D100") return {"\1\0\2\1", 4};
+  return model == "NIKON D2H" ? std::string("\1\2\0\1", 4) : std::string("\2\1\1\0", 4);
+}
+
 void AddSensor(TiffBuilder& tiff, const NefFile& nef, const std::string& data) {
   const bool coded = nef.storage >= NefStorage::Lossy || nef.storage == NefStorage::PackedTens;
   const int width = nef.statedWidth == 0 ? nef.width : nef.statedWidth;
@@ -242,6 +248,7 @@ void AddSensor(TiffBuilder& tiff, const NefFile& nef, const std::string& data) {
   tiff.Short(258, static_cast<unsigned>(nef.bitsPerSample)).Short(259, coded ? 0x8799 : 1).Short(262, 32803);
   tiff.Pieces(273, 279, Cut(data, nef.strips)).Short(277, 1).Short(33421, {2, 2});
   tiff.Long(278, static_cast<unsigned>((nef.height + nef.strips - 1) / nef.strips));
+  if (nef.model != "E5700") tiff.Bytes(33422, FilterPattern(nef.model));
 }
 
 constexpr int kSkipped = 3;

@@ -6,8 +6,8 @@
 namespace ml::rawconvert {
 namespace {
 
-constexpr int kSites = SiteWindow::kSites;
-constexpr int kDirections = 8;
+constexpr std::size_t kSites = SiteWindow::kSites;
+constexpr std::size_t kDirections = 8;
 
 /// Rows down and columns right of a direction: N, E, S, W, NE, SE, SW, NW.
 constexpr std::array<std::array<int, 2>, kDirections> kStep = {
@@ -20,8 +20,8 @@ inline std::int16_t Distance(std::int16_t a, std::int16_t b) {
 }
 
 /// Twice the gradient of direction `D` at site `k`, so that half weights stay whole: at most 8 x 4095.
-template <int Parity, int D>
-[[gnu::always_inline]] inline std::int16_t Gradient(const SiteWindow& w, int k) {
+template <int Parity, std::size_t D>
+[[gnu::always_inline]] inline std::int16_t Gradient(const SiteWindow& w, std::size_t k) {
   constexpr int Y = kStep[D][0], X = kStep[D][1];
   const auto difference = [&]<int Y1, int X1, int Y2, int X2>() {
     return Distance(w.At<Parity, Y1, X1>()[k], w.At<Parity, Y2, X2>()[k]);
@@ -46,17 +46,17 @@ template <int Parity>
 void FindSmooth(const SiteWindow& window, Smooth& smooth, SiteRow& count) {
   Smooth gradients;
   [&]<std::size_t... D>(std::index_sequence<D...>) {
-    for (int k = 0; k < kSites; ++k) ((gradients[D][k] = Gradient<Parity, D>(window, k)), ...);
+    for (std::size_t k = 0; k < kSites; ++k) ((gradients[D][k] = Gradient<Parity, D>(window, k)), ...);
   }(std::make_index_sequence<kDirections>());
-  for (int k = 0; k < kSites; ++k) {
+  for (std::size_t k = 0; k < kSites; ++k) {
     std::int16_t low = gradients[0][k], high = low;
-    for (int d = 1; d < kDirections; ++d) {
+    for (std::size_t d = 1; d < kDirections; ++d) {
       low = std::min(low, gradients[d][k]);
       high = std::max(high, gradients[d][k]);
     }
     const auto half = static_cast<std::int16_t>((high >> 1) + (high & 1));
     std::int16_t n = 0;
-    for (int d = 0; d < kDirections; ++d) {
+    for (std::size_t d = 0; d < kDirections; ++d) {
       const auto above = static_cast<std::int16_t>(gradients[d][k] - low);
       smooth[d][k] = above < half ? -1 : 0;
       n = static_cast<std::int16_t>(n - smooth[d][k]);
@@ -70,8 +70,8 @@ struct Pull {
   int beside, upright, corner;
 };
 
-template <int Parity, Sensor S, int D>
-[[gnu::always_inline]] inline Pull PullOf(const SiteWindow& w, int k) {
+template <int Parity, Sensor S, std::size_t D>
+[[gnu::always_inline]] inline Pull PullOf(const SiteWindow& w, std::size_t k) {
   constexpr int Y = kStep[D][0], X = kStep[D][1];
   const auto at = [&]<int Y1, int X1>() { return static_cast<int>(w.At<Parity, Y1, X1>()[k]); };
   const int own = 2 * (at.template operator()<2 * Y, 2 * X>() + at.template operator()<0, 0>());
@@ -94,9 +94,9 @@ template <int Parity, Sensor S, int D>
 
 using Sums = std::array<int, kSites>;
 
-template <int Parity, Sensor S, int D>
+template <int Parity, Sensor S, std::size_t D>
 void AddDirection(const SiteWindow& window, const Smooth& smooth, Sums& beside, Sums& upright, Sums& corner) {
-  for (int k = 0; k < kSites; ++k) {
+  for (std::size_t k = 0; k < kSites; ++k) {
     const auto pull = PullOf<Parity, S, D>(window, k);
     const int mask = smooth[D][k];
     beside[k] += pull.beside & mask;
@@ -126,14 +126,14 @@ void Interpolate(const SiteWindow& window, SiteColours& out) {
   const auto* right = window.At<Parity, 0, 1>();
   const auto* above = window.At<Parity, -1, 0>();
   const auto* below = window.At<Parity, 1, 0>();
-  for (int k = 0; k < kSites; ++k) {
+  for (std::size_t k = 0; k < kSites; ++k) {
     const int row = left[k] + right[k], column = above[k] + below[k];
     out.own[k] = own[k];
     out.beside[k] = Estimate(own[k], beside[k], count[k], S == Sensor::RedBlue ? row + column : 2 * row);
     if constexpr (S != Sensor::RedBlue) out.upright[k] = Estimate(own[k], upright[k], count[k], 2 * column);
   }
   if constexpr (S == Sensor::Green) return;
-  for (int k = 0; k < kSites; ++k) {
+  for (std::size_t k = 0; k < kSites; ++k) {
     const int corners = window.At<Parity, -1, -1>()[k] + window.At<Parity, -1, 1>()[k] + window.At<Parity, 1, -1>()[k] +
                         window.At<Parity, 1, 1>()[k];
     out.corner[k] = Estimate(own[k], corner[k], count[k], corners);

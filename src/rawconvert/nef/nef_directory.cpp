@@ -149,7 +149,9 @@ class Reader {
   }
 
   std::string Text(const IfdEntry& entry) const {
-    const auto bytes = source_.ReadUpTo(entry.value, std::min(entry.count, kMaxModel));
+    constexpr std::uint32_t kInEntry = 4;  // no camera has so short a name
+    if (entry.count <= kInEntry) return {};
+    const auto bytes = source_.Read(entry.value, std::min(entry.count, kMaxModel));
     const std::string text(metadata::ByteView(bytes, header_.order).Text(0, bytes.size()));
     return text.substr(0, text.find('\0'));
   }
