@@ -29,6 +29,8 @@ constexpr int kPatch = 16;
 /// The interpolation by which pixels get their missing colours: adaptive by homogeneity.
 constexpr int kAdaptive = 3;
 constexpr int kGridColumns = 48, kGridRows = 32;
+/// At which previews are compared with what the sensor saw.
+constexpr int kPreviewWidth = 480, kPreviewHeight = 320;
 /// Percentage at which our own steps begin.
 constexpr int kRenderFrom = 85;
 
@@ -250,7 +252,7 @@ std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MatchPreview() const {
     const auto range = metadata::FindCrwPreview(source);
     if (!range) return std::nullopt;
     const auto scale = [](int width, int height) {
-      return imaging::LeastCoveringEighths(width, height, kGridColumns, kGridRows);
+      return imaging::LeastCoveringEighths(width, height, kPreviewWidth, kPreviewHeight);
     };
     const auto preview = imaging::DecodeJpeg(source, range->position, scale, imaging::PixelOrder::Rgb);
     if (preview.damaged) return std::nullopt;
