@@ -76,6 +76,9 @@ TEST(DevelopedSamples, AWhiteBalanceIsRepeatedByWhatItLeft) {
     const auto again = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
     EXPECT_LT(MeanDifference(first, again), 0.1) << path;
     params.ClearComputed();
+    params.SetCustomPoint({700, 500});
+    const auto measured = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    EXPECT_LT(MeanDifference(first, measured), 0.1) << path;
     params.SetWhiteBalance(3);
     const auto tungsten = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
     EXPECT_GT(MeanDifference(first, tungsten), 1) << path;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "rawconvert/libraw/preview_balance.h"
+#include "rawconvert/libraw/sensor_samples.h"
 #include "rawconvert/look/look_inverse.h"
 
 namespace ml::rawconvert {
@@ -84,6 +85,36 @@ TEST(WhiteBalance, IsFoundAgainInTheCamerasPicture) {
   EXPECT_NEAR(found->multipliers[2], 1.3, 0.01);
   for (auto& cell : grid.cells) cell = {1, 1, 1};
   EXPECT_FALSE(BalanceOfPreview(grid, preview, toSrgb));
+}
+
+TEST(WhiteBalance, APointIsMadeGreyWhereverItLies) {
+  constexpr int kWidth = 64, kHeight = 48;
+  // Red and green in even rows, green and blue in odd ones; black at 32, light 100, 200 and 50 above it.
+  std::vector<std::uint16_t> recorded(kWidth * kHeight);
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) {
+      const int light = y % 2 == 0 ? (x % 2 == 0 ? 100 : 200) : (x % 2 == 0 ? 200 : 50);
+      recorded[static_cast<std::size_t>(y * kWidth + x)] = static_cast<std::uint16_t>(32 + (x < 40 ? light : 0));
+    }
+  }
+  SensorSamples samples{.first = recorded.data() + 3 * kWidth + 1,
+                        .pitch = kWidth,
+                        .width = kWidth - 4,
+                        .height = kHeight - 6,
+                        .oddRow = 3,
+                        .oddColumn = 1,
+                        .pattern = 0xb4b4b4b4,
+                        .black = {32, 32, 32, 32},
+                        .white = 1000};
+  for (const auto& point : {WhitePoint{0, 0}, {20, 20}, {-50, 900}}) {
+    const auto found = MakeGrey(samples, point);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->multipliers, (std::array{2.0F, 1.0F, 4.0F, 1.0F})) << point.x;
+  }
+  EXPECT_FALSE(MakeGrey(samples, {55, 20}));
+  const auto grid = MakeGrid(samples, 6, 4);
+  ASSERT_EQ(grid.cells.size(), 24U);
+  EXPECT_EQ(grid.cells[0], (std::array{0.1, 0.2, 0.05}));
 }
 
 }  // namespace
