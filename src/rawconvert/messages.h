@@ -32,6 +32,8 @@ inline std::string FormatNotSupported(const std::string& model) { return model +
 
 inline constexpr char kUndefinedCode[] = "Undefined CDSDK error";
 
+inline constexpr char kNameTooLong[] = "Its name is longer than 31 characters.";
+
 /// Of developing a whole file for those who edit it.
 inline std::string CannotDevelop(const std::string& path, const std::string& reason) {
   return "Unable to develop:\n" + path + "\n" + reason;

@@ -56,7 +56,7 @@ struct RawConversionSettings {
   int colourSpace = 0;  ///< 0 as shot, 1 sRGB, 2 AdobeRGB
   int colourTemperature10D = 5800;
 
-  RawDevelopParams develop;  ///< zero when a file is about to be shown in a dialog, filled by it
+  RawDevelopParams develop = {};  ///< zero when a file is about to be shown in a dialog, filled by it
 
   bool operator==(const RawConversionSettings&) const = default;
 };
@@ -69,7 +69,7 @@ struct RawDialogValues {
   int tone = kAsShot;
   int exposureCompensation = 0;  ///< tenths of a stop
   int whiteBalance = kAsShot;
-  WhitePoint customPoint;
+  WhitePoint customPoint = {};
   int photoEffect = 0;
 
   bool operator==(const RawDialogValues&) const = default;

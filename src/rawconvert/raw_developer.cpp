@@ -25,6 +25,7 @@ std::string Complaint(const DevelopError& error, const std::string& model) {
 }
 
 imaging::PixelBuffer DevelopCollection(const std::string& path, DevelopmentSdk& sdk) {
+  if (!IsDevelopableName(path)) throw platform::UserError(messages::CannotDevelop(path, messages::kNameTooLong));
   PictureCollection pictures(path, sdk);
   if (!pictures.HasPicture()) throw platform::UserError(messages::CannotDevelop(path, messages::kUnableToOpen));
   auto params = AsShotParams();

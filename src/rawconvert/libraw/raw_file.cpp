@@ -14,6 +14,7 @@
 #include "platform/readable_file.h"
 #include "rawconvert/develop_error.h"
 #include "rawconvert/libraw/preview_balance.h"
+#include "rawconvert/libraw/sensor_samples.h"
 #include "rawconvert/look/render_picture.h"
 
 namespace ml::rawconvert {
@@ -24,11 +25,11 @@ constexpr std::uint64_t kMaxFile = std::uint64_t{768} << 20;
 /// The closest packing has more than a bit a pixel. A file far below was cut off.
 constexpr long long kMaxPixelsPerByte = 32;
 constexpr std::uint32_t kNoMemory = 3;
-/// Side of the square around a white point that is averaged, in pixels.
-constexpr int kPatch = 16;
 /// The interpolation by which pixels get their missing colours: adaptive by homogeneity.
 constexpr int kAdaptive = 3;
 constexpr int kGridColumns = 48, kGridRows = 32;
+/// At which previews are compared with what the sensor saw.
+constexpr int kPreviewWidth = 480, kPreviewHeight = 320;
 /// Percentage at which our own steps begin.
 constexpr int kRenderFrom = 85;
 
@@ -91,11 +92,9 @@ class RawFile::Decoder final : public LibRaw {
   void Unpack();
   void FindShown();
   WhiteBalanceFacts Facts() const;
-  std::optional<WhiteBalanceCoefficients> MeasureAt(WhitePoint point) const;
-  SensorGrid Grid() const;
+  SensorSamples Samples() const;
   std::optional<WhiteBalanceCoefficients> MatchPreview() const;
   std::optional<WhiteBalanceCoefficients> Measured(const WhiteBalanceChoice& choice) const;
-  double SampleAt(int x, int y, std::size_t& colour) const;
   void SetParameters(const RawOrder& order);
   SensorPicture Picture(bool small) const;
 
@@ -182,63 +181,21 @@ WhiteBalanceFacts RawFile::Decoder::Facts() const {
   return facts;
 }
 
-/// Above black, at a place of what the library takes for the picture.
-double RawFile::Decoder::SampleAt(int x, int y, std::size_t& colour) const {
+SensorSamples RawFile::Decoder::Samples() const {
   const auto& raw = imgdata.rawdata;
-  colour = static_cast<std::size_t>(const_cast<Decoder*>(this)->COLOR(y, x));
-  const auto at = static_cast<std::size_t>(y + raw.sizes.top_margin) * (raw.sizes.raw_pitch / 2U) +
-                  static_cast<std::size_t>(x + raw.sizes.left_margin);
-  return std::max(0.0, static_cast<double>(raw.raw_image[at]) - raw.color.black - raw.color.cblack[colour]);
-}
-
-std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MeasureAt(WhitePoint point) const {
-  const auto begin = [](int at, int offset, int shown, int all) {
-    return std::clamp(offset + std::clamp(at, 0, shown - 1) - kPatch / 2, 0, std::max(0, all - kPatch));
-  };
-  const auto& sizes = imgdata.rawdata.sizes;
-  const int left = begin(point.x, shown_.left, shown_.width, sizes.width);
-  const int top = begin(point.y, shown_.top, shown_.height, sizes.height);
-  std::array<double, 4> sum{}, count{};
-  for (int y = top; y < std::min<int>(top + kPatch, sizes.height); ++y) {
-    for (int x = left; x < std::min<int>(left + kPatch, sizes.width); ++x) {
-      std::size_t colour = 0;
-      const double sample = SampleAt(x, y, colour);
-      sum[colour] += sample;
-      ++count[colour];
-    }
-  }
-  if (count[3] == 0) sum[3] = sum[1], count[3] = count[1];
-  WhiteBalanceCoefficients result;
-  for (std::size_t c = 0; c < 4; ++c) {
-    if (sum[c] <= 0) return std::nullopt;  // black has no colour
-    result.multipliers[c] = static_cast<float>(count[c] / sum[c]);
-  }
-  return result;
-}
-
-SensorGrid RawFile::Decoder::Grid() const {
-  SensorGrid grid{kGridColumns, kGridRows, {}};
-  const double limit = static_cast<double>(imgdata.rawdata.color.maximum) - imgdata.rawdata.color.black;
-  for (int i = 0; i < grid.columns * grid.rows; ++i) {
-    const int left = shown_.left + i % grid.columns * shown_.width / grid.columns;
-    const int top = shown_.top + i / grid.columns * shown_.height / grid.rows;
-    std::array<double, 4> sum{}, count{};
-    for (int y = top; y < top + shown_.height / grid.rows; ++y) {
-      // Every other pair of columns is enough.
-      for (int x = left; x < left + shown_.width / grid.columns; x += (x & 1) != 0 ? 3 : 1) {
-        std::size_t colour = 0;
-        const double sample = SampleAt(x, y, colour);
-        sum[colour] += sample;
-        ++count[colour];
-      }
-    }
-    sum[1] += sum[3];
-    count[1] += count[3];
-    std::array<double, 3> cell{};
-    for (std::size_t c = 0; c < 3; ++c) cell[c] = sum[c] / std::max(1.0, count[c]) / limit;
-    grid.cells.push_back(cell);
-  }
-  return grid;
+  SensorSamples samples;
+  samples.pitch = raw.sizes.raw_pitch / sizeof(std::uint16_t);
+  samples.first = raw.raw_image + static_cast<std::size_t>(raw.sizes.top_margin + shown_.top) * samples.pitch +
+                  static_cast<std::size_t>(raw.sizes.left_margin + shown_.left);
+  samples.width = shown_.width;
+  samples.height = shown_.height;
+  // The pattern starts at the corner of what the library takes for the picture.
+  samples.oddRow = shown_.top & 7;
+  samples.oddColumn = shown_.left & 1;
+  samples.pattern = raw.iparams.filters;
+  for (std::size_t c = 0; c < 4; ++c) samples.black[c] = static_cast<double>(raw.color.black) + raw.color.cblack[c];
+  samples.white = std::max(1.0, static_cast<double>(raw.color.maximum) - raw.color.black);
+  return samples;
 }
 
 std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MatchPreview() const {
@@ -250,19 +207,20 @@ std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MatchPreview() const {
     const auto range = metadata::FindCrwPreview(source);
     if (!range) return std::nullopt;
     const auto scale = [](int width, int height) {
-      return imaging::LeastCoveringEighths(width, height, kGridColumns, kGridRows);
+      return imaging::LeastCoveringEighths(width, height, kPreviewWidth, kPreviewHeight);
     };
     const auto preview = imaging::DecodeJpeg(source, range->position, scale, imaging::PixelOrder::Rgb);
     if (preview.damaged) return std::nullopt;
-    return BalanceOfPreview(Grid(), preview.pixels, toSrgb);
+    return BalanceOfPreview(MakeGrid(Samples(), kGridColumns, kGridRows), preview.pixels, toSrgb);
   } catch (const std::runtime_error&) {
     return std::nullopt;  // a preview that cannot be read is as good as none
   }
 }
 
 std::optional<WhiteBalanceCoefficients> RawFile::Decoder::Measured(const WhiteBalanceChoice& choice) const {
-  if (imgdata.rawdata.raw_image == nullptr) return std::nullopt;
-  if (choice.code == -1) return MeasureAt(choice.point);
+  constexpr unsigned leastPattern = 1000;  // below are sensors with other patterns than two columns
+  if (imgdata.rawdata.raw_image == nullptr || imgdata.rawdata.iparams.filters < leastPattern) return std::nullopt;
+  if (choice.code == -1) return MakeGrey(Samples(), choice.point);
   return choice.code == 0 ? std::nullopt : MatchPreview();
 }
 

@@ -8,8 +8,8 @@ namespace {
 
 /// What the cameras' own pictures do to colours before and behind the tone curve, which see: the rows add up to 1, so
 /// that grey stays grey.
-constexpr Matrix3 kCameraLight = {{{0.871F, 0.099F, 0.030F}, {-0.024F, 0.912F, 0.112F}, {0.021F, 0.101F, 0.878F}}};
-constexpr Matrix3 kCameraShown = {{{1.045F, -0.088F, 0.043F}, {-0.141F, 1.124F, 0.017F}, {-0.203F, -0.159F, 1.362F}}};
+constexpr Matrix3 kCameraLight = {{{0.821F, 0.149F, 0.030F}, {-0.001F, 0.880F, 0.121F}, {0.022F, 0.139F, 0.839F}}};
+constexpr Matrix3 kCameraShown = {{{1.095F, -0.142F, 0.047F}, {-0.207F, 1.194F, 0.013F}, {-0.213F, -0.238F, 1.451F}}};
 /// Of sRGB light, both with the white of daylight at 6500 K.
 constexpr Matrix3 kToAdobeRgb = {{{0.7152F, 0.2848F, 0.0F}, {0.0F, 1.0F, 0.0F}, {0.0F, 0.0412F, 0.9588F}}};
 

@@ -32,7 +32,12 @@ std::optional<Matrix3> Inverse(const Matrix3& m) {
   return inverse;
 }
 
-LookInverse::LookInverse(const SensorMatrix& toSrgb) : curve_(MakeToneCurve(0)) {
+LookInverse::LookInverse(const SensorMatrix& toSrgb) {
+  const auto curve = MakeToneCurve(0);
+  for (std::size_t i = 0; i < lightOf_.size(); ++i) {
+    const auto sample = static_cast<std::uint16_t>(i * 65535 / (lightOf_.size() - 1));
+    lightOf_[i] = static_cast<double>(std::ranges::lower_bound(curve, sample) - curve.begin()) / kCurveSteps;
+  }
   const auto light = LightMatrix(toSrgb, {});
   Matrix3 square{};
   for (std::size_t row = 0; row < 3; ++row) std::copy_n(light[row].begin(), 3, square[row].begin());
@@ -43,8 +48,7 @@ LookInverse::LookInverse(const SensorMatrix& toSrgb) : curve_(MakeToneCurve(0)) 
 std::array<double, 3> LookInverse::SensorOf(const std::array<double, 3>& shown) const {
   auto light = Apply(*behindCurve_, shown);
   for (auto& value : light) {
-    const auto sample = static_cast<std::uint16_t>(std::clamp(value, 0.0, 1.0) * 65535);
-    value = static_cast<double>(std::ranges::lower_bound(curve_, sample) - curve_.begin()) / kCurveSteps;
+    value = lightOf_[static_cast<std::size_t>(std::clamp(value, 0.0, 1.0) * static_cast<double>(lightOf_.size() - 1))];
   }
   return Apply(*sensorOfLight_, light);
 }

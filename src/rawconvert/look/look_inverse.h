@@ -1,9 +1,7 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "rawconvert/look/colour_steps.h"
 
@@ -23,7 +21,7 @@ class LookInverse {
 
  private:
   std::optional<Matrix3> sensorOfLight_, behindCurve_;
-  std::vector<std::uint16_t> curve_;
+  std::array<double, 1024> lightOf_{};  ///< of samples in front of the curve, in equal steps
 };
 
 }  // namespace ml::rawconvert

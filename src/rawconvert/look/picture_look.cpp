@@ -36,7 +36,7 @@ constexpr std::array kMatrices = {MatrixRow{0, 0, Space::Srgb}, MatrixRow{-0.5, 
 }  // namespace
 
 double SharpeningOfLevel(int level) {
-  return level == kNoSharpening ? 0 : kSharpening[static_cast<std::size_t>(std::clamp(level, -2, 2) + 2)];
+  return level == kNoSharpening ? 0 : kSharpening[static_cast<std::size_t>(std::clamp(level + 2, 0, 4))];
 }
 
 double SharpeningOfEdgeLevel(int level) { return kEdgeSharpening[static_cast<std::size_t>(std::clamp(level, 0, 5))]; }

@@ -12,6 +12,8 @@ namespace ml::rawconvert {
 namespace {
 
 constexpr float kWhite = 65535.0F;
+/// Added before what is behind the point is dropped, which vectors do and std::lround does not.
+constexpr float kRounding = 0.5F;
 /// From here to the limit, where a pixel has lost its colours, it goes over to white.
 constexpr float kBlownFrom = 0.9F * kWhite;
 /// Differences well below this many steps of 65536 are taken for noise and not sharpened.
@@ -119,7 +121,7 @@ const Planes& RowMaker::Source(int y) {
   row.y = y;
   auto& [red, green, blue, fourth] = row.plane;
   for (std::size_t x = 0; x < wide_; ++x) {
-    const int at = std::clamp(picture.left + static_cast<int>(x) - kRowMargin, 0, picture.width - 1);
+    const int at = std::clamp(picture.left + static_cast<int>(x) - static_cast<int>(kRowMargin), 0, picture.width - 1);
     const auto* pixel = picture.Pixel(at, y);
     red[x] = pixel[0];
     green[x] = pixel[1];
@@ -164,7 +166,7 @@ void RowMaker::Light(const Planes& source, std::size_t margin) {
     const float factor = scale + blown * white * white;
     for (std::size_t c = 0; c < 3; ++c) {
       const float sum = m[c][0] * red[x] + m[c][1] * green[x] + m[c][2] * blue[x] + m[c][3] * fourth[x];
-      out[c * width_ + x] = static_cast<std::int32_t>(std::clamp(sum * factor, 0.0F, kWhite) + 0.5F);
+      out[c * width_ + x] = static_cast<std::int32_t>(std::clamp(sum * factor, 0.0F, kWhite) + kRounding);
     }
   }
 }
@@ -245,7 +247,7 @@ void RowMaker::Store(const Planes& row, std::byte* out) {
   const float* blue = row.plane[2].data() + kRowMargin;
   // The high byte of 16 bits, as everyone who reduces a picture later takes it.
   const auto sample = [](float value) {
-    const auto wide = static_cast<std::int32_t>(std::clamp(value, 0.0F, kWhite) + 0.5F);
+    const auto wide = static_cast<std::int32_t>(std::clamp(value, 0.0F, kWhite) + kRounding);
     return static_cast<T>(sizeof(T) == 2 ? wide : wide >> 8);
   };
   for (std::size_t x = 0; x < width_; ++x) {

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <span>
 
 /// Filters over the rows of one plane. Rows are given with `kRowMargin` samples more on either side than the result
 /// has.
 namespace ml::rawconvert {
 
-inline constexpr int kRowMargin = 2;
+inline constexpr std::size_t kRowMargin = 2;
 
 /// The median of each 3 x 3 neighbourhood. `sorted` is room for three rows as long as the given ones.
 void MedianOfNine(const std::array<const float*, 3>& rows, std::span<float> sorted, std::span<float> result);

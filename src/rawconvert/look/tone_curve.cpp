@@ -9,8 +9,8 @@ namespace {
 
 /// The curve of the cameras' own pictures, at equal steps of the square root of light. Fitted, together with the
 /// matrices of colour_steps.cpp, to the pictures that PowerShot G2, PowerShot S40 and EOS D30 put into their raw files.
-constexpr std::array kKnots = {0.0,    0.0479, 0.1438, 0.2790, 0.4100, 0.5350, 0.6471,
-                               0.7422, 0.8208, 0.8929, 0.9402, 0.9680, 1.0};
+constexpr std::array kKnots = {0.0,    0.0439, 0.1439, 0.2772, 0.4120, 0.5333, 0.6487,
+                               0.7387, 0.8218, 0.8880, 0.9378, 0.9650, 1.0};
 constexpr std::size_t kPieces = kKnots.size() - 1;
 /// Each level of contrast adds this share of the steepest parabola pair about the middle.
 constexpr double kContrastStep = 0.15, kMiddle = 0.45;

@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <thread>
+
+#include "imaging/jpeg/jpeg_decoder.h"
+#include "imaging/scale.h"
+#include "metadata/byte_source.h"
+#include "metadata/crw_file.h"
+#include "metadata/exif_data.h"
+#include "platform/errors.h"
+#include "platform/readable_file.h"
+#include "rawconvert/develop_error.h"
+#include "rawconvert/libraw/as_shot_look.h"
+#include "rawconvert/picture_collection.h"
+#include "rawconvert/raw_developer.h"
+#include "support/temp_dir.h"
+
+namespace ml::rawconvert {
+namespace {
+
+std::vector<std::string> SampleCrws() {
+  std::vector<std::string> paths;
+  if (const auto samples = test::SamplesDir()) {
+    for (const auto* name : {"canon-eos-d30.crw", "canon-powershot-g2-0304.crw", "canon-powershot-s40-0112.crw"}) {
+      paths.push_back(*samples + "/crw/" + name);
+    }
+  }
+  return paths;
+}
+
+/// The one whose camera records no white balance.
+std::vector<std::string> OneCrw() {
+  auto paths = SampleCrws();
+  paths.resize(std::min<std::size_t>(paths.size(), 1));
+  return paths;
+}
+
+imaging::PixelBuffer Preview(const std::string& path) {
+  const platform::ReadableFile file(path);
+  const metadata::FileSource source(file);
+  const auto range = metadata::FindCrwPreview(source);
+  return imaging::DecodeJpeg(
+             source, range->position, [](int, int) { return 8; }, imaging::PixelOrder::Rgb)
+      .pixels;
+}
+
+/// The mean difference of samples, 0..255, at a size at which sharpness does not count.
+double MeanDifference(const imaging::PixelBuffer& a, const imaging::PixelBuffer& b) {
+  const auto one = imaging::ScaleAverage(a, 96, 64), other = imaging::ScaleAverage(b, 96, 64);
+  double sum = 0;
+  for (std::size_t i = 0; i < one.data.size(); ++i) {
+    sum += std::abs(std::to_integer<int>(one.data[i]) - std::to_integer<int>(other.data[i]));
+  }
+  return sum / static_cast<double>(one.data.size());
+}
+
+TEST(DevelopedSamples, LookLikeTheCamerasOwnPictures) {
+  for (const auto& path : SampleCrws()) {
+    const auto before = test::ReadAll(path);
+    const auto developed = MakeRawDeveloper()->Develop(path);
+    const metadata::ExifData exif(path);
+    EXPECT_EQ(developed.width, exif.imageWidth) << path;
+    EXPECT_EQ(developed.height, exif.imageHeight) << path;
+    EXPECT_LT(MeanDifference(developed, Preview(path)), 6) << path;
+    EXPECT_EQ(test::ReadAll(path), before);
+  }
+}
+
+TEST(DevelopedSamples, AWhiteBalanceIsRepeatedByWhatItLeft) {
+  for (const auto& path : SampleCrws()) {
+    const auto developer = MakeRawDeveloper();
+    PictureCollection pictures(path, developer->Development());
+    auto params = AsShotParams();
+    params.SetWhiteBalance(-1);
+    params.SetCustomPoint({700, 500});
+    const auto first = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    EXPECT_NEAR(first.width, pictures.Size().width / 2, 1);
+    params.SetCustomPoint({10, 10});
+    const auto again = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    EXPECT_LT(MeanDifference(first, again), 0.1) << path;
+    params.ClearComputed();
+    params.SetCustomPoint({700, 500});
+    const auto measured = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    EXPECT_LT(MeanDifference(first, measured), 0.1) << path;
+    params.SetWhiteBalance(3);
+    const auto tungsten = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    EXPECT_GT(MeanDifference(first, tungsten), 1) << path;
+  }
+}
+
+/// Remembers the percentages.
+class Percentages final : public platform::Progress {
+ public:
+  std::vector<int> told;
+  void percent(int value) override { told.push_back(value); }
+  void text(const std::string&) override {}
+  void secondText(const std::string&) override {}
+  void picture(std::span<const std::byte>, int, int) override {}
+  void position(int, int) override {}
+};
+
+TEST(DevelopedSamples, BothEnginesGiveTheSamePictureAndProgress) {
+  for (const auto& path : OneCrw()) {
+    const auto developer = MakeRawDeveloper();
+    const auto model = metadata::ExifData(path).model;
+    CameraImage image(path, developer->CameraImages());
+    ASSERT_EQ(image.error, "");
+    image.linear = true;
+    image.SetWhiteBalance(9);
+    image.colourTemperature = 4000;
+    Percentages progress;
+    const auto one = imaging::HighBytes(image.Develop(model, true, {.progress = &progress}));
+    EXPECT_TRUE(std::ranges::is_sorted(progress.told));
+    EXPECT_GT(progress.told.size(), 5U);
+    EXPECT_EQ(progress.told.back(), 100);
+
+    PictureCollection pictures(path, developer->Development());
+    auto params = AsShotParams();
+    params.SetLinear(true);
+    params.SetWhiteBalance(-1);
+    params.SetCoefficients(developer->CameraImages().coefficients);
+    const auto other = imaging::HighBytes(pictures.Develop(params, {}, {}));
+    EXPECT_LT(MeanDifference(one, other), 0.1) << path;
+    image.SetWhiteBalance(9);
+    image.colourTemperature = 8000;
+    EXPECT_GT(MeanDifference(one, image.Develop(model, false, {})), 1) << path;
+  }
+}
+
+TEST(DevelopedSamples, ACancelIsActedOnWhereverItComes) {
+  for (const auto& path : OneCrw()) {
+    const auto developer = MakeRawDeveloper();
+    PictureCollection pictures(path, developer->Development());
+    for (const int wait : {0, 20, 60}) {
+      std::stop_source stop;
+      const std::jthread canceller([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(wait));
+        stop.request_stop();
+      });
+      auto params = AsShotParams();
+      try {
+        pictures.Develop(params, {}, {.stop = stop.get_token()});
+      } catch (const platform::Cancelled&) {
+      }
+    }
+    auto params = AsShotParams();
+    const auto whole = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    EXPECT_LT(MeanDifference(whole, Preview(path)), 7) << path;  // the file is opened anew where it had to be
+  }
+}
+
+/// The sentence of a file that cannot be developed.
+std::string Complaint(const std::string& path) {
+  try {
+    const auto developer = MakeRawDeveloper();
+    PictureCollection pictures(path, developer->Development());
+    if (!pictures.HasPicture()) return "no picture";
+    auto params = AsShotParams();
+    pictures.Develop(params, {}, {});
+    return "developed";
+  } catch (const DevelopError& error) {
+    return RawFileComplaint(error.Code(), "X");
+  }
+}
+
+TEST(DamagedRaws, HaveTheirSentence) {
+  const std::string invalid = "Raw file is invalid and cannot be converted\n";
+  const test::TempDir dir;
+  EXPECT_EQ(Complaint(dir / "missing.crw"), "no picture");
+  EXPECT_EQ(Complaint(dir.Write("empty.crw", "")), invalid);
+  EXPECT_EQ(Complaint(dir.Write("text.crw", std::string(5000, 'x'))), invalid);
+  const auto samples = test::SamplesDir();
+  if (!samples) return;
+  for (const auto& entry : std::filesystem::directory_iterator(*samples + "/damaged")) {
+    const auto copy = dir.Write("damaged.crw", *test::ReadAll(entry.path()));
+    const auto complaint = Complaint(copy);
+    const bool otherFormat = entry.path().extension() != ".crw" && complaint == "X raw file format not supported\n";
+    EXPECT_TRUE(complaint == invalid || otherFormat) << entry.path() << complaint;
+  }
+  for (const auto& path : SampleCrws()) {
+    const auto whole = *test::ReadAll(path);
+    for (const std::size_t size : {whole.size() / 20, whole.size() / 2, whole.size() - 4}) {
+      EXPECT_EQ(Complaint(dir.Write("cut.crw", whole.substr(0, size))), invalid) << path << size;
+    }
+    // Sensor data that end early, the heap's directory still at the end.
+    auto holed = whole;
+    std::fill(holed.begin() + static_cast<std::ptrdiff_t>(whole.size() / 4),
+              holed.begin() + static_cast<std::ptrdiff_t>(whole.size() * 3 / 4), '\xFF');
+    EXPECT_EQ(Complaint(dir.Write("holed.crw", holed)), invalid) << path;
+  }
+}
+
+}  // namespace
+}  // namespace ml::rawconvert
