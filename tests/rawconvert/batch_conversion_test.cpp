@@ -6,6 +6,7 @@
 #include "rawconvert/batch/output_directory.h"
 #include "rawconvert/batch/time_estimate.h"
 #include "rawconvert/conversion_fixture.h"
+#include "platform/paths.h"
 #include "rawconvert/develop_error.h"
 #include "support/ciff_builder.h"
 
