@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
+#include "platform/paths.h"
 #include "rawconvert/batch/output_chooser.h"
 #include "rawconvert/batch/output_directory.h"
 #include "rawconvert/batch/time_estimate.h"
 #include "rawconvert/conversion_fixture.h"
-#include "platform/paths.h"
 #include "rawconvert/develop_error.h"
 #include "support/ciff_builder.h"
 
@@ -112,12 +112,12 @@ TEST_F(BatchRun, TwoSourcesOfOneNameAskAsIfTheFirstWereWritten) {
 TEST_F(BatchRun, GoesOnAfterAFileThatCannotBeDeveloped) {
   const auto a = Add("a.crw");
   Add("b.crw");
-  sdk->failure = 0x1002;
+  sdk->failure = 0x10002;
   EXPECT_EQ(Run(), (Outcomes{Converted::Failed, Converted::Failed}));
   ASSERT_EQ(ask.shown.size(), 1u);
   EXPECT_EQ(ask.shown[0].caption, "Convert RAW Files");
   EXPECT_TRUE(ask.shown[0].text.starts_with("Error converting " + a +
-                                            "\npsCException = 0x1002\nRaw file is invalid and cannot be converted\n"))
+                                            "\npsCException = 0x10002\nRaw file is invalid and cannot be converted\n"))
       << ask.shown[0].text;
   EXPECT_TRUE(Written().empty());
 }

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "rawconvert/conversion_fixture.h"
-#include
 #include "platform/errors.h"
+#include "rawconvert/conversion_fixture.h"
 #include "support/ciff_builder.h"
 
 namespace ml::rawconvert {
@@ -19,7 +18,9 @@ class ConvertRawFile : public ConversionTest {
     return dir.Write("a.crw", test::CrwHeap(raw).BuildFile(test::Endian::Little));
   }
   std::optional<ConvertedPicture> Convert(const std::string& path, OutputFormat format) {
-    return ConvertPicture(path, settings, {.format = format}, {developer, progress, stop.get_token()});
+    ConversionOptions options;
+    options.format = format;
+    return ConvertPicture(path, settings, options, {developer, progress, stop.get_token()});
   }
 };
 
@@ -56,8 +57,9 @@ TEST_F(ConvertRawFile, ChoosesTheDepthByFormatMethodAndProcessing) {
     EXPECT_EQ(sdk->asked[0].request.output, developed == 2 ? OutputCode::Bits16 : OutputCode::Bits8);
     EXPECT_EQ(sdk->asked[0].params.Linear(), method == Method::Linear);
     EXPECT_EQ(picture->pixels.bytesPerSample, written);
-    if (written == 1 && developed == 2 && !postProcess && !sdk->eightBitOnly)
+    if (written == 1 && developed == 2 && !postProcess && !sdk->eightBitOnly) {
       EXPECT_EQ(picture->pixels.Row(2)[9], std::byte{0x32});  // the high byte of x = 3, y = 2
+    }
   }
 }
 
@@ -78,7 +80,7 @@ TEST_F(ConvertRawFile, CombinesTwoRenders) {
   EXPECT_EQ(sdk->asked[1].params, second);
   std::uint16_t sample = 0;
   std::memcpy(&sample, picture->pixels.data.data(), 2);
-  EXPECT_EQ(sample, 65535);  // the linear render's brightest value is white
+  EXPECT_EQ(sample, 65523);  // white lies five levels above the linear render's brightest value
   EXPECT_TRUE(std::ranges::is_sorted(progress.percents));
   const std::vector<std::string> steps = {"Converting raw file...", "Converting raw image for highlights...",
                                           "Combining images..."};
