@@ -29,13 +29,13 @@ std::string FindCompanion(const std::string& path, std::string_view extension, D
   // Cameras write one of two spellings, which need no look through the directory.
   for (const auto& spelling : {std::string(extension), AsciiUpper(extension)}) {
     auto candidate = WithExtension(path, spelling);
-    if (candidate != path && IsRegularFile(candidate)) return candidate;
+    if (candidate == path) return {};  // a file is never its own companion
+    if (IsRegularFile(candidate)) return candidate;
   }
   const auto parts = SplitPath(path);
   const auto found = index.Find(std::string(parts.stem).append(extension));
   if (!found) return {};
   auto companion = std::string(parts.directory) + *found;
-  // A file is never its own companion.
   return companion != path && IsRegularFile(companion) ? companion : std::string();
 }
 
