@@ -11,6 +11,7 @@
 #include "batch/apply_rename.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
+#include "cli/kept_marks.h"
 #include "cli/output.h"
 #include "cli/progress_line.h"
 #include "imagefiles/format_table.h"
@@ -134,6 +135,9 @@ class RenameRun {
     ImageSession session(session_);
     const catalogue::RenameTools tools{.companions = companions_, .trash = session.Bin(), .batch = &session.Batch()};
     const auto arrived = catalogue::RenameFiles(all.sources, all.destinations, arguments_.style.caseMode, tools);
+    catalogue::RenamedPaths renamed;
+    for (std::size_t i = 0; i < arrived.size(); ++i) renamed.emplace(all.sources[i], arrived[i]);
+    LetMarksFollow(renamed, state_);
     auto next = arrived.begin();
     for (auto& run : runs_) {  // as the disk has it, which may differ from the list in the letters of an extension
       std::vector<std::string> names;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/commands.h"
+#include "cli/kept_marks.h"
 #include "cli/output.h"
 #include "cli/run_state.h"
 #include "platform/dates.h"
@@ -59,6 +60,9 @@ void RunUndo(const UndoArguments& arguments, RunState& state) {
     entries = Entries(arguments, journal.Edits());
   } catch (const platform::UserError& error) {
     state.Fail(error.what());
+  }
+  if (!arguments.list && !arguments.dryRun && !entries.empty()) {
+    LetMarksFollow(catalogue::PathsTakenBack(entries.front().renames), state);
   }
   auto result = Json::array();
   const std::string_view verb = arguments.list ? "" : (arguments.dryRun ? "would undo: " : "undone: ");

@@ -26,11 +26,16 @@ std::vector<std::string> CompanionSet::Paths() const { return NonEmpty({file, th
 std::vector<std::string> CompanionSet::PathsToDelete() const { return NonEmpty({file, thm, jpg, txt, wav}); }
 
 std::string FindCompanion(const std::string& path, std::string_view extension, DirIndex& index) {
+  // Cameras write one of two spellings, which need no look through the directory.
+  for (const auto& spelling : {std::string(extension), AsciiUpper(extension)}) {
+    auto candidate = WithExtension(path, spelling);
+    if (candidate == path) return {};  // a file is never its own companion
+    if (IsRegularFile(candidate)) return candidate;
+  }
   const auto parts = SplitPath(path);
   const auto found = index.Find(std::string(parts.stem).append(extension));
   if (!found) return {};
   auto companion = std::string(parts.directory) + *found;
-  // A file is never its own companion.
   return companion != path && IsRegularFile(companion) ? companion : std::string();
 }
 

@@ -231,9 +231,13 @@ TEST_F(EditCommands, RenameAllOrNone) {
   EXPECT_EQ(run({"rename", photo, "--style", "%n", "--digits", "8"}).exitCode, 2);
   EXPECT_EQ(Look(dir / ""), before);
 
+  run({"tags", dir / "in", "--add", "b.jpg"});
   EXPECT_EQ(Json(with({"--case", "3"}))["renames"][0]["to"], dir / "in/0001_A.JPG");
   EXPECT_EQ(ReadAll(dir / "in/0001_A.TXT"), "note");
+  EXPECT_EQ(ReadAll(dir / "in/tagged_files.txt"), "0002_B.JPG\r\n");
   run({"undo"});
+  EXPECT_EQ(ReadAll(dir / "in/tagged_files.txt"), "b.jpg\r\n");
+  std::filesystem::remove(dir / "in/tagged_files.txt");
   EXPECT_EQ(Look(dir / ""), before);
 }
 

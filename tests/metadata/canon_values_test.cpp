@@ -189,6 +189,10 @@ TEST(CanonNumbers, FocalLengthByModel) {
     EXPECT_EQ(Applied(c.model, canon_tag::kFocalLength, 4, {{1, c.word}}).focalLength, c.length) << c.model;
   }
   EXPECT_EQ(Applied("Canon EOS 10D", canon_tag::kFocalLength, 3, {{1, 50}}).focalLength, 0);
+  ExifData known;
+  known.focalLength = 7.1;
+  Apply(known, canon_tag::kFocalLength, 4, {});
+  EXPECT_EQ(known.focalLength, 7.1) << "a word of 0 says nothing";
 }
 
 TEST(CanonNumbers, BodyNumbersAndNames) {

@@ -93,6 +93,16 @@ TEST(CompanionSet, TakesWhatBelongsToTheFileInBothOrders) {
   EXPECT_EQ(FindCompanions(dir / "IMG_1.tif", {}, index).Paths(), (Paths{txt, wav})) << "the file itself is missing";
 }
 
+TEST(CompanionSet, AFileIsNoCompanionOfItself) {
+  const TempDir dir;
+  const auto lower = dir.Write("a.jpg", ""), upper = dir.Write("a.JPG", ""), alone = dir.Write("b.JPG", "");
+  DirIndex index(dir.Path());
+  const auto found = [&](const std::string& path) { return ml::platform::FindCompanion(path, ".jpg", index); };
+  EXPECT_EQ(found(lower), "");
+  EXPECT_EQ(found(upper), lower);
+  EXPECT_EQ(found(alone), "");
+}
+
 TEST(CompanionSet, DirectoriesAndFifosAreNoCompanions) {
   const TempDir dir;
   const auto image = dir.Write("a.jpg", "");

@@ -1,7 +1,6 @@
 #include <QScopeGuard>
 #include <algorithm>
 #include <string>
-#include <unordered_map>
 
 #include "app/command_runner.h"
 #include "app/dialogs/directory_question.h"
@@ -16,6 +15,7 @@
 #include "app/session.h"
 #include "catalogue/delete_files.h"
 #include "catalogue/new_name.h"
+#include "catalogue/renamed_names.h"
 #include "catalogue/transfer_files.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -125,15 +125,8 @@ void Timestamp(CommandContext& context) {
 
 /// Marks, custom order and the current image go back with their files.
 void FollowUndo(Session& session, const platform::JournalEntry& undone) {
-  std::unordered_map<std::string, std::string> namesBefore;  // and under which name the list has the file
-  for (auto rename = undone.renames.rbegin(); rename != undone.renames.rend(); ++rename) {
-    auto known = namesBefore.extract(rename->to);
-    namesBefore[rename->from] = known ? known.mapped() : rename->to;
-  }
-  std::unordered_map<std::string, std::string> names;
-  for (const auto& [before, now] : namesBefore) names.emplace(now, before);
   const platform::PauseGuard pause(session.Worker());
-  session.list.Rename(names);
+  session.list.Rename(catalogue::PathsTakenBack(undone.renames));
 }
 
 void Undo(CommandContext& context) {

@@ -48,11 +48,12 @@ Format RawFormatOf(const std::string& image) {
   return format == Format::Tiff ? Format::Eos1DRaw : format;
 }
 
-std::vector<std::byte> ReadEmbedded(const std::string& image, Format format) try {
+/// Nothing if the file is in order but has no JPEG in it.
+std::optional<std::vector<std::byte>> ReadEmbedded(const std::string& image, Format format) try {
   const platform::ReadableFile file(image);
   const metadata::FileSource source(file);
   const auto range = FindRawJpeg(format, source);
-  if (!range) throw UserError(tool_messages::NoJpegIn(image));
+  if (!range) return std::nullopt;
   auto bytes = file.Range(range->position, range->size);
   if (!metadata::ByteView(bytes, metadata::ByteOrder::Big).StartsWith("\xff\xd8")) {
     throw UserError(tool_messages::NoJpegIn(image));
@@ -150,7 +151,9 @@ ToolItem ExtractJpeg(const std::string& image, const std::string& output, const 
   }
 
   const metadata::ExifData exif(image, tools.options.ForExif());
-  ExtractedJpeg jpeg{viewing.empty() ? ReadEmbedded(image, format) : platform::ReadFile(viewing)};
+  auto bytes = viewing.empty() ? ReadEmbedded(image, format) : platform::ReadFile(viewing);
+  if (!bytes) return {.path = image, .result = ToolResult::Failed, .note = tool_messages::NoJpegIn(image)};
+  ExtractedJpeg jpeg{*std::move(bytes)};
   const bool exifWanted = settings.exif && viewing.empty() && HasShootingData(exif);
   const bool hasThm = format == Format::Crw && !exif.exifBlock.empty();
   FinishJpeg(jpeg, viewing.empty() ? TurnOf(image, format) : imaging::Turn::None,

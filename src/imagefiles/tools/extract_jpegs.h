@@ -35,8 +35,8 @@ bool EnsureExtractDirectory(const std::string& directory, platform::Interaction&
 std::vector<std::string> ExtractedNames(const std::vector<std::string>& images, const std::string& directory);
 
 /// The JPEG of one image, put at `output` in one step. Files that are no raw files, EOS-1D raw files without a viewing
-/// JPEG or where those are not wanted, and existing outputs that are not to be overwritten, are skipped with a note.
-/// Throws UserError.
+/// JPEG or where those are not wanted, and existing outputs that are not to be overwritten, are skipped with a note. A
+/// raw file with no JPEG in it is a failure that others need not wait for: it is noted, not thrown. Throws UserError.
 ToolItem ExtractJpeg(const std::string& image, const std::string& output, const ExtractSettings& settings,
                      const EditTools& tools);
 

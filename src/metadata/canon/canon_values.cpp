@@ -42,6 +42,7 @@ void ApplyColorTemperature(ExifData& data, std::uint32_t kelvin) {
 void ApplyFocalLength(ExifData& data, CanonWords words) {
   if (words.Count() < kFocalLengthCount) return;
   const auto word = words[1];
+  if (word == 0) return;  // some PowerShots leave it out; what the EXIF block says stands then
   if (IsPowerShot(data.model)) {
     data.focalLength = word >= kPowerShotUnits ? word >> 5 : word;
   } else {

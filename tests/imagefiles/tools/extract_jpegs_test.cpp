@@ -139,7 +139,15 @@ TEST_F(ExtractTest, DamagedFilesAreToldOfAndLeaveNothing) {
     EXPECT_EQ(report[0].note, one.sentence + one.path);
   }
   EXPECT_TRUE(std::filesystem::is_empty(settings_.directory));
-  EXPECT_EQ(Refusal([&] { Extract({cases[1].path}, OnFailure::Stop); }), cases[1].sentence + cases[1].path);
+  EXPECT_EQ(Refusal([&] { Extract({cases[2].path}, OnFailure::Stop); }), cases[2].sentence + cases[2].path);
+}
+
+TEST_F(ExtractTest, ARawFileWithoutAJpegKeepsNobodyWaiting) {
+  const auto bare = Write("bare.nef", test::Eos1DDirectories(Upright()).Build());
+  const auto other = Write("other.nef", test::NefDirectories(Upright()).Build());
+  const auto report = Extract({bare, other}, OnFailure::Stop);
+  EXPECT_EQ(Letters(report), "FD");
+  EXPECT_EQ(report[0].note, "Error reading JPEG from:\n" + bare);
 }
 
 TEST_F(ExtractTest, TheDirectoryIsMadeIfTheUserWantsIt) {
