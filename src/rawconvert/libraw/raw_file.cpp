@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "imaging/jpeg/jpeg_decoder.h"
@@ -41,6 +42,14 @@ constexpr StageRow kStages[] = {{LIBRAW_PROGRESS_LOAD_RAW, 0, 15},
                                 {LIBRAW_PROGRESS_SCALE_COLORS, 20, 25},
                                 {LIBRAW_PROGRESS_PRE_INTERPOLATE, 25, 30},
                                 {LIBRAW_PROGRESS_INTERPOLATE, 30, kRenderFrom}};
+
+/// Where sensors saturate below what their samples could hold, and the library does not know it. Without it what is
+/// blown would not be white.
+struct LimitRow {
+  std::string_view model;
+  unsigned limit;
+};
+constexpr LimitRow kLimits[] = {{"EOS D30", 3790}};
 
 std::uint32_t CodeOf(int result, bool known) {
   switch (result) {
@@ -158,6 +167,9 @@ void RawFile::Decoder::Unpack() {
   const std::stop_callback cancel(watch_->stop, [this] { setCancelFlag(); });
   Check(unpack());
   if (error_count() > 0) throw DevelopError(develop_code::kCorrupt);
+  for (const auto& row : kLimits) {
+    if (row.model == imgdata.idata.model) imgdata.rawdata.color.maximum = row.limit;
+  }
   unpacked_ = true;
 }
 
