@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cli/commands.h"
@@ -147,6 +148,7 @@ class ConvertRun {
   rawconvert::BatchConversion Batch(const std::string& directory, const std::vector<std::string>& files) {
     const metadata::ExifData first(files.front());
     auto options = options::ConversionOptionsOf(state_.settings, first, locale_, answers_);
+    for (const auto& message : std::exchange(answers_.messages, {})) Complain(message);
     if (arguments_.format) options.format = *arguments_.format;
     if (arguments_.quality) options.quality = *arguments_.quality;
     return {.files = files,
