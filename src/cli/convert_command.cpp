@@ -1,9 +1,12 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cli/commands.h"
@@ -91,6 +94,15 @@ class ConvertProgress final : public platform::Progress {
   const std::vector<std::string>* files_ = nullptr;
 };
 
+/// As in the batches of the window every file has a white balance of its own: the setting that carries the first one's
+/// on counts where the command line itself has it.
+bool CarriesWhiteBalance(const RunState& state) {
+  constexpr std::string_view key = "RawSameWhiteBalance=";
+  const bool told =
+      std::ranges::any_of(state.overrides, [&](const auto& assignment) { return assignment.starts_with(key); });
+  return told && state.settings.raw.sameWhiteBalance != 0;
+}
+
 class ConvertRun {
  public:
   ConvertRun(const ConvertArguments& arguments, RunState& state)
@@ -101,6 +113,7 @@ class ConvertRun {
         answers_(arguments),
         progress_(arguments.files) {
     if (arguments.method) settings_.method = *arguments.method;
+    if (!CarriesWhiteBalance(state)) settings_.sameWhiteBalance = 0;
   }
 
   void Run() {
@@ -135,6 +148,7 @@ class ConvertRun {
   rawconvert::BatchConversion Batch(const std::string& directory, const std::vector<std::string>& files) {
     const metadata::ExifData first(files.front());
     auto options = options::ConversionOptionsOf(state_.settings, first, locale_, answers_);
+    for (const auto& message : std::exchange(answers_.messages, {})) Complain(message);
     if (arguments_.format) options.format = *arguments_.format;
     if (arguments_.quality) options.quality = *arguments_.quality;
     return {.files = files,

@@ -18,7 +18,7 @@ rawconvert::ConversionOptions ConversionOptionsOf(const settings::Settings& sett
   const auto table = RawProfileTableOf(settings);
   const auto profile = [&](bool linear) {
     const bool forAll = (linear ? raw.enableLinearProfile : raw.enableNormalProfile) != 0;
-    if (forAll) return linear ? raw.linearProfile : raw.normalProfile;
+    if (forAll) return rawconvert::ExistingProfile(linear ? raw.linearProfile : raw.normalProfile, ask);
     return rawconvert::GetConversionProfile(exif, linear, table, ask);
   };
   return {.format = static_cast<rawconvert::OutputFormat>(raw.convertFormat),

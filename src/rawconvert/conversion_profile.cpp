@@ -23,7 +23,10 @@ std::string GetConversionProfile(const metadata::ExifData& shootingData, bool li
   const auto space = imagefiles::RecordedColourSpaceOf(shootingData);
   if (space == ColourSpace::Srgb && (flags & profile_flag::kAutoSrgb) != 0) return finder.FindSrgbProfile();
   if (space == ColourSpace::AdobeRgb && (flags & profile_flag::kAutoAdobeRgb) != 0) return finder.FindAdobeRgbProfile();
-  auto path = Find(linear ? table.linear : table.normal, shootingData.model);
+  return ExistingProfile(Find(linear ? table.linear : table.normal, shootingData.model), ask);
+}
+
+std::string ExistingProfile(const std::string& path, platform::Interaction& ask) {
   if (path.empty() || platform::Exists(path)) return path;
   ask.message({.text = messages::kNoProfile + path, .icon = platform::BoxIcon::Warning});
   return {};

@@ -23,6 +23,9 @@ inline constexpr int kAutoSrgb = 4;
 inline constexpr int kAutoAdobeRgb = 8;
 }  // namespace profile_flag
 
+/// `path` of a chosen profile, empty for none; empty, and told, if the file does not exist.
+std::string ExistingProfile(const std::string& path, platform::Interaction& ask);
+
 /// Path of the profile for a conversion of this shot; empty for none. A chosen file that does not exist is told.
 std::string GetConversionProfile(const metadata::ExifData& shootingData, bool linear, const RawProfileTable& table,
                                  platform::Interaction& ask,

@@ -57,15 +57,13 @@ DevelopedRaw DevelopCameraImage(const Order& order) {
   if (!image.error.empty()) throw platform::UserError(image.error);
   image.SetDigitalGain(develop.ExposureCompensation());
   image.falseColourFilter = settings.falseColourFilter != 0;
-  if (settings.sameWhiteBalance != 0) {
-    image.SetWhiteBalance(camera_white_balance::kReuse);
-  } else {
-    const auto point = develop.CustomPoint();
-    image.SetWhiteBalance(develop.WhiteBalance());
-    image.customX = point.x;
-    image.customY = point.y;
-    image.colourTemperature = settings.colourTemperature1D;
-  }
+  // The first picture of a run is the one whose balance the others take: it has that of the settings.
+  const bool reuse = settings.sameWhiteBalance != 0 && order.developer.CameraImages().coefficients.Known();
+  const auto point = develop.CustomPoint();
+  image.SetWhiteBalance(reuse ? camera_white_balance::kReuse : develop.WhiteBalance());
+  image.customX = point.x;
+  image.customY = point.y;
+  image.colourTemperature = settings.colourTemperature1D;
   image.linear = settings.method == Method::Linear;
   image.colourMatrix = static_cast<std::uint16_t>(settings.colourMatrix);
   image.falseResolutionFilter = settings.falseResolutionFilter != 0;

@@ -41,6 +41,19 @@ TEST_F(PictureCommand, TellsWhereThePicturesOfRawFilesCameFrom) {
   EXPECT_EQ(preview[0]["width"], 225);
 }
 
+TEST_F(PictureCommand, ConvertGivesEachFileItsOwnWhiteBalanceUnlessToldOtherwise) {
+  const auto samples = SamplesDir();
+  if (!samples) GTEST_SKIP();
+  const auto first = *samples + "/crw/canon-powershot-s40-0112.crw", second = *samples + "/crw/canon-eos-d30.crw";
+  Json({"convert", second, "--out", dir / "alone"});
+  Json({"convert", first, second, "--out", dir / "both"});
+  Json({"--setting", "RawSameWhiteBalance=1", "convert", first, second, "--out", dir / "carried"});
+  const auto alone = ReadAll(dir / "alone/canon-eos-d30.jpg");
+  ASSERT_TRUE(alone);
+  EXPECT_TRUE(alone == ReadAll(dir / "both/canon-eos-d30.jpg"));
+  EXPECT_FALSE(alone == ReadAll(dir / "carried/canon-eos-d30.jpg"));
+}
+
 TEST_F(PictureCommand, RawWritesTheSamplesUntouchedAndGoesOnAfterAFailure) {
   const std::vector<std::uint16_t> samples(6 * 6, 0x0a0b);
   const auto nef = BuildNef({.width = 6, .height = 6}, samples).file;

@@ -23,8 +23,8 @@ class BatchRun : public ConversionTest {
     batch.outputDirectory = dir / "out/deep";
     batch.options.format = OutputFormat::Tiff8;
   }
-  std::string Add(const std::string& name) {
-    test::CameraRaw raw{.width = 64, .height = 48, .make = "Canon", .model = "Canon EOS D60"};
+  std::string Add(const std::string& name, const std::string& model = "Canon EOS D60") {
+    test::CameraRaw raw{.width = 64, .height = 48, .make = "Canon", .model = model};
     batch.files.push_back(dir.Write(name, test::CrwHeap(raw).BuildFile(test::Endian::Little)));
     return batch.files.back();
   }
@@ -120,6 +120,21 @@ TEST_F(BatchRun, GoesOnAfterAFileThatCannotBeDeveloped) {
                                             "\npsCException = 0x10002\nRaw file is invalid and cannot be converted\n"))
       << ask.shown[0].text;
   EXPECT_TRUE(Written().empty());
+}
+
+TEST_F(BatchRun, CarriesTheWhiteBalanceFromFileToFileButNotToTheNextRun) {
+  settings.sameWhiteBalance = 3;
+  settings.develop.SetWhiteBalance(2);
+  Add("a.crw", "Canon EOS-1Ds"), Add("b.crw", "Canon EOS-1Ds");
+  for (const auto* directory : {"first", "second"}) {
+    batch.outputDirectory = dir / directory;
+    camera->calls.clear();
+    EXPECT_EQ(Run(), (Outcomes{Converted::Yes, Converted::Yes}));
+    std::erase_if(camera->calls, [](const auto& line) { return !line.starts_with("white balance"); });
+    ASSERT_EQ(camera->calls.size(), 2u);
+    EXPECT_EQ(camera->calls[0], "white balance 2:") << directory;
+    EXPECT_TRUE(camera->calls[1].starts_with("white balance 4095: 0")) << directory << camera->calls[1];
+  }
 }
 
 TEST_F(BatchRun, EndsWhereAFileCannotBeWritten) {

@@ -6,6 +6,7 @@
 #include "rawconvert/camera_family.h"
 #include "rawconvert/capabilities.h"
 #include "rawconvert/develop_error.h"
+#include "rawconvert/libraw/as_shot_look.h"
 #include "rawconvert/model_support.h"
 #include "rawconvert/normalise_settings.h"
 #include "rawconvert/value_tables.h"
@@ -146,6 +147,33 @@ TEST(Capabilities, ControlsByMethodAndEffect) {
     auto exif = Exif(c.model);
     exif.pictureEffectCode = c.fileEffect;
     EXPECT_EQ(EnabledBy(Family(c.model), c.method, c.effect, exif), c.enabled) << c.model << c.effect;
+  }
+}
+
+TEST(PhotoEffects, TakeThePlaceOfLevelsOnCamerasThatHaveThem) {
+  struct Case {
+    const char* model;
+    int effect, shot;
+    double contrast;
+    PictureLook::Colours colours;
+  };
+  using enum PictureLook::Colours;
+  for (const auto& c : std::initializer_list<Case>{{"Canon PowerShot G3", 0, 4, 0, All},
+                                                   {"Canon PowerShot G3", 6, 0, 1, All},
+                                                   {"Canon PowerShot G3", 5, 0, 0, Grey},
+                                                   {"Canon PowerShot G3", -1, 4, 0, Sepia},
+                                                   {"Canon PowerShot G2", 0, 4, 1, All},
+                                                   {"Canon PowerShot G2", 5, 0, 1, All},
+                                                   {"Canon PowerShot G2", -1, 4, 0, Sepia}}) {
+    metadata::ExifData exif;
+    exif.model = c.model;
+    exif.pictureEffectCode = c.shot;
+    RawDevelopParams params;
+    params.SetContrast(1);
+    params.SetPhotoEffect(c.effect);
+    const auto look = LookOf(params, exif, FamilyOf("a.crw", exif));
+    EXPECT_EQ(look.contrast, c.contrast) << c.model << c.effect;
+    EXPECT_EQ(look.colours, c.colours) << c.model << c.effect;
   }
 }
 

@@ -70,6 +70,18 @@ TEST(DevelopedSamples, LookLikeTheCamerasOwnPictures) {
   }
 }
 
+TEST(DevelopedSamples, WhatIsBlownIsWhiteInLinearToo) {
+  for (const auto& path : OneCrw()) {
+    const auto developer = MakeRawDeveloper();
+    PictureCollection pictures(path, developer->Development());
+    auto params = AsShotParams();
+    params.SetLinear(true);
+    const auto linear = imaging::HighBytes(pictures.Develop(params, {}, {}));
+    const auto* lamp = linear.Row(50) + std::ptrdiff_t{1030} * 3;
+    for (int c = 0; c < 3; ++c) EXPECT_GE(std::to_integer<int>(lamp[c]), 250) << c;
+  }
+}
+
 TEST(DevelopedSamples, AWhiteBalanceIsRepeatedByWhatItLeft) {
   for (const auto& path : SampleCrws()) {
     const auto developer = MakeRawDeveloper();
@@ -80,7 +92,8 @@ TEST(DevelopedSamples, AWhiteBalanceIsRepeatedByWhatItLeft) {
     const auto first = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
     EXPECT_NEAR(first.width, pictures.Size().width / 2, 1);
     params.SetCustomPoint({10, 10});
-    const auto again = pictures.Develop(params, {.scale = DevelopScale::Small}, {});
+    PictureCollection others(path, developer->Development());
+    const auto again = others.Develop(params, {.scale = DevelopScale::Small}, {});
     EXPECT_LT(MeanDifference(first, again), 0.1) << path;
     params.ClearComputed();
     params.SetCustomPoint({700, 500});

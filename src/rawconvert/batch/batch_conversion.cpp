@@ -10,6 +10,7 @@
 #include "metadata/exif_data.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "rawconvert/batch/messages.h"
 #include "rawconvert/batch/output_chooser.h"
 #include "rawconvert/batch/output_directory.h"
@@ -70,6 +71,7 @@ class BatchRun {
   }
 
   void RunFiles() {
+    developer_.CameraImages().coefficients = {};  // a white balance goes from file to file, not from run to run
     host_.progress.text(messages::kMakingDirectory + batch_.outputDirectory);
     EnsureConversionDirectory(batch_.outputDirectory);
     const int count = static_cast<int>(batch_.files.size());
@@ -133,7 +135,7 @@ class BatchRun {
     } catch (const DevelopError& error) {
       const auto complaint = RawFileComplaint(error.Code(), metadata::ExifData(source).model);
       report_ += named + "\npsCException = 0x" + Hexadecimal(error.Code()) + "\n" + complaint;
-      return failed(complaint.empty() ? error.what() : complaint);
+      return failed(complaint.empty() ? error.what() : std::string(platform::TrimRight(complaint)));
     } catch (const UndevelopableRaw& error) {
       report_ += named + "\n" + error.what() + "\n";
       return failed(error.what());

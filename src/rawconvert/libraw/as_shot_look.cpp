@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "rawconvert/capabilities.h"
+
 namespace ml::rawconvert {
 namespace {
 
@@ -13,7 +15,7 @@ struct WordRow {
 /// As the shooting data tell levels and tones; all others are normal.
 constexpr WordRow kWords[] = {{"Low2", -2}, {"Low", -1}, {"High", 1}, {"High2", 2}, {"-2", -2},
                               {"-1", -1},   {"+1", 1},   {"+2", 2},   {"Red", -1},  {"Yellow", 1}};
-constexpr int kAdobeRgb = 2, kCustomEffect = 6;
+constexpr int kAdobeRgb = 2;
 
 int Level(int value, std::string_view word) {
   if (value != kAsShot) return value;
@@ -36,7 +38,7 @@ RawDevelopParams AsShotParams() {
   return params;
 }
 
-PictureLook LookOf(const RawDevelopParams& params, const metadata::ExifData& exif) {
+PictureLook LookOf(const RawDevelopParams& params, const metadata::ExifData& exif, const CameraFamily& family) {
   PictureLook look{.contrast = static_cast<double>(Level(params.Contrast(), exif.contrast)),
                    .saturation = static_cast<double>(Level(params.Saturation(), exif.saturation)),
                    .tone = static_cast<double>(Level(params.Tone(), exif.tone)),
@@ -44,8 +46,9 @@ PictureLook LookOf(const RawDevelopParams& params, const metadata::ExifData& exi
                    .falseColourFilter = params.FalseColourFilter(),
                    .exposureTenths = std::clamp(params.ExposureCompensation(), -20, 20),
                    .linear = params.Linear()};
-  const int effect = params.PhotoEffect() < 0 ? exif.pictureEffectCode : params.PhotoEffect();
-  if (effect < kCustomEffect) ApplyPhotoEffect(look, effect);
+  // An effect that was set for one camera stays in the settings and means nothing to others.
+  const bool ofTheShot = params.PhotoEffect() < 0 && exif.pictureEffectCode > 0;
+  if (family.hasPhotoEffects || ofTheShot) ApplyPhotoEffect(look, EffectInForce(params.PhotoEffect(), exif));
   const bool adobe =
       params.ColourSpace() == kAsShot ? exif.colorSpace == "AdobeRGB" : params.ColourSpace() == kAdobeRgb;
   if (adobe) look.space = PictureLook::Space::AdobeRgb;

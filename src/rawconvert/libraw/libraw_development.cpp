@@ -23,7 +23,7 @@ class Picture final : public DevelopablePicture {
                                                    .kelvin = request.colourTemperature,
                                                    .point = params.CustomPoint(),
                                                    .coefficients = params.Coefficients()},
-                                  .look = LookOf(params, exif_),
+                                  .look = LookOf(params, exif_, family_),
                                   .bytesPerSample = wide ? 2 : 1,
                                   .small = request.scale == DevelopScale::Small},
                                  watch);

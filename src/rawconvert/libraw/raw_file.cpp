@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "imaging/jpeg/jpeg_decoder.h"
@@ -41,6 +42,14 @@ constexpr StageRow kStages[] = {{LIBRAW_PROGRESS_LOAD_RAW, 0, 15},
                                 {LIBRAW_PROGRESS_SCALE_COLORS, 20, 25},
                                 {LIBRAW_PROGRESS_PRE_INTERPOLATE, 25, 30},
                                 {LIBRAW_PROGRESS_INTERPOLATE, 30, kRenderFrom}};
+
+/// Where sensors saturate below what their samples could hold, and the library does not know it. Without it what is
+/// blown would not be white.
+struct LimitRow {
+  std::string_view model;
+  unsigned limit;
+};
+constexpr LimitRow kLimits[] = {{"EOS D30", 3790}};
 
 std::uint32_t CodeOf(int result, bool known) {
   switch (result) {
@@ -86,6 +95,13 @@ class RawFile::Decoder final : public LibRaw {
     }
   }
 
+  /// What the pixels that the library holds were made with.
+  struct Interpolated {
+    bool small = false;
+    WhiteBalanceCoefficients asked;  ///< not known where the library chose
+    WhiteBalanceCoefficients taken;
+  };
+
   static int OnProgress(void* self, LibRaw_progress stage, int done, int all);
   void Check(int result);
   void Reopen();
@@ -96,10 +112,13 @@ class RawFile::Decoder final : public LibRaw {
   std::optional<WhiteBalanceCoefficients> MatchPreview() const;
   std::optional<WhiteBalanceCoefficients> Measured(const WhiteBalanceChoice& choice) const;
   void SetParameters(const RawOrder& order);
+  /// Makes pixels of the samples as the parameters say, unless they are there.
+  void Interpolate();
   SensorPicture Picture(bool small) const;
 
   std::vector<std::byte> file_;
   bool opened_ = false, unpacked_ = false;
+  std::optional<Interpolated> interpolated_;
   Shown shown_;
   SensorMatrix toSrgb_{};
   const DevelopWatch* watch_ = nullptr;
@@ -158,6 +177,9 @@ void RawFile::Decoder::Unpack() {
   const std::stop_callback cancel(watch_->stop, [this] { setCancelFlag(); });
   Check(unpack());
   if (error_count() > 0) throw DevelopError(develop_code::kCorrupt);
+  for (const auto& row : kLimits) {
+    if (row.model == imgdata.idata.model) imgdata.rawdata.color.maximum = row.limit;
+  }
   unpacked_ = true;
 }
 
@@ -241,6 +263,25 @@ void RawFile::Decoder::SetParameters(const RawOrder& order) {
   if (multipliers) std::copy_n(multipliers->multipliers.begin(), 4, params.user_mul);
 }
 
+void RawFile::Decoder::Interpolate() {
+  WhiteBalanceCoefficients asked;
+  std::copy_n(imgdata.params.user_mul, 4, asked.multipliers.begin());
+  const bool small = imgdata.params.half_size != 0;
+  // The second render of a picture and previews with another look only differ in what is ours.
+  if (interpolated_ && interpolated_->small == small &&
+      (interpolated_->asked == asked || interpolated_->taken == asked)) {
+    return;
+  }
+  interpolated_.reset();
+  free_image();
+  const std::stop_callback cancel(watch_->stop, [this] { setCancelFlag(); });
+  Check(dcraw_process());
+  WhiteBalanceCoefficients taken;
+  std::copy_n(imgdata.color.pre_mul, 4, taken.multipliers.begin());
+  if (taken.multipliers[3] <= 0) taken.multipliers[3] = taken.multipliers[1];
+  interpolated_ = {small, asked, taken};
+}
+
 SensorPicture RawFile::Decoder::Picture(bool small) const {
   const int part = small ? 2 : 1;
   SensorPicture picture{.samples = imgdata.image[0],
@@ -263,13 +304,8 @@ RawResult RawFile::Decoder::Develop(const RawOrder& order, const DevelopWatch& w
   if (watch.stop.stop_requested()) throw platform::Cancelled();
   Unpack();
   SetParameters(order);
-  {
-    const std::stop_callback cancel(watch.stop, [this] { setCancelFlag(); });
-    Check(dcraw_process());
-  }
-  RawResult result;
-  std::copy_n(imgdata.color.pre_mul, 4, result.coefficients.multipliers.begin());
-  if (result.coefficients.multipliers[3] <= 0) result.coefficients.multipliers[3] = result.coefficients.multipliers[1];
+  Interpolate();
+  RawResult result{.pixels = {}, .coefficients = interpolated_->taken};
   auto look = order.look;
   if (order.small) look.sharpening = 0;
   result.pixels = RenderPicture(Picture(order.small),
@@ -278,7 +314,6 @@ RawResult RawFile::Decoder::Develop(const RawOrder& order, const DevelopWatch& w
                                  .gain = CameraGain(imgdata.idata.model),
                                  .bytesPerSample = order.bytesPerSample},
                                 watch.stop);
-  free_image();
   if (watch.progress != nullptr) watch.progress->percent(100);
   return result;
 }

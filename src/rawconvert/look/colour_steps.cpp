@@ -20,7 +20,7 @@ constexpr float kSaturationStep = 0.12F;
 constexpr double kToneStep = 2.5;
 
 /// Of the EOS cameras, whose own pictures leave more room above white; fitted with the tone curve.
-constexpr float kEosGain = 0.87F;
+constexpr float kEosGain = 0.803F;
 
 Matrix3 GreyMatrix(const std::array<float, 3>& tint) {
   Matrix3 matrix{};

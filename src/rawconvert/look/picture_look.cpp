@@ -19,10 +19,11 @@ struct EffectRow {
   bool softer;
 };
 using Colours = PictureLook::Colours;
-/// Of Vivid, Neutral, Low sharpening, Sepia, Black and White. Kept: an effect takes the place of what was set.
-constexpr std::array kEffects = {EffectRow{1, 1.5, Colours::All, false}, EffectRow{-1, -1, Colours::All, false},
-                                 EffectRow{0, 0, Colours::All, true}, EffectRow{0, 0, Colours::Sepia, false},
-                                 EffectRow{0, 0, Colours::Grey, false}};
+/// Of Off, Vivid, Neutral, Low sharpening, Sepia, Black and White. Kept: all of them, Off too, take the place of what
+/// was set.
+constexpr std::array kEffects = {EffectRow{0, 0, Colours::All, false},   EffectRow{1, 1.5, Colours::All, false},
+                                 EffectRow{-1, -1, Colours::All, false}, EffectRow{0, 0, Colours::All, true},
+                                 EffectRow{0, 0, Colours::Sepia, false}, EffectRow{0, 0, Colours::Grey, false}};
 
 struct MatrixRow {
   double saturation, tone;
@@ -42,8 +43,8 @@ double SharpeningOfLevel(int level) {
 double SharpeningOfEdgeLevel(int level) { return kEdgeSharpening[static_cast<std::size_t>(std::clamp(level, 0, 5))]; }
 
 void ApplyPhotoEffect(PictureLook& look, int effect) {
-  if (effect < 1 || effect > static_cast<int>(kEffects.size())) return;
-  const auto& row = kEffects[static_cast<std::size_t>(effect) - 1];
+  if (effect < 0 || effect >= static_cast<int>(kEffects.size())) return;
+  const auto& row = kEffects[static_cast<std::size_t>(effect)];
   look.contrast = row.contrast;
   look.saturation = row.saturation;
   look.colours = row.colours;

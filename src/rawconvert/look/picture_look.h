@@ -24,7 +24,7 @@ struct PictureLook {
 double SharpeningOfLevel(int level);
 /// From the EOS-1D family's 0 off .. 5 very strong.
 double SharpeningOfEdgeLevel(int level);
-/// Changes contrast, saturation, colours and sharpening as the photo effect 1 Vivid .. 5 Black and White does.
+/// Changes contrast, saturation, colours and sharpening as the photo effect 0 Off .. 5 Black and White does.
 void ApplyPhotoEffect(PictureLook& look, int effect);
 /// The colour matrices 1..5 of the EOS-1D family.
 void ApplyColourMatrix(PictureLook& look, int matrix);

@@ -15,7 +15,7 @@ constexpr float kWhite = 65535.0F;
 /// Added before what is behind the point is dropped, which vectors do and std::lround does not.
 constexpr float kRounding = 0.5F;
 /// From here to the limit, where a pixel has lost its colours, it goes over to white.
-constexpr float kBlownFrom = 0.9F * kWhite;
+constexpr float kBlownFrom = 0.7F * kWhite;
 /// Differences well below this many steps of 65536 are taken for noise and not sharpened.
 constexpr float kNoiseStep = 350.0F;
 /// Of the sharpening objects very coarse .. very fine.
