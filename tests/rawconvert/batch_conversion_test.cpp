@@ -100,6 +100,18 @@ TEST_F(BatchRun, NeverOverwritesASource) {
   EXPECT_EQ(test::ReadAll(source), before);
 }
 
+TEST_F(BatchRun, NeverOverwritesAnotherSourceOfTheRun) {
+  batch.outputDirectory = dir.Path();
+  Add("a.crw"), Add("later.crw");
+  fs::create_symlink(dir / "later.crw", dir / "a.tif");
+  const auto before = test::ReadAll(batch.files[1]);
+  ask.buttons = {Button::Yes};
+  ask.saveNames = {batch.files[1]};
+  EXPECT_EQ(Run(), (Outcomes{Converted::Skipped, Converted::Yes}));
+  EXPECT_FALSE(results[0].message.empty());
+  EXPECT_EQ(test::ReadAll(batch.files[1]), before);
+}
+
 TEST_F(BatchRun, TwoSourcesOfOneNameAskAsIfTheFirstWereWritten) {
   Add("x/a.crw"), Add("y/a.crw");
   ask.fileAnswers = {FileExistsAnswer::Skip};

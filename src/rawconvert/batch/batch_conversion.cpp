@@ -40,7 +40,12 @@ class BatchRun {
  public:
   BatchRun(const BatchConversion& batch, RawConversionSettings& settings, RawDeveloper& developer,
            const platform::JobHost& host, const std::stop_token& stop)
-      : batch_(batch), settings_(settings), developer_(developer), host_(host), stop_(stop), chooser_(host) {
+      : batch_(batch),
+        settings_(settings),
+        developer_(developer),
+        host_(host),
+        stop_(stop),
+        chooser_(host, batch.files) {
     options_.resolution = std::clamp(options_.resolution, kMinResolution, kMaxResolution);
   }
 
@@ -72,6 +77,7 @@ class BatchRun {
 
   void RunFiles() {
     host_.progress.text(messages::kMakingDirectory + batch_.outputDirectory);
+    if (stop_.stop_requested()) throw platform::Cancelled();
     EnsureConversionDirectory(batch_.outputDirectory);
     const int count = static_cast<int>(batch_.files.size());
     const std::time_t start = host_.clock.now();
@@ -109,7 +115,10 @@ class BatchRun {
     // A name that is being written is not there yet.
     if (writing_.valid() && platform::SameFile(results_[written_].output, destination_)) FinishWriting();
     const auto name = chooser_.Choose({source, destination_, FactsOf(options_.format).fileFilter});
-    if (!name) return;
+    if (!name) {
+      if (chooser_.IsSource(destination_)) results_[index].message = messages::kInPlaceOfSource;
+      return;
+    }
     results_[index].output = *name;
     developer_.Development().Expect(next_, stop_);
     auto picture = Develop(index);
@@ -146,7 +155,7 @@ class BatchRun {
     } catch (const DevelopError& error) {
       const auto complaint = RawFileComplaint(error.Code(), metadata::ExifData(source).model);
       report_ += named + "\npsCException = 0x" + Hexadecimal(error.Code()) + "\n" + complaint;
-      return failed(complaint.empty() ? error.what() : complaint);
+      return failed(complaint.empty() ? error.what() : complaint.substr(0, complaint.find('\n')));
     } catch (const UndevelopableRaw& error) {
       report_ += named + "\n" + error.what() + "\n";
       return failed(error.what());
