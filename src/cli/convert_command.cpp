@@ -105,8 +105,10 @@ class ConvertRun {
 
   void Run() {
     for (const auto& given : arguments_.files) Add(given);
-    for (auto& [directory, files] : runs_) Convert(directory, files);
-    if (state_.stop.stop_requested()) throw platform::Cancelled();
+    for (auto& [directory, files] : runs_) {
+      Convert(directory, files);
+      if (state_.stop.stop_requested()) throw platform::Cancelled();
+    }
     Report();
   }
 
@@ -129,6 +131,7 @@ class ConvertRun {
     if (!imagefiles::IsRawFile(path)) return given + ": is no raw file";
     const metadata::ExifData exif(path);
     if (imagefiles::CanConvertRaw(exif)) return {};
+    if (exif.model.empty()) return given + ": Raw file is invalid and cannot be converted";
     return given + ": Sorry, " + exif.model + " raw conversion is not supported in this release.";
   }
 
