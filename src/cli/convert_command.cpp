@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -101,6 +102,9 @@ class ConvertRun {
         answers_(arguments),
         progress_(arguments.files) {
     if (arguments.method) settings_.method = *arguments.method;
+    // Files that happen to be named together need not be of one light.
+    const auto told = [](const std::string& override) { return override.starts_with("RawSameWhiteBalance="); };
+    if (std::ranges::none_of(state.overrides, told)) settings_.sameWhiteBalance = 0;
   }
 
   void Run() {
@@ -147,7 +151,10 @@ class ConvertRun {
   }
 
   void Convert(const std::string& directory, const std::vector<std::string>& files) {
+    answers_.messages.clear();
     const auto batch = Batch(directory, files);
+    for (const auto& message : answers_.messages) state_.Fail(message);
+    answers_.messages.clear();
     TakeDevelopValues(files.front());
     if (arguments_.dryRun) return Preview(batch);
     progress_.Begin(files);
@@ -156,6 +163,11 @@ class ConvertRun {
     for (auto& file :
          rawconvert::RunBatchConversion(batch, settings_, *developer_, {answers_, progress_, clock}, state_.stop)) {
       results_[file.source] = file;
+    }
+    for (const auto& path : files) {
+      auto& file = results_[path];
+      const bool reached = file.result != Converted::Skipped || !file.output.empty();
+      if (!reached) file.message = answers_.messages.empty() ? "not converted" : answers_.messages.front();
     }
   }
 
@@ -185,8 +197,7 @@ class ConvertRun {
   std::string Reason(const ConvertedFile& file) const {
     if (file.result == Converted::Yes) return {};
     if (!file.message.empty()) return file.message;
-    if (!file.output.empty()) return given_.Of(file.output) + ": exists, skipped";
-    return answers_.messages.empty() ? "not converted" : answers_.messages.front();
+    return given_.Of(file.output) + ": exists, skipped";
   }
 
   void Report() {
