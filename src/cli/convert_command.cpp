@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -102,9 +101,6 @@ class ConvertRun {
         answers_(arguments),
         progress_(arguments.files) {
     if (arguments.method) settings_.method = *arguments.method;
-    // Files that happen to be named together need not be of one light.
-    const auto told = [](const std::string& override) { return override.starts_with("RawSameWhiteBalance="); };
-    if (std::ranges::none_of(state.overrides, told)) settings_.sameWhiteBalance = 0;
   }
 
   void Run() {
@@ -153,8 +149,6 @@ class ConvertRun {
   void Convert(const std::string& directory, const std::vector<std::string>& files) {
     answers_.messages.clear();
     const auto batch = Batch(directory, files);
-    for (const auto& message : answers_.messages) state_.Fail(message);
-    answers_.messages.clear();
     TakeDevelopValues(files.front());
     if (arguments_.dryRun) return Preview(batch);
     progress_.Begin(files);

@@ -77,7 +77,6 @@ class BatchRun {
 
   void RunFiles() {
     host_.progress.text(messages::kMakingDirectory + batch_.outputDirectory);
-    if (stop_.stop_requested()) throw platform::Cancelled();
     EnsureConversionDirectory(batch_.outputDirectory);
     const int count = static_cast<int>(batch_.files.size());
     const std::time_t start = host_.clock.now();
@@ -155,7 +154,7 @@ class BatchRun {
     } catch (const DevelopError& error) {
       const auto complaint = RawFileComplaint(error.Code(), metadata::ExifData(source).model);
       report_ += named + "\npsCException = 0x" + Hexadecimal(error.Code()) + "\n" + complaint;
-      return failed(complaint.empty() ? error.what() : complaint.substr(0, complaint.find('\n')));
+      return failed(complaint.empty() ? error.what() : complaint);
     } catch (const UndevelopableRaw& error) {
       report_ += named + "\n" + error.what() + "\n";
       return failed(error.what());
@@ -209,7 +208,7 @@ std::string ConvertedPath(const std::string& source, Method method, const BatchC
 std::vector<ConvertedFile> RunBatchConversion(const BatchConversion& batch, RawConversionSettings& settings,
                                               RawDeveloper& developer, const platform::JobHost& host,
                                               const std::stop_token& stop) {
-  if (batch.files.empty()) return {};
+  if (batch.files.empty() || stop.stop_requested()) return {};
   return BatchRun(batch, settings, developer, host, stop).Run();
 }
 
