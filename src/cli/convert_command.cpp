@@ -118,8 +118,10 @@ class ConvertRun {
 
   void Run() {
     for (const auto& given : arguments_.files) Add(given);
-    for (auto& [directory, files] : runs_) Convert(directory, files);
-    if (state_.stop.stop_requested()) throw platform::Cancelled();
+    for (auto& [directory, files] : runs_) {
+      Convert(directory, files);
+      if (state_.stop.stop_requested()) throw platform::Cancelled();
+    }
     Report();
   }
 
@@ -142,6 +144,7 @@ class ConvertRun {
     if (!imagefiles::IsRawFile(path)) return given + ": is no raw file";
     const metadata::ExifData exif(path);
     if (imagefiles::CanConvertRaw(exif)) return {};
+    if (exif.model.empty()) return given + ": Raw file is invalid and cannot be converted";
     return given + ": Sorry, " + exif.model + " raw conversion is not supported in this release.";
   }
 
@@ -158,6 +161,7 @@ class ConvertRun {
   }
 
   void Convert(const std::string& directory, const std::vector<std::string>& files) {
+    answers_.messages.clear();
     const auto batch = Batch(directory, files);
     TakeDevelopValues(files.front());
     if (arguments_.dryRun) return Preview(batch);
@@ -167,6 +171,11 @@ class ConvertRun {
     for (auto& file :
          rawconvert::RunBatchConversion(batch, settings_, *developer_, {answers_, progress_, clock}, state_.stop)) {
       results_[file.source] = file;
+    }
+    for (const auto& path : files) {
+      auto& file = results_[path];
+      const bool reached = file.result != Converted::Skipped || !file.output.empty();
+      if (!reached) file.message = answers_.messages.empty() ? "not converted" : answers_.messages.front();
     }
   }
 
@@ -196,8 +205,7 @@ class ConvertRun {
   std::string Reason(const ConvertedFile& file) const {
     if (file.result == Converted::Yes) return {};
     if (!file.message.empty()) return file.message;
-    if (!file.output.empty()) return given_.Of(file.output) + ": exists, skipped";
-    return answers_.messages.empty() ? "not converted" : answers_.messages.front();
+    return given_.Of(file.output) + ": exists, skipped";
   }
 
   void Report() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <stop_token>
 #include <string>
 
 #include "imaging/decoded_picture.h"
@@ -53,6 +54,11 @@ class DevelopmentSdk {
 
   /// Null if there is no such file. Throws DevelopError. May be called by several threads.
   virtual std::unique_ptr<DevelopablePicture> Open(const std::string& path) = 0;
+  /// Tells which file is opened after the one that is opened next, so that its data may be decoded beside the
+  /// development of that one; empty for none. Changes nothing but the time that things take.
+  virtual void Expect(const std::string& path, const std::stop_token& stop) {
+    static_cast<void>(path), static_cast<void>(stop);
+  }
 
  protected:
   DevelopmentSdk() = default;

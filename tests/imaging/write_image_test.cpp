@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,9 @@
 #include "imaging/jp2/jp2_encoder.h"
 #include "imaging/jp2/jp2_reader.h"
 #include "imaging/png/png_decoder.h"
+#include "imaging/writers/metadata_segments.h"
 #include "metadata/icc_carriers.h"
+#include "metadata/ifd.h"
 #include "metadata/png_chunks.h"
 #include "platform/errors.h"
 #include "platform/text.h"
@@ -103,6 +106,31 @@ TEST(WriteImage, Jpeg2000LosesNothingFromQuality99On) {
       std::memcpy(&sample, pixels.data.data() + i * 2, 2);
       ASSERT_EQ(components[i % 3].samples[i / 3], sample) << width << " " << i;
     }
+  }
+}
+
+TEST(WriteImage, ExifDataTellTheSizeOfWhatIsWritten) {
+  constexpr std::uint16_t kExif = 34665, kWidth = 40962, kHeight = 40963;
+  for (const char* make : {"Canon", "NIKON CORPORATION", ""}) {
+    MetadataBlocks blocks;
+    blocks.shooting.emplace();
+    blocks.shooting->make = make;
+    blocks.shooting->imageWidth = 3008, blocks.shooting->imageHeight = 2000;
+    const auto tiff = ExifForBox(Ramp(40, 30, 1), blocks, 300);
+    ASSERT_TRUE(tiff) << make;
+    const metadata::MemorySource source(*tiff);
+    const auto header = metadata::ReadTiffHeader(source, 0);
+    metadata::IfdWalker walker(source, header->order, {.followNext = false});
+    std::map<std::uint16_t, std::uint32_t> found;
+    walker.Walk(header->firstDirectory, [&](const metadata::IfdEntry& entry) {
+      if (entry.tag != kExif) return metadata::Visit::Continue;
+      return walker.Walk(entry.value, [&](const metadata::IfdEntry& inner) {
+        found[inner.tag] = inner.value;
+        return metadata::Visit::Continue;
+      });
+    });
+    EXPECT_EQ(found[kWidth], 40U) << make;
+    EXPECT_EQ(found[kHeight], 30U) << make;
   }
 }
 

@@ -180,6 +180,40 @@ std::string Complaint(const std::string& path) {
   }
 }
 
+TEST(DevelopedSamples, AFileThatWasExpectedIsDevelopedAsAnyOther) {
+  const auto paths = SampleCrws();
+  if (paths.empty()) GTEST_SKIP() << "no samples";
+  const test::TempDir dir;
+  const auto bytes = test::ReadAll(paths[1]).value();
+  const std::string whole = dir.Write("whole.crw", bytes);
+  const std::string cut = dir.Write("cut.crw", bytes.substr(0, bytes.size() / 2));
+  const auto develop = [](DevelopmentSdk& sdk, const std::string& path) {
+    auto params = AsShotParams();
+    return sdk.Open(path)->Develop(params, {.scale = DevelopScale::Small}, {}).data;
+  };
+  const auto developer = MakeRawDeveloper(), other = MakeRawDeveloper();
+  auto& sdk = developer->Development();
+  const auto plain = develop(other->Development(), whole);
+  for (const auto& [expected, opened] : std::vector<std::pair<std::string, std::string>>{
+           {whole, whole}, {cut, whole}, {dir / "none.crw", whole}, {whole, cut}, {cut, cut}}) {
+    sdk.Expect(expected, {});
+    EXPECT_EQ(develop(sdk, whole), plain) << "before " << opened;
+    if (opened == whole) {
+      EXPECT_EQ(develop(sdk, opened), plain) << "after " << expected;
+    } else {
+      EXPECT_THROW(develop(sdk, opened), DevelopError) << "after " << expected;
+    }
+  }
+  sdk.Expect(dir / "none.crw", {});
+  EXPECT_EQ(develop(sdk, whole), plain);
+  EXPECT_EQ(sdk.Open(dir / "none.crw"), nullptr);
+  std::stop_source stop;
+  stop.request_stop();
+  sdk.Expect(whole, stop.get_token());
+  EXPECT_EQ(develop(sdk, whole), plain);
+  EXPECT_EQ(develop(sdk, whole), plain) << "after a stop";
+}
+
 TEST(DamagedRaws, HaveTheirSentence) {
   const std::string invalid = "Raw file is invalid and cannot be converted\n";
   const test::TempDir dir;

@@ -21,7 +21,7 @@ class FakeDevelopment final : public rawconvert::DevelopmentSdk {
     rawconvert::RawDevelopParams params;
     rawconvert::DevelopRequest request;
   };
-  std::vector<std::string> opened;
+  std::vector<std::string> opened, expected;
   std::vector<Asked> asked;
   rawconvert::PictureSize size{8, 6};
   int missingFor = 0;         ///< as many times there is no such file
@@ -37,6 +37,7 @@ class FakeDevelopment final : public rawconvert::DevelopmentSdk {
     if (missingFor-- > 0) return nullptr;
     return std::make_unique<Picture>(*this);
   }
+  void Expect(const std::string& path, const std::stop_token&) override { expected.push_back(path); }
 
  private:
   class Picture final : public rawconvert::DevelopablePicture {

@@ -12,6 +12,7 @@
 #include "metadata/edit/icc_writer.h"
 #include "metadata/edit/iptc_jpeg.h"
 #include "metadata/edit/jpeg_rewriter.h"
+#include "metadata/edit/resize_exif_block.h"
 #include "metadata/exif_block.h"
 #include "platform/errors.h"
 
@@ -66,7 +67,9 @@ bool PlaceExif(EditedFile& jpeg, const PixelRows& pixels, const MetadataBlocks& 
   if (!usable && !blocks.shooting) return false;
   auto block = usable ? blocks.exif : metadata::BuildExifBlock(*blocks.shooting);
   const auto dots = static_cast<std::uint32_t>(std::max(resolution, 0));
-  metadata::WriteExifBlock(jpeg, std::move(block), dots, ThumbnailOf(pixels));
+  metadata::ExifSegment segment(std::move(block));
+  metadata::ResizeExifBlock(segment, pixels.width, pixels.height, dots, metadata::SizedBlocks::All);
+  metadata::WriteExifBlock(jpeg, segment.Data(), dots, ThumbnailOf(pixels));
   // Where there is a field; all blocks that are built have one.
   const bool commented = blocks.shooting && !blocks.shooting->comment.empty();
   if (commented) std::ignore = metadata::WriteJpegComment(jpeg, blocks.shooting->comment, nullptr);

@@ -16,11 +16,12 @@ constexpr std::string_view kCanon = "Canon";
 
 class Resizer {
  public:
-  Resizer(ExifSegment& segment, int width, int height, std::uint32_t resolution)
+  Resizer(ExifSegment& segment, int width, int height, std::uint32_t resolution, SizedBlocks sized)
       : segment_(segment),
         width_(static_cast<std::uint32_t>(width)),
         height_(static_cast<std::uint32_t>(height)),
-        resolution_(resolution) {}
+        resolution_(resolution),
+        sized_(sized == SizedBlocks::All) {}
 
   void Run() {
     // Found in a copy: what is written must not lead the walk.
@@ -30,7 +31,7 @@ class Resizer {
     IfdWalker walker(source, segment_.Tiff().Order(), IfdPolicy{.followNext = false});
     walker.Walk(segment_.readLong(4), [&](const IfdEntry& entry) {
       const bool isCanon = entry.tag == kMake && readASCII(segment_.Tiff(), entry).starts_with(kCanon);
-      canon_ = canon_ || isCanon;
+      sized_ = sized_ || isCanon;
       if (entry.tag != kExif) return VisitFirst(entry);
       return walker.Walk(entry.value, [&](const IfdEntry& inner) { return VisitExif(inner); });
     });
@@ -51,7 +52,7 @@ class Resizer {
   }
 
   Visit VisitExif(const IfdEntry& entry) {
-    if (!canon_ || width_ == 0 || height_ == 0) return Visit::Continue;
+    if (!sized_ || width_ == 0 || height_ == 0) return Visit::Continue;
     if (entry.tag == kPixelWidth) segment_.WriteNumber(entry, width_);
     if (entry.tag == kPixelHeight) segment_.WriteNumber(entry, height_);
     return Visit::Continue;
@@ -59,14 +60,14 @@ class Resizer {
 
   ExifSegment& segment_;
   std::uint32_t width_, height_, resolution_;
-  bool canon_ = false;
+  bool sized_;
 };
 
 }  // namespace
 
-void ResizeExifBlock(ExifSegment& segment, int width, int height, std::uint32_t resolution) {
+void ResizeExifBlock(ExifSegment& segment, int width, int height, std::uint32_t resolution, SizedBlocks sized) {
   try {
-    Resizer(segment, width, height, resolution).Run();
+    Resizer(segment, width, height, resolution, sized).Run();
   } catch (ExifException) {
     return;  // what stands in front of the damage holds
   }

@@ -41,16 +41,20 @@ class BatchRun {
  public:
   BatchRun(const BatchConversion& batch, RawConversionSettings& settings, RawDeveloper& developer,
            const platform::JobHost& host, const std::stop_token& stop)
-      : batch_(batch), settings_(settings), developer_(developer), host_(host), stop_(stop), chooser_(host) {
+      : batch_(batch),
+        settings_(settings),
+        developer_(developer),
+        host_(host),
+        stop_(stop),
+        chooser_(host, batch.files) {
     options_.resolution = std::clamp(options_.resolution, kMinResolution, kMaxResolution);
   }
 
   std::vector<ConvertedFile> Run() {
-    Guard([this] {
-      RunFiles();
-      if (!report_.empty()) Show(report_);
-    });
-    Guard([this] { FinishWriting(); });
+    const bool failed = Guard([this] { RunFiles(); });
+    developer_.Development().Expect({}, {});
+    const bool failedAtLast = Guard([this] { FinishWriting(); });
+    if (!failed && !failedAtLast && !report_.empty()) Show(report_);
     return std::move(results_);
   }
 
@@ -59,15 +63,17 @@ class BatchRun {
     host_.ask.message({.text = text, .caption = messages::kTitle, .icon = platform::BoxIcon::Error});
   }
 
-  /// Ends what `work` does at the first failure that ends a run.
-  void Guard(const std::function<void()>& work) {
+  /// Ends what `work` does at the first failure that ends a run, and tells whether there was one.
+  bool Guard(const std::function<void()>& work) {
     try {
       work();
     } catch (const platform::Cancelled&) {
       // What was done stays; the result tells how far the run came.
     } catch (const platform::UserError& error) {
       Show(error.what());
+      return true;
     }
+    return false;
   }
 
   void RunFiles() {
@@ -81,7 +87,8 @@ class BatchRun {
       const auto& source = batch_.files[static_cast<std::size_t>(i)];
       Announce(source, i, {start + chooser_.Waited(), count});
       results_.push_back({.source = source, .output = destination_});
-      ConvertOne(results_.size() - 1);
+      next_ = i + 1 < count ? batch_.files[static_cast<std::size_t>(i) + 1] : std::string();
+      ConvertOrForget(results_.size() - 1);
     }
     FinishWriting();
   }
@@ -94,13 +101,27 @@ class BatchRun {
                               estimate.Text(host_.clock.now(), index));
   }
 
+  /// A file in work when the run ends for another reason than its own has no result.
+  void ConvertOrForget(std::size_t index) {
+    try {
+      ConvertOne(index);
+    } catch (...) {
+      if (results_[index].result == Converted::Skipped) results_.resize(index);
+      throw;
+    }
+  }
+
   void ConvertOne(std::size_t index) {
     const std::string source = results_[index].source;
     // A name that is being written is not there yet.
     if (writing_.valid() && platform::SameFile(results_[written_].output, destination_)) FinishWriting();
     const auto name = chooser_.Choose({source, destination_, FactsOf(options_.format).fileFilter});
-    if (!name) return;
+    if (!name) {
+      if (chooser_.IsSource(destination_)) results_[index].message = messages::kInPlaceOfSource;
+      return;
+    }
     results_[index].output = *name;
+    developer_.Development().Expect(next_, stop_);
     auto picture = Develop(index);
     FinishWriting();
     if (!picture) return Leave(results_[index]);
@@ -169,6 +190,7 @@ class BatchRun {
   const std::stop_token& stop_;
   OutputChooser chooser_;
   std::vector<ConvertedFile> results_;
+  std::string next_;         ///< source of the file after the one at hand; empty at the last
   std::string destination_;  ///< of the file at hand, before it is chosen
   std::string report_;       ///< of files that could not be developed
   std::size_t written_ = 0;  ///< index of the file that `writing_` writes
@@ -188,7 +210,7 @@ std::string ConvertedPath(const std::string& source, Method method, const BatchC
 std::vector<ConvertedFile> RunBatchConversion(const BatchConversion& batch, RawConversionSettings& settings,
                                               RawDeveloper& developer, const platform::JobHost& host,
                                               const std::stop_token& stop) {
-  if (batch.files.empty()) return {};
+  if (batch.files.empty() || stop.stop_requested()) return {};
   return BatchRun(batch, settings, developer, host, stop).Run();
 }
 

@@ -24,7 +24,7 @@ enum class Converted { Yes, Skipped, Failed };
 struct ConvertedFile {
   std::string source;
   std::string output{};   ///< the name that was chosen for it, or that is taken
-  std::string message{};  ///< of a failure
+  std::string message{};  ///< of a failure, or why it was left out
   Converted result = Converted::Skipped;
 };
 

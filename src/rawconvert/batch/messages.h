@@ -21,6 +21,8 @@ inline constexpr char kSaveAs[] = "Save As";
 inline constexpr char kNoPicture[] = "no picture found";
 inline constexpr char kNameTooLong[] = "the name of a Canon raw file must be no more than 31 characters long";
 
+inline constexpr char kInPlaceOfSource[] = "the picture would take the place of a raw file";
+
 inline constexpr char kErrorConverting[] = "Error converting ";
 
 }  // namespace ml::rawconvert::messages

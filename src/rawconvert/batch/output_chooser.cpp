@@ -1,5 +1,7 @@
 #include "rawconvert/batch/output_chooser.h"
 
+#include <sys/stat.h>
+
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
@@ -22,7 +24,29 @@ class WaitingTime {
   std::time_t start_;
 };
 
+/// Device and inode; nothing if there is no such file.
+std::optional<std::pair<std::uint64_t, std::uint64_t>> PlaceOf(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+  return std::pair<std::uint64_t, std::uint64_t>(status.st_dev, status.st_ino);
+}
+
 }  // namespace
+
+bool OutputChooser::IsSource(const std::string& path) {
+  const auto place = PlaceOf(path);
+  if (!place) return false;
+  if (known_.empty()) {
+    for (const auto& one : sources_) {
+      if (const auto source = PlaceOf(one)) known_.insert(*source);
+    }
+  }
+  return known_.contains(*place);
+}
+
+bool OutputChooser::IsAnySource(const OutputPlan& plan, const std::string& path) {
+  return platform::SameFile(path, plan.source) || IsSource(path);
+}
 
 std::optional<std::string> OutputChooser::AskSaveAs(const OutputPlan& plan, const char* refusal) {
   const auto extension = platform::FileName(plan.destination);
@@ -30,7 +54,7 @@ std::optional<std::string> OutputChooser::AskSaveAs(const OutputPlan& plan, cons
                                 .filter = std::string(plan.fileFilter),
                                 .defaultExtension = std::string(extension.substr(extension.rfind('.') + 1)),
                                 .start = plan.destination});
-  if (!name || !platform::SameFile(*name, plan.source)) return name;
+  if (!name || !IsAnySource(plan, *name)) return name;
   host_.ask.message({.text = refusal, .caption = messages::kTitle, .icon = platform::BoxIcon::Warning});
   return std::nullopt;
 }
@@ -68,7 +92,7 @@ std::optional<std::string> OutputChooser::AskExisting(const OutputPlan& plan) {
 }
 
 std::optional<std::string> OutputChooser::Decide(const OutputPlan& plan) {
-  if (platform::SameFile(plan.destination, plan.source)) return ChooseApartFromSource(plan);
+  if (IsAnySource(plan, plan.destination)) return ChooseApartFromSource(plan);
   if (!platform::Exists(plan.destination)) return plan.destination;
   if (standing_ == Standing::SkipAll) return std::nullopt;
   const bool ours = chosen_.contains(plan.destination);

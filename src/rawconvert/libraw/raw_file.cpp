@@ -81,9 +81,18 @@ class RawFile::Decoder final : public LibRaw {
   }
 
   imaging::PictureSize Size() const { return {shown_.width, shown_.height}; }
+  void Prepare(const DevelopWatch& watch);
   RawResult Develop(const RawOrder& order, const DevelopWatch& watch);
 
  private:
+  /// Lets a caller watch for as long as it lives.
+  struct Watching {
+    Decoder& decoder;
+    Watching(Decoder& self, const DevelopWatch& watch) : decoder(self) { decoder.watch_ = &watch; }
+    ~Watching() { decoder.watch_ = nullptr; }
+    Watching(const Watching&) = delete;
+    Watching& operator=(const Watching&) = delete;
+  };
   /// Where the picture lies in what the library takes for it.
   struct Shown {
     int left = 0, top = 0, width = 0, height = 0;
@@ -295,12 +304,13 @@ SensorPicture RawFile::Decoder::Picture(bool small) const {
   return picture;
 }
 
+void RawFile::Decoder::Prepare(const DevelopWatch& watch) {
+  const Watching watching(*this, watch);
+  Unpack();
+}
+
 RawResult RawFile::Decoder::Develop(const RawOrder& order, const DevelopWatch& watch) {
-  struct Watching {
-    Decoder& decoder;
-    ~Watching() { decoder.watch_ = nullptr; }
-  } const watching{*this};
-  watch_ = &watch;
+  const Watching watching(*this, watch);
   if (watch.stop.stop_requested()) throw platform::Cancelled();
   Unpack();
   SetParameters(order);
@@ -328,6 +338,8 @@ std::unique_ptr<RawFile> RawFile::Open(const std::string& path) {
   if (file->Size() == 0) throw DevelopError(develop_code::kInvalid);
   return std::unique_ptr<RawFile>(new RawFile(std::make_unique<Decoder>(file->Range(0, file->Size()))));
 }
+
+void RawFile::Prepare(const std::stop_token& stop) { decoder_->Prepare({.progress = nullptr, .stop = stop}); }
 
 imaging::PictureSize RawFile::Size() const { return decoder_->Size(); }
 

@@ -33,6 +33,8 @@ class RawFile {
   RawFile(const RawFile&) = delete;
   RawFile& operator=(const RawFile&) = delete;
 
+  /// Decodes the sensor's data, which the first development would do otherwise.
+  void Prepare(const std::stop_token& stop);
   /// Of a full development.
   imaging::PictureSize Size() const;
   RawResult Develop(const RawOrder& order, const DevelopWatch& watch);
