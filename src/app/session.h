@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -15,6 +16,7 @@
 #include "imagefiles/image_file.h"
 #include "platform/locale_text.h"
 #include "platform/user_journal.h"
+#include "rawconvert/raw_developer.h"
 #include "settings/settings.h"
 
 namespace ml::app {
@@ -91,6 +93,10 @@ class Session final : private catalogue::CatalogueObserver {
   std::vector<std::string> TargetPaths() const;
   /// Remembers how edits are taken back.
   platform::UserJournal& Journal() { return journal_; }
+  /// What develops raw files; made when it is first asked for.
+  rawconvert::RawDeveloper& Developer();
+  /// Another one takes its place, for tests.
+  void SetDeveloper(std::unique_ptr<rawconvert::RawDeveloper> developer);
   /// Edge length of the thumbnails before scaling.
   int ThumbnailEdge() const;
 
@@ -122,6 +128,7 @@ class Session final : private catalogue::CatalogueObserver {
   SessionObserver* observer_ = nullptr;
   double thumbnailScale_ = 1;
   platform::UserJournal journal_;
+  std::unique_ptr<rawconvert::RawDeveloper> developer_;
   mutable FileKindMemory kinds_;
   mutable ShootingDataMemory shootingData_;
   catalogue::CThumbnailThread worker_;
