@@ -63,7 +63,8 @@ constexpr std::pair<const char*, CommandId> kDialogs[] = {
     {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
     {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
     {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
-    {"shortcuts", CommandId::KeyboardShortcuts},
+    {"shortcuts", CommandId::KeyboardShortcuts}, {"regenerate", CommandId::RegenerateJpegs},
+    {"batch-convert", CommandId::BatchConvert},
 };
 
 std::vector<Shot> AllShots() {

@@ -111,6 +111,7 @@ void DevelopPage::AddColourTemperature() {
   kelvinField_ = AddField("colourTemperature", "Color te&mperature:", kelvin_);
   connect(kelvin_, &QAbstractSpinBox::editingFinished, this,
           [this] { kelvin_->Show(NormaliseColourTemperature(kelvin_->Whole())); });
+  connect(kelvin_, &QDoubleSpinBox::valueChanged, this, &DevelopPage::Update);
 }
 
 void DevelopPage::AddExposure() {

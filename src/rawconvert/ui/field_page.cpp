@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStyle>
 
 #include "platform/ui/qt_text.h"
 
@@ -53,7 +54,10 @@ FieldPage::FieldPage(QWidget* parent)
   grid_->setColumnStretch(1, 1);
 }
 
-QSize FieldPage::sizeHint() const { return content_->sizeHint(); }
+/// With room for the scroll bar, which remarks may bring in.
+QSize FieldPage::sizeHint() const {
+  return content_->sizeHint() + QSize(style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this), 0);
+}
 
 void FieldPage::AddHeading(const char* text) {
   if (grid_->count() > 0) grid_->setRowMinimumHeight(grid_->rowCount(), kGroupSpacing - kSpacing);

@@ -11,6 +11,8 @@ namespace {
 
 using platform::ui::ToQString;
 
+constexpr int kFolderWidth = 40, kLongestExample = 70;  ///< in characters
+
 bool HasQuality(int format) {
   return format == static_cast<int>(OutputFormat::Jpeg) || format == static_cast<int>(OutputFormat::Jp2Bits8) ||
          format == static_cast<int>(OutputFormat::Jp2Bits16);
@@ -57,14 +59,12 @@ void OutputPage::AddFolder() {
   row->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   folderField_ = AddField("folder", "", row, folder_);
   folder_->setAccessibleName(QStringLiteral("Folder"));
-  folder_->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+  folder_->setMinimumWidth(fontMetrics().averageCharWidth() * kFolderWidth);
   letter_ = new QCheckBox(QStringLiteral("Add a &letter to the names: L for linear, C for combined"), Content());
   AddButton("letter", letter_);
   example_ = new QLabel(Content());
   example_->setTextFormat(Qt::PlainText);
-  example_->setWordWrap(true);
   AddField("example", "Gives:", example_);
-  example_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   for (auto* button : {static_cast<QAbstractButton*>(beside_), static_cast<QAbstractButton*>(letter_)}) {
     connect(button, &QAbstractButton::toggled, this, &OutputPage::Update);
   }
@@ -125,7 +125,10 @@ void OutputPage::ShowResult(const ConversionChoice& choice) {
   batch.outputDirectory = ConversionDirectory(question_.path, choice.directory);
   batch.options.format = choice.format;
   batch.appendMethodLetter = choice.appendMethodLetter;
-  example_->setText(platform::ui::ToLabel(ConvertedPath(question_.path, settings.method, batch)));
+  const auto name = platform::ui::ToLabel(ConvertedPath(question_.path, settings.method, batch));
+  example_->setText(
+      fontMetrics().elidedText(name, Qt::ElideMiddle, fontMetrics().averageCharWidth() * kLongestExample));
+  example_->setToolTip(platform::ui::PlainToolTip(name));
 }
 
 }  // namespace ml::rawconvert::ui

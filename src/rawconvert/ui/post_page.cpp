@@ -102,7 +102,7 @@ void PostPage::AddResize() {
   AddNumbers({{"resizeDpi", "Resolution:", kResolution, &PostPage::dpi_}}, &PostPage::ForResolution);
   dpi_->setSuffix(QStringLiteral(" dpi"));
   result_ = new QLabel(Content());
-  AddField("result", "Gives:", result_);
+  resultField_ = AddField("result", "Gives:", result_);
   connect(units_, &QComboBox::currentIndexChanged, this, &PostPage::UnitsChanged);
   for (auto* box : {width_, height_, dpi_}) connect(box, &QDoubleSpinBox::valueChanged, this, &PostPage::TakeBox);
 }
@@ -265,6 +265,7 @@ void PostPage::Update() {
   const auto all = IfOn(nullptr);
   levelsField_->SetReason(all);
   unitsField_->SetReason(ForResize());
+  resultField_->SetReason(ForResize());
   sharpenMethodField_->SetReason(ForSharpening());
   for (auto* step : {saturate_, adjustGamma_, resize_, sharpen_}) step->setEnabled(all.empty());
   ShowBox();

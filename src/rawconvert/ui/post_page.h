@@ -72,7 +72,7 @@ class PostPage final : public FieldPage {
   ValueList *levels_, *units_, *sharpenMethod_;
   NumberField *black_, *mid_, *white_, *blackPercent_, *whitePercent_, *saturation_, *gamma_;
   NumberField *width_, *height_, *dpi_, *hqAmount_, *usmRadius_, *usmAmount_, *usmThreshold_;
-  std::optional<PageField> levelsField_, unitsField_, sharpenMethodField_;
+  std::optional<PageField> levelsField_, unitsField_, resultField_, sharpenMethodField_;
   QLabel* result_;
   NumberField* editedPercent_ = nullptr;  ///< the one that stays when both are too much
   int boxWidth_ = 1, boxHeight_ = 1;      ///< pixels, whatever the unit

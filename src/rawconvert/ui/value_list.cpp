@@ -7,11 +7,19 @@
 #include "platform/ui/qt_text.h"
 
 namespace ml::rawconvert::ui {
+namespace {
+
+constexpr int kWidth = 20;  ///< in characters, so that the lists of a page end below each other
+
+}  // namespace
 
 ValueList::ValueList(std::span<const ValueRow> rows, const std::string& first, QWidget* parent) : QComboBox(parent) {
   setFocusPolicy(Qt::StrongFocus);
+  setMinimumWidth(fontMetrics().averageCharWidth() * kWidth);
   for (const auto& row : rows) addItem(platform::ui::ToQString(row.label), row.value);
-  if (!first.empty() && count() > 0) setItemText(0, platform::ui::ToLabel(first));
+  const auto text = platform::ui::ToLabel(first);
+  if (count() == 0) setPlaceholderText(text);
+  if (count() > 0 && !text.isEmpty()) setItemText(0, text);
 }
 
 void ValueList::Show(int value) {

@@ -11,7 +11,7 @@ namespace ml::rawconvert::ui {
 /// A list of the values of one setting.
 class ValueList final : public QComboBox {
  public:
-  /// `first`, unless it is empty, is shown for the first value.
+  /// `first`, unless it is empty, is shown for the first value, or in a list without values.
   ValueList(std::span<const ValueRow> rows, const std::string& first, QWidget* parent = nullptr);
 
   /// The first one of the list if there is no such value. Without telling.
