@@ -281,6 +281,7 @@ TEST(ConversionDialogScreens, OfEachFamily) {
       choice.settings.midPoint = 12;
       Opened opened(c.model, c.batch, choice, c.path);
       auto* tabs = opened.dialog->findChild<QTabWidget*>();
+      opened.dialog->show();
       for (int page = 0; page < tabs->count(); ++page) {
         tabs->setCurrentIndex(page);
         QTest::qWait(1);

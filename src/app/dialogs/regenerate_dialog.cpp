@@ -37,8 +37,8 @@ class RegenerateDialog final : public QDialog {
     form->addRow(QStringLiteral("&Quality:"), &quality_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     const auto text = QStringLiteral("&Regenerate %1 JPEG%2").arg(count).arg(QLatin1String(count == 1 ? "" : "s"));
+    layout->addWidget(buttons);  // a dialog must have the button first
     buttons->addButton(text, QDialogButtonBox::AcceptRole)->setDefault(true);
-    layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   }

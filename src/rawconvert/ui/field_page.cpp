@@ -47,7 +47,6 @@ FieldPage::FieldPage(QWidget* parent)
   setWidgetResizable(true);
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::NoFocus);  // its fields bring themselves into sight
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   grid_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   grid_->setVerticalSpacing(kSpacing);
   grid_->setHorizontalSpacing(kColumnSpacing);
