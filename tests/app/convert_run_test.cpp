@@ -181,6 +181,24 @@ TEST_F(ConvertCommand, CancelKeepsTheValuesAsTheyWereBroughtToTheCamera) {
   EXPECT_EQ(raw.method, 2);
 }
 
+TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
+  const auto file = photos / "1.crw";
+  const auto read = [&] { return test::ReadAll(file); };
+  const auto before = read();
+  Choose({"1.crw", "3.gif"});
+  QTimer::singleShot(20, &frame, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    QTest::keyClick(dialog, Qt::Key_Return);
+  });
+  frame.Runner().Run(CommandId::RegenerateJpegs);
+  EXPECT_EQ(sdk->opened, (Names{file}));
+  EXPECT_NE(read(), before);
+  EXPECT_TRUE(ask.shown.empty());
+  frame.Runner().Run(CommandId::Undo);
+  EXPECT_EQ(read(), before);
+}
+
 TEST_F(ConvertCommand, ShowsWhatItMadeInTheDirectoryOnShow) {
   auto& raw = session.settings.raw;
   raw.convertToSubDir = 0;

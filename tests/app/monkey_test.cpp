@@ -75,7 +75,9 @@ constexpr CommandId kChangeFiles[] = {CommandId::CopyToFolder,
                                       CommandId::EditIptcData,
                                       CommandId::EmbedColorProfile,
                                       CommandId::RegenerateThumbnails,
-                                      CommandId::RegenerateJpegs};
+                                      CommandId::RegenerateJpegs,
+                                      CommandId::ConvertRawImage,
+                                      CommandId::BatchConvert};
 
 double ThreadSeconds() {
   timespec now{};
