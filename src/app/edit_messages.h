@@ -20,7 +20,9 @@ inline constexpr std::string_view kSelectToRotate = "Please select one or more f
 inline constexpr std::string_view kRotateJob = "Rotate Image", kAutoRotateJob = "Auto Rotate JPEG Images",
                                   kCommentJob = "Edit Comments", kAdjustDateJob = "Adjust Image Date/Time",
                                   kEmbedJob = "Embed Color Profile", kThumbnailJob = "Regenerate JPEG Thumbnails",
-                                  kRegenerateJob = "Regenerate embedded JPEGs", kIptcJob = "Edit IPTC Data";
+                                  kRegenerateJob = "Regenerate embedded JPEGs",
+                                  kViewingJpegJob = "Creating Canon EOS 1D/1Ds viewing JPEG",
+                                  kIptcJob = "Edit IPTC Data";
 
 inline constexpr std::string_view kDoNotAskAgain = "Do not ask this again";
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 
@@ -53,11 +54,12 @@ class Session final : private catalogue::CatalogueObserver {
   ViewMode mode = ViewMode::Thumbnails;
   bool blackAndWhite = false;  ///< not remembered between runs
   bool statusBarShown = true;
-  std::string lastDestination;     ///< of images copied or moved; not remembered between runs
-  int preferencesPage = 0;         ///< where the Preferences open; not remembered between runs
-  int iptcPage = 0;                ///< where the sheet of IPTC data opens; not remembered between runs
-  bool histogramShown = false;     ///< in a window of its own; not remembered between runs
-  bool shootingDataShown = false;  ///< in a window of its own; not remembered between runs
+  std::string lastDestination;              ///< of images copied or moved; not remembered between runs
+  int preferencesPage = 0;                  ///< where the Preferences open; not remembered between runs
+  int iptcPage = 0;                         ///< where the sheet of IPTC data opens; not remembered between runs
+  std::set<std::string> viewingJpegsTried;  ///< raw files; not remembered between runs
+  bool histogramShown = false;              ///< in a window of its own; not remembered between runs
+  bool shootingDataShown = false;           ///< in a window of its own; not remembered between runs
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
   catalogue::CThumbnailThread& Worker() { return worker_; }

@@ -199,6 +199,20 @@ TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
   EXPECT_EQ(read(), before);
 }
 
+TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
+  const test::CameraRaw raw{.width = 64, .height = 48};
+  photos.Write("9.tif", test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build());
+  for (const int wanted : {0, 1}) {
+    session.settings.catalogue.autoCreateEos1DRawJpegs = wanted;
+    session.Images().RefreshDirectory();
+    QTest::qWait(50);
+    EXPECT_EQ(platform::Exists(photos / "9.jpg"), wanted == 1);
+  }
+  EXPECT_GE(session.list.IndexOfPath(photos / "9.tif"), 0);
+  EXPECT_EQ(session.list.IndexOfPath(photos / "9.jpg"), -1) << "it stands for the raw file";
+  EXPECT_EQ(metadata::ExifData(photos / "9.jpg").imageWidth, 4);
+}
+
 TEST_F(ConvertCommand, ShowsWhatItMadeInTheDirectoryOnShow) {
   auto& raw = session.settings.raw;
   raw.convertToSubDir = 0;
