@@ -27,6 +27,7 @@ struct HandlerRow {
 
 /// The handlers, one file a group.
 std::span<const HandlerRow> CatalogueHandlers();
+std::span<const HandlerRow> ConvertHandlers();
 std::span<const HandlerRow> DirectoryHandlers();
 std::span<const HandlerRow> EditHandlers();
 std::span<const HandlerRow> ExifToolHandlers();

@@ -15,6 +15,7 @@
 #include "app/command_actions.h"
 #include "app/image_texts.h"
 #include "app/jobs/transfer_job.h"
+#include "app/jobs/viewing_jpegs_job.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "platform/ui/qt_text.h"
@@ -112,6 +113,15 @@ void CMainFrame::Connect() {
   connect(view_, &CMarrowlanternView::directoryChosen, this, [this](const std::string& directory) {
     runner_->Do([&] { session_.Images().LoadDirectory(directory, ""); });
   });
+  connect(
+      view_, &CMarrowlanternView::directoryShown, this,
+      [this] {
+        runner_->Do([this] {
+          CommandContext context{session_, *view_, *this};
+          MakeMissingViewingJpegs(context);
+        });
+      },
+      Qt::QueuedConnection);  // when the list is there too
   connect(view_, &CMarrowlanternView::pathsDropped, this,
           [this](const std::vector<std::string>& paths) { runner_->Do([&] { session_.Open(paths); }); });
   connect(view_, &CMarrowlanternView::transferWanted, this,

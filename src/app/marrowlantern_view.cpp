@@ -275,7 +275,10 @@ void CMarrowlanternView::GoTo(int index, Reload reload) {
   Q_EMIT changed();
 }
 
-void CMarrowlanternView::DirectoryShown(const std::string& directory) { tree_->SetDirectory(directory); }
+void CMarrowlanternView::DirectoryShown(const std::string& directory) {
+  tree_->SetDirectory(directory);
+  Q_EMIT directoryShown();
+}
 
 void CMarrowlanternView::ListReplaced() {
   thumbnails_->SetEmptyText(ToQString(EmptyText(session_)));

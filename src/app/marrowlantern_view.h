@@ -87,6 +87,8 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void changed();
   void commandWanted(CommandId id);
   void directoryChosen(const std::string& directory);
+  /// Another directory is on show, or the same one was looked at again; its list follows.
+  void directoryShown();
   void pathsDropped(const std::vector<std::string>& paths);
   /// Onto a directory of the tree.
   void transferWanted(ml::catalogue::TransferKind kind, const std::string& directory,

@@ -60,13 +60,21 @@ struct Shot {
 /// The commands whose dialogs are drawn; none of them changes anything as long as nobody presses OK.
 constexpr std::pair<const char*, CommandId> kDialogs[] = {
     {"batch-rename", CommandId::BatchRename},
-    {"rename", CommandId::RenameImage},          {"copy", CommandId::CopyToFolder},
-    {"timestamp", CommandId::Timestamp},         {"comments", CommandId::EditComments},
-    {"dates", CommandId::AdjustDateTime},        {"new-folder", CommandId::NewFolder},
-    {"folder", CommandId::RenameFolder},         {"properties", CommandId::DirectoryProperties},
-    {"shortcuts", CommandId::KeyboardShortcuts}, {"slideshow", CommandId::Slideshow},
-    {"exif-copy", CommandId::ExifCopy},          {"export", CommandId::ExportExif},
+    {"rename", CommandId::RenameImage},
+    {"copy", CommandId::CopyToFolder},
+    {"timestamp", CommandId::Timestamp},
+    {"comments", CommandId::EditComments},
+    {"dates", CommandId::AdjustDateTime},
+    {"new-folder", CommandId::NewFolder},
+    {"folder", CommandId::RenameFolder},
+    {"properties", CommandId::DirectoryProperties},
+    {"shortcuts", CommandId::KeyboardShortcuts},
+    {"slideshow", CommandId::Slideshow},
+    {"exif-copy", CommandId::ExifCopy},
+    {"export", CommandId::ExportExif},
     {"extract", CommandId::ExtractJpegs},
+    {"regenerate", CommandId::RegenerateJpegs},
+    {"batch-convert", CommandId::BatchConvert},
 };
 
 std::vector<Shot> AllShots() {

@@ -57,6 +57,13 @@ Session::Session(settings::Settings remembered, platform::Interaction& ask, std:
   catalogue_.SetOptions(options::CatalogueOptionsOf(settings));
 }
 
+rawconvert::RawDeveloper& Session::Developer() {
+  if (!developer_) developer_ = rawconvert::MakeRawDeveloper();
+  return *developer_;
+}
+
+void Session::SetDeveloper(std::unique_ptr<rawconvert::RawDeveloper> developer) { developer_ = std::move(developer); }
+
 imagefiles::ImageFileOptions Session::ImageOptions() const { return options::ImageFileOptionsOf(settings); }
 
 imagefiles::BitmapQuality Session::Quality() const {

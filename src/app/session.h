@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <set>
 #include <span>
 #include <string>
 
@@ -16,6 +18,7 @@
 #include "imagefiles/image_file.h"
 #include "platform/locale_text.h"
 #include "platform/user_journal.h"
+#include "rawconvert/raw_developer.h"
 #include "settings/settings.h"
 
 namespace ml::app {
@@ -54,10 +57,11 @@ class Session final : private catalogue::CatalogueObserver {
   bool statusBarShown = true;
   std::string lastDestination;  ///< of images copied or moved; not remembered between runs
   ToolMemory tools;
-  int preferencesPage = 0;         ///< where the Preferences open; not remembered between runs
-  int iptcPage = 0;                ///< where the sheet of IPTC data opens; not remembered between runs
-  bool histogramShown = false;     ///< in a window of its own; not remembered between runs
-  bool shootingDataShown = false;  ///< in a window of its own; not remembered between runs
+  int preferencesPage = 0;                  ///< where the Preferences open; not remembered between runs
+  int iptcPage = 0;                         ///< where the sheet of IPTC data opens; not remembered between runs
+  std::set<std::string> viewingJpegsTried;  ///< raw files; not remembered between runs
+  bool histogramShown = false;              ///< in a window of its own; not remembered between runs
+  bool shootingDataShown = false;           ///< in a window of its own; not remembered between runs
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
   catalogue::CThumbnailThread& Worker() { return worker_; }
@@ -93,6 +97,10 @@ class Session final : private catalogue::CatalogueObserver {
   std::vector<std::string> TargetPaths() const;
   /// Remembers how edits are taken back.
   platform::UserJournal& Journal() { return journal_; }
+  /// What develops raw files; made when it is first asked for.
+  rawconvert::RawDeveloper& Developer();
+  /// Another one takes its place, for tests.
+  void SetDeveloper(std::unique_ptr<rawconvert::RawDeveloper> developer);
   /// Edge length of the thumbnails before scaling.
   int ThumbnailEdge() const;
 
@@ -124,6 +132,7 @@ class Session final : private catalogue::CatalogueObserver {
   SessionObserver* observer_ = nullptr;
   double thumbnailScale_ = 1;
   platform::UserJournal journal_;
+  std::unique_ptr<rawconvert::RawDeveloper> developer_;
   mutable FileKindMemory kinds_;
   mutable ShootingDataMemory shootingData_;
   catalogue::CThumbnailThread worker_;

@@ -76,6 +76,36 @@ TEST(JobWindowTest, LongJobShowsItsProgressAndEndsWhenCancelled) {
   EXPECT_EQ(Window(), nullptr);
 }
 
+TEST(JobWindowTest, TwoBarsTellOfTheFileAndOfAll) {
+  test::ScriptedInteraction ask;
+  std::vector<std::pair<int, int>> told;
+  bool shown = false;
+  WhileItRuns([&] {
+    auto* window = Window();
+    if (window == nullptr || told.empty()) return false;
+    const auto bars = window->findChildren<QProgressBar*>();
+    for (const auto* label : window->findChildren<QLabel*>()) {
+      EXPECT_LT(label->sizeHint().width(), 1000) << "long paths are cut";
+    }
+    shown = bars.size() == 2 && bars[0]->value() == 40 && bars[1]->value() == 35;
+    window->reject();
+    return true;
+  });
+  RunJob(nullptr,
+         {.title = QStringLiteral("Two"),
+          .bars = JobBars::FileAndWhole,
+          .position = [&](int index, int count) { told.emplace_back(index, count); }},
+         ask, [](const JobHost& host, const std::stop_token& stop) {
+           host.progress.percent(90);
+           host.progress.position(2, 4);
+           host.progress.percent(40);
+           host.progress.secondText("Converting\n/" + std::string(3000, 'd') + "\nTo");
+           while (!stop.stop_requested()) Rest();
+         });
+  EXPECT_TRUE(shown);
+  EXPECT_EQ(told, (std::vector{std::pair(2, 4)}));
+}
+
 TEST(JobWindowTest, QuietJobHasNoneHoweverLongItTakes) {
   test::ScriptedInteraction ask;
   std::atomic<bool> enough = false;

@@ -31,3 +31,8 @@ ml_test(batch_ui
 add_test(NAME widgets_scale2 COMMAND ml_test_widgets --gtest_filter=*Screens.*)
 add_test(NAME preferences_ui_scale2 COMMAND ml_test_preferences_ui --gtest_filter=*Screens.*)
 set_tests_properties(widgets_scale2 preferences_ui_scale2 PROPERTIES TIMEOUT 600 ENVIRONMENT "LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")
+ml_test(conversion_ui
+  SOURCES
+    conversion_dialog_test.cpp
+    widgets_main.cpp
+  LINK ml_rawconvert_ui ml_app_ui Qt6::Test)

@@ -4,6 +4,7 @@
 #include "app/command_runner.h"
 #include "app/dialogs/comment_dialog.h"
 #include "app/dialogs/date_shift_dialog.h"
+#include "app/dialogs/regenerate_dialog.h"
 #include "app/edit_messages.h"
 #include "app/file_dialogs.h"
 #include "app/handlers/turn_image.h"
@@ -13,6 +14,7 @@
 #include "app/messages.h"
 #include "app/session.h"
 #include "imagefiles/edits/adjust_dates.h"
+#include "imagefiles/edits/developed_jpegs.h"
 #include "imagefiles/edits/icc_edits.h"
 #include "imagefiles/edits/image_edits.h"
 #include "imagefiles/edits/jpeg_thumbnail.h"
@@ -33,14 +35,15 @@ using platform::ui::JobWindowShows;
 using Edit = std::function<void(const std::string& path, const EditTools& tools, const platform::JobHost& host)>;
 
 /// The job with all that edits need; without a window for a single CRW file. Afterwards thumbnails and the image on
-/// show are made anew, whatever came of it; the latter not while a window covers it, `over` which boxes stand then.
+/// show are made anew, whatever came of it; the latter not while a window covers it, `over` which boxes stand then. An
+/// edit that `lasts` has a progress window for a single raw file as well.
 void RunEdits(CommandContext& context, std::string_view title, std::string_view verb,
-              const std::vector<std::string>& paths, const Edit& edit, QWidget* over = nullptr) {
+              const std::vector<std::string>& paths, const Edit& edit, QWidget* over = nullptr, bool lasts = false) {
   auto& session = context.session;
   if (paths.empty()) return;
   const auto options = session.ImageOptions();
   imagefiles::CompanionFinder companions(options);
-  const bool oneRaw = paths.size() == 1 && platform::EndsWithNoCase(paths.front(), ".crw");
+  const bool quick = !lasts && paths.size() == 1 && platform::EndsWithNoCase(paths.front(), ".crw");
   const auto settle = [&] {
     session.FilesChanged(paths);
     if (session.mode != ViewMode::Thumbnails && over == nullptr) context.view.ReloadImage();
@@ -57,7 +60,7 @@ void RunEdits(CommandContext& context, std::string_view title, std::string_view 
                           .progressVerb = std::string(verb),
                           .paths = paths,
                           .act = act,
-                          .window = oneRaw ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond,
+                          .window = quick ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond,
                           .over = over});
   } catch (...) {
     settle();
@@ -188,11 +191,33 @@ void RegenerateThumbnails(CommandContext& context) {
   if (!full.empty()) context.session.Ask().message({.text = NoRoomForThumbnails(full)});
 }
 
+void RegenerateJpegs(CommandContext& context) {
+  auto& session = context.session;
+  auto paths = TargetsOf(context, kSelectToRegenerate);
+  std::erase_if(paths, [](const auto& path) { return !platform::EndsWithNoCase(path, ".crw"); });
+  if (paths.empty()) return;
+  auto& remembered = session.settings.shootingData;
+  const auto settings = AskRegenerate(context.frame, static_cast<int>(paths.size()),
+                                      {remembered.regenEmbeddedJpegWidth, remembered.regenEmbeddedJpegQuality});
+  if (!settings) return;
+  remembered.regenEmbeddedJpegWidth = settings->width;
+  remembered.regenEmbeddedJpegQuality = settings->quality;
+  auto& developer = session.Developer();
+  RunEdits(
+      context, kRegenerateJob, "Making the embedded JPEG of", paths,
+      [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+        const auto file = imagefiles::CreateImageFile(path, tools.options);
+        if (file) imagefiles::RegenerateEmbeddedJpeg(*file, *settings, &developer, tools);
+      },
+      nullptr, true);
+}
+
 constexpr HandlerRow kHandlers[] = {
     {CommandId::RotateLeft, RotateImages<Turn::cw270>},
     {CommandId::RotateRight, RotateImages<Turn::cw90>},
     {CommandId::AutoRotateJpegs, AutoRotate},
     {CommandId::EmbedColorProfile, EmbedProfile},
+    {CommandId::RegenerateJpegs, RegenerateJpegs},
     {CommandId::RegenerateThumbnails, RegenerateThumbnails},
     {CommandId::EditComments, EditComments},
     {CommandId::AdjustDateTime, AdjustDateTime},

@@ -15,12 +15,6 @@
 namespace ml::app {
 namespace {
 
-/// The niceness of the setting's three values: normal, low, high.
-int NiceOf(int threadPriority) {
-  constexpr int kNice[] = {0, 10, -5};
-  return threadPriority == 1 || threadPriority == 2 ? kNice[threadPriority] : kNice[0];
-}
-
 void RunAll(const ImageJob& job, const ImageJobTools& tools) {
   const auto count = job.paths.size();
   for (std::size_t i = 0; i < count; ++i) {
@@ -32,6 +26,11 @@ void RunAll(const ImageJob& job, const ImageJobTools& tools) {
 }
 
 }  // namespace
+
+int NiceOf(int threadPriority) {
+  constexpr int kNice[] = {0, 10, -5};
+  return threadPriority == 1 || threadPriority == 2 ? kNice[threadPriority] : kNice[0];
+}
 
 std::vector<std::string> TargetsOf(CommandContext& context, std::string_view pleaseSelect) {
   auto& session = context.session;

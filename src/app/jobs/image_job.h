@@ -53,6 +53,9 @@ void CommitEdits(CommandContext& context, const std::string& what, platform::Edi
 /// The images that a command for several acts on; none, with a box that says `pleaseSelect`, if nothing is selected.
 std::vector<std::string> TargetsOf(CommandContext& context, std::string_view pleaseSelect);
 
+/// The niceness that the setting "ThreadPriority" asks for: 0 normal, 1 low, 2 high.
+int NiceOf(int threadPriority);
+
 /// Text of the status line for some seconds.
 void ShowStatus(CommandContext& context, const std::string& text);
 

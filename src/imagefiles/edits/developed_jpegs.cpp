@@ -1,6 +1,7 @@
 #include "imagefiles/edits/developed_jpegs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "imagefiles/edits/jpeg_edits.h"
 #include "imagefiles/eos1d_test.h"
@@ -68,11 +69,14 @@ void RegenerateEmbeddedJpeg(ImageFile& file, const EmbeddedJpegSettings& setting
                       [&](const metadata::ByteSource& result) { RequireSameRawData(source, result, file.Path()); });
 }
 
-std::string MakeViewingJpeg(const std::string& path, int quality, DevelopLibrary* library, const EditTools& tools) {
+std::string MakeViewingJpeg(const std::string& path, const ViewingJpegSettings& settings, DevelopLibrary* library,
+                            const EditTools& tools) {
   if (!IsEos1DRawFile(path)) throw UserError(messages::NotDevelopable(path));
   if (library == nullptr) throw UserError(messages::NoDevelopment(path));
   const metadata::ExifData exif(path, tools.options.ForExif());
-  const auto pixels = Encode(library->Develop(path), quality, path);
+  auto picture = library->Develop(path);
+  const int width = settings.half ? std::max(picture.width / 2, 1) : 0;
+  const auto pixels = Encode(AtMost(std::move(picture), width), settings.quality, path);
   const metadata::MemorySource source(pixels);
   metadata::EditedFile jpeg(source);
   TakeOverMetadata(jpeg, exif, 0);

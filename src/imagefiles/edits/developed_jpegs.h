@@ -18,8 +18,14 @@ struct EmbeddedJpegSettings {
 void RegenerateEmbeddedJpeg(ImageFile& file, const EmbeddedJpegSettings& settings, DevelopLibrary* library,
                             const EditTools& tools);
 
+struct ViewingJpegSettings {
+  int quality = 95;   ///< 0..100
+  bool half = false;  ///< half the width and height of the picture
+};
+
 /// Makes the viewing JPEG of the EOS-1D raw file at `path`: beside it, with its shooting data and its orientation.
 /// Gives the path of the new file. Throws UserError: also if there is a file of that name already.
-std::string MakeViewingJpeg(const std::string& path, int quality, DevelopLibrary* library, const EditTools& tools);
+std::string MakeViewingJpeg(const std::string& path, const ViewingJpegSettings& settings, DevelopLibrary* library,
+                            const EditTools& tools);
 
 }  // namespace ml::imagefiles

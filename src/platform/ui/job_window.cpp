@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <atomic>
 #include <exception>
 #include <mutex>
@@ -26,8 +27,11 @@ namespace {
 /// How far the job is. Written on its thread and read on the window's.
 class JobState final : public Progress {
  public:
+  explicit JobState(JobBars bars) : bars_(bars) {}
+
   struct Snapshot {
-    int percent = 0;
+    int percent = 0;           ///< of the file at hand where there are two bars
+    int index = 0, count = 0;  ///< of the files; 0 until one is told
     std::string text, secondText;
     QImage picture;
   };
@@ -50,7 +54,10 @@ class JobState final : public Progress {
     now_.picture = image.copy();
   }
   void position(int index, int count) override {
-    if (count > 0) percent((index - 1) * 100 / count);
+    const std::scoped_lock lock(lock_);
+    now_.index = index;
+    now_.count = count;
+    if (count > 0) now_.percent = bars_ == JobBars::One ? (index - 1) * 100 / count : 0;
   }
 
   Snapshot Now() const {
@@ -59,6 +66,7 @@ class JobState final : public Progress {
   }
 
  private:
+  const JobBars bars_;
   mutable std::mutex lock_;
   Snapshot now_;
 };
@@ -66,10 +74,10 @@ class JobState final : public Progress {
 /// Asks the state for news as often as an eye can see them: a job may report thousands of times a second.
 class JobWindow final : public QDialog {
  public:
-  JobWindow(QWidget* parent, const QString& title, const JobState& state, std::stop_source stop)
-      : QDialog(parent), state_(state), stop_(std::move(stop)) {
+  JobWindow(QWidget* parent, const JobLook& look, const JobState& state, std::stop_source stop)
+      : QDialog(parent), look_(look), state_(state), stop_(std::move(stop)) {
     setObjectName(QStringLiteral("jobWindow"));
-    setWindowTitle(title);
+    setWindowTitle(look.title);
     setWindowModality(Qt::ApplicationModal);
     auto* layout = new QVBoxLayout(this);
     for (auto* label : {&text_, &secondText_}) {
@@ -80,10 +88,11 @@ class JobWindow final : public QDialog {
     picture_.setAlignment(Qt::AlignCenter);
     picture_.hide();
     layout->addWidget(&picture_);
-    bar_.setRange(0, 100);
-    layout->addWidget(&bar_);
+    const bool two = look.bars == JobBars::FileAndWhole;
+    AddBar(bar_, two ? "This image" : "Progress");
+    if (two) AddBar(whole_, "All images");
+    whole_.setVisible(two);
     cancel_.setText(QStringLiteral("Cancel"));
-    bar_.setAccessibleName(QStringLiteral("Progress"));
     layout->addWidget(&cancel_, 0, Qt::AlignRight);
     connect(&cancel_, &QPushButton::clicked, this, &JobWindow::reject);
     connect(&refresh_, &QTimer::timeout, this, &JobWindow::Refresh);
@@ -105,13 +114,31 @@ class JobWindow final : public QDialog {
   }
 
  private:
-  static constexpr int kTextWidth = 56, kRefreshMilliseconds = 50;
+  static constexpr int kTextWidth = 56, kLongestLine = 100, kRefreshMilliseconds = 50;
+
+  void AddBar(QProgressBar& bar, const char* name) {
+    bar.setRange(0, 100);
+    bar.setAccessibleName(QString::fromLatin1(name));
+    bar.setToolTip(bar.accessibleName());
+    layout()->addWidget(&bar);
+  }
+
+  /// Long paths lose their middle: the window stays on the screen and does not jump.
+  QString Shortened(const std::string& text) const {
+    const int room = fontMetrics().averageCharWidth() * kLongestLine;
+    auto lines = ToQString(text).split(QLatin1Char('\n'));
+    for (auto& line : lines) line = fontMetrics().elidedText(line, Qt::ElideMiddle, room);
+    return lines.join(QLatin1Char('\n'));
+  }
 
   void Refresh() {
     const auto now = state_.Now();
-    bar_.setValue(now.percent);
-    text_.setText(ToQString(now.text));
-    secondText_.setText(ToQString(now.secondText));
+    const int percent = std::clamp(now.percent, 0, 100);
+    bar_.setValue(percent);
+    if (now.count > 0) whole_.setValue((percent + (now.index - 1) * 100) / now.count);
+    if (look_.position && now.index > 0 && now.index != told_) look_.position(told_ = now.index, now.count);
+    text_.setText(Shortened(now.text));
+    secondText_.setText(Shortened(now.secondText));
     secondText_.setVisible(!now.secondText.empty());
     if (now.picture.isNull() || now.picture.cacheKey() == shown_) return;
     shown_ = now.picture.cacheKey();
@@ -119,10 +146,12 @@ class JobWindow final : public QDialog {
     picture_.show();
   }
 
+  const JobLook& look_;
   const JobState& state_;
   std::stop_source stop_;
   QLabel text_, secondText_, picture_;
-  QProgressBar bar_;
+  QProgressBar bar_, whole_;
+  int told_ = 0;
   QPushButton cancel_;
   QTimer refresh_;
   qint64 shown_ = 0;
@@ -132,7 +161,7 @@ class JobWindow final : public QDialog {
 
 void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& job) {
   constexpr int kQuietMilliseconds = 500;
-  JobState state;
+  JobState state(look.bars);
   const SystemClock clock;
   std::stop_source stop;
   std::exception_ptr failure;
@@ -161,7 +190,7 @@ void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& j
   // A key that is pressed meanwhile waits for the end of a short job.
   loop.exec(QEventLoop::ExcludeUserInputEvents);
   if (!done && look.shows == JobWindowShows::AfterHalfASecond) {
-    window.emplace(parent, look.title, state, stop);
+    window.emplace(parent, look, state, stop);
     window->show();
     loop.exec();
   }

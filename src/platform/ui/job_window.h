@@ -15,10 +15,16 @@ using Job = std::function<void(const JobHost& host, const std::stop_token& stop)
 
 enum class JobWindowShows { AfterHalfASecond, Never };
 
+/// Bars for the job, or for the whole of it and for the file at hand.
+enum class JobBars { One, FileAndWhole };
+
 struct JobLook {
   QString title;
   JobWindowShows shows = JobWindowShows::AfterHalfASecond;
   int nice = 0;  ///< of the job's thread, see SetThreadNice
+  JobBars bars = JobBars::One;
+  /// Told on the window's thread at which file of how many the job is, from 1; may be empty.
+  std::function<void(int index, int count)> position = {};
 };
 
 /// Runs `job` on a thread of its own and returns when it has ended. What lasts longer than half a second gets a window

@@ -324,7 +324,9 @@ TEST_F(Edits, ViewingJpegsAreMadeWithShootingDataAndTurn) {
   const auto tif = Write("e1d.tif", Eos1D(test::Eos1DDirectories(Camera())));
   EXPECT_EQ(Turn90(tif), "");
   const auto make = [&](DevelopLibrary* library) {
-    return Do(tif, [&, library](ImageFile&, const EditTools& tools) { MakeViewingJpeg(tif, 90, library, tools); });
+    return Do(tif, [&, library](ImageFile&, const EditTools& tools) {
+      MakeViewingJpeg(tif, {.quality = 90}, library, tools);
+    });
   };
   EXPECT_EQ(make(nullptr), messages::NoDevelopment(tif));
   EXPECT_FALSE(test::ReadAll(dir_ / "e1d.jpg"));

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "rawconvert/conversion_choice.h"
+#include "settings/settings.h"
+
+/// What the conversion dialogs begin with and leave behind in the settings.
+namespace ml::app {
+
+/// Without profiles.
+rawconvert::ConversionChoice ConversionChoiceOf(const settings::Settings& settings);
+/// After a dialog was accepted.
+void PutConversionChoice(const rawconvert::ConversionChoice& choice, settings::Settings& settings);
+/// After it was cancelled. Kept: the values that it began with stay as they were brought to the camera.
+void PutOpenedChoice(const rawconvert::ConversionChoice& start, settings::Settings& settings);
+
+}  // namespace ml::app

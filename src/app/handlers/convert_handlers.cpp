@@ -1,0 +1,144 @@
+#include <QScopeGuard>
+#include <string>
+#include <vector>
+
+#include "app/command_runner.h"
+#include "app/convert_messages.h"
+#include "app/convert_settings.h"
+#include "app/file_dialogs.h"
+#include "app/jobs/convert_job.h"
+#include "app/main_frame.h"
+#include "app/session.h"
+#include "imagefiles/raw_files.h"
+#include "options/conversion_options_of.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+#include "rawconvert/model_support.h"
+#include "rawconvert/ui/conversion_dialog.h"
+
+namespace ml::app {
+namespace {
+
+using rawconvert::ConversionChoice;
+using rawconvert::ui::ConversionAnswer;
+using rawconvert::ui::ConversionDialog;
+using rawconvert::ui::ConversionQuestion;
+
+/// What a dialog was asked about its first image, and told.
+struct Asked {
+  ConversionAnswer answer = ConversionAnswer::Cancel;
+  ConversionChoice choice;
+  rawconvert::BatchConversion batch;  ///< without files
+};
+
+/// The dialog over `path` and `count` images in all. Puts what is to be remembered into the settings.
+Asked AskConversion(CommandContext& context, const std::string& path, const metadata::ExifData& exif,
+                    std::optional<int> batchCount) {
+  auto& session = context.session;
+  auto& settings = session.settings;
+  Asked asked;
+  auto& choice = asked.choice;
+  choice = ConversionChoiceOf(settings);
+  auto& options = asked.batch.options;
+  options = options::ConversionOptionsOf(settings, exif, session.locale, session.Ask());
+  choice.profiles = {options.normalProfile, options.linearProfile};
+  const auto family = rawconvert::FamilyOf(path, exif);
+  rawconvert::OpenChoice(choice, family, exif);
+  const auto table = options::RawProfileTableOf(settings);
+  const ConversionQuestion question{
+      .path = path,
+      .exif = exif,
+      .family = family,
+      .batch = batchCount.has_value(),
+      .count = batchCount.value_or(1),
+      .selection = session.mode != ViewMode::Main && session.State().selectedCount > 0,
+      .profiles = table,
+      .chooseDirectory = [](QWidget& parent, const std::string& start) { return ChooseDirectory(parent, start); }};
+  ConversionDialog dialog(question, choice, session.Ask(), &context.frame);
+  asked.answer = dialog.RunAt(settings.dialogPlaces[batchCount ? "BatchConvert" : "ConvertRawImage"]);
+  if (asked.answer == ConversionAnswer::Cancel) {
+    PutOpenedChoice(choice, settings);
+    return asked;
+  }
+  choice = dialog.Choice();
+  rawconvert::AcceptChoice(choice, family);
+  PutConversionChoice(choice, settings);
+  asked.batch.outputDirectory = rawconvert::ConversionDirectory(path, choice.directory);
+  asked.batch.appendMethodLetter = choice.appendMethodLetter;
+  options.format = choice.format;
+  options.quality = choice.quality;
+  options.resolution = choice.resolution;
+  options.normalProfile = choice.profiles.normal;
+  options.linearProfile = choice.profiles.linear;
+  return asked;
+}
+
+/// `first`, and then all others, or the selected ones, that are raw.
+std::vector<std::string> WithOthers(const Session& session, const std::string& first, bool selected) {
+  std::vector<std::string> files{first};
+  const auto& list = session.list;
+  for (std::size_t i = 0; i < list.files.size(); ++i) {
+    const auto& path = list.files[i];
+    if (path == first || (selected && !list.marks[i].selected)) continue;
+    if (imagefiles::IsRawFile(path)) files.push_back(path);
+  }
+  return files;
+}
+
+void ConvertImage(CommandContext& context) {
+  auto& session = context.session;
+  const int index = session.TargetIndex();
+  if (index < 0) return;
+  const auto path = session.list.files[static_cast<std::size_t>(index)];
+  const bool selection = session.mode != ViewMode::Main && session.State().selectedCount > 0;
+  const metadata::ExifData exif(path, session.ImageOptions().ForExif());
+  rawconvert::RequireConvertible(exif);
+  auto asked = AskConversion(context, path, exif, std::nullopt);
+  if (asked.answer == ConversionAnswer::Cancel) return;
+  asked.batch.files = asked.answer == ConversionAnswer::One ? std::vector{path} : WithOthers(session, path, selection);
+  RunConversion(context, asked.batch, asked.choice.settings);
+}
+
+/// Of the list what is selected and raw; in the main view all of it. Kept: that leaves out NEF files.
+std::vector<std::string> FilesOfBatch(const Session& session) {
+  const bool all = session.mode == ViewMode::Main;
+  std::vector<std::string> files;
+  for (std::size_t i = 0; i < session.list.files.size(); ++i) {
+    const auto& path = session.list.files[i];
+    const bool named = platform::EndsWithNoCase(path, ".crw") || platform::EndsWithNoCase(path, ".tif");
+    if ((all ? named : session.list.marks[i].selected) && imagefiles::IsRawFile(path)) files.push_back(path);
+  }
+  return files;
+}
+
+void BatchConvert(CommandContext& context) {
+  auto& session = context.session;
+  const auto files = FilesOfBatch(session);
+  if (files.empty()) {
+    const auto sentence = session.mode == ViewMode::Main ? kNothingToConvert : kSelectToConvert;
+    return session.Ask().message({.text = std::string(sentence)});
+  }
+  // A batch is neither post-processed nor bound to one white balance, whatever single images were told.
+  auto& raw = session.settings.raw;
+  const auto restore = qScopeGuard([&raw, postProcess = raw.postProcess, same = raw.sameWhiteBalance] {
+    raw.postProcess = postProcess;
+    raw.sameWhiteBalance = same;
+  });
+  raw.postProcess = raw.sameWhiteBalance = 0;
+  const metadata::ExifData exif(files.front(), session.ImageOptions().ForExif());
+  auto asked = AskConversion(context, files.front(), exif, static_cast<int>(files.size()));
+  if (asked.answer == ConversionAnswer::Cancel) return;
+  asked.batch.files = files;
+  RunConversion(context, asked.batch, asked.choice.settings);
+}
+
+constexpr HandlerRow kHandlers[] = {
+    {CommandId::ConvertRawImage, ConvertImage},
+    {CommandId::BatchConvert, BatchConvert},
+};
+
+}  // namespace
+
+std::span<const HandlerRow> ConvertHandlers() { return kHandlers; }
+
+}  // namespace ml::app
