@@ -23,6 +23,7 @@ void AddThumbCommand(CLI::App& program, RunState& state);
 void AddPreviewCommand(CLI::App& program, RunState& state);
 void AddHistogramCommand(CLI::App& program, RunState& state);
 void AddRawCommand(CLI::App& program, RunState& state);
+void AddRegenerateJpegCommand(CLI::App& program, RunState& state);
 void AddRotateCommand(CLI::App& program, RunState& state);
 void AddAdjustTimeCommand(CLI::App& program, RunState& state);
 void AddTimestampCommand(CLI::App& program, RunState& state);

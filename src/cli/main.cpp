@@ -76,6 +76,7 @@ int Main(int argc, char** argv) {
   AddPreviewCommand(program, state);
   AddHistogramCommand(program, state);
   AddRawCommand(program, state);
+  AddRegenerateJpegCommand(program, state);
   AddRotateCommand(program, state);
   AddAdjustTimeCommand(program, state);
   AddTimestampCommand(program, state);

@@ -127,6 +127,7 @@ TEST_F(EditCommands, OneFailureDoesNotKeepTheOthers) {
   for (const auto& command : std::vector<std::vector<std::string>>{
            {"thumbnail", "--regenerate", gif},
            {"embed-profile", "--profile", text, photo},
+           {"regenerate-jpeg", photo},
            {"delete", "--permanent", photo},
            {"delete", photo, later},
            {"copy", "--to", dir / "missing", photo},
