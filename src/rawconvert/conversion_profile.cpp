@@ -2,7 +2,7 @@
 
 #include "imagefiles/source_profile.h"
 #include "platform/read_directory.h"
-#include "rawconvert/conversion_messages.h"
+#include "rawconvert/messages.h"
 
 namespace ml::rawconvert {
 namespace {

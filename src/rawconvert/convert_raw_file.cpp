@@ -13,8 +13,8 @@
 #include "metadata/exif_data.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
-#include "rawconvert/conversion_messages.h"
 #include "rawconvert/develop_raw_file.h"
+#include "rawconvert/messages.h"
 #include "rawconvert/pass_progress.h"
 #include "rawconvert/post_process.h"
 

@@ -5,7 +5,7 @@
 #include "imaging/operators/combine_renders.h"
 #include "platform/errors.h"
 #include "rawconvert/capabilities.h"
-#include "rawconvert/conversion_messages.h"
+#include "rawconvert/messages.h"
 #include "rawconvert/nef/develop_nef.h"
 #include "rawconvert/normalise_settings.h"
 #include "rawconvert/picture_collection.h"

@@ -32,11 +32,49 @@ inline std::string FormatNotSupported(const std::string& model) { return model +
 
 inline constexpr char kUndefinedCode[] = "Undefined CDSDK error";
 
-inline constexpr char kNameTooLong[] = "Its name is longer than 31 characters.";
+inline constexpr char kNameTooLong[] = "the name of a Canon raw file must be no more than 31 characters long";
 
 /// Of developing a whole file for those who edit it.
 inline std::string CannotDevelop(const std::string& path, const std::string& reason) {
   return "Unable to develop:\n" + path + "\n" + reason;
 }
+
+// What a conversion says while it works.
+
+inline constexpr char kConverting[] = "Converting raw file...";
+inline constexpr char kHighlights[] = "Converting raw image for highlights...";
+inline constexpr char kCombining[] = "Combining images...";
+inline constexpr char kReducingNoise[] = "Applying Smart Noise Reduction Filter...";
+inline constexpr char kAutoLevels[] = "Auto levels...";
+inline constexpr char kManualLevels[] = "Adjusting levels...";
+inline constexpr char kResizing[] = "Resizing image...";
+inline constexpr char kUnsharpMask[] = "Applying unsharp mask...";
+inline constexpr char kHqSharpening[] = "Applying HQ style sharpening...";
+inline constexpr char kWriting[] = "Writing image...";
+
+inline constexpr char kNoProfile[] = "Profile file does not exist:\n";
+
+// What a run of conversions says; a path follows where a text ends in a line break or a blank.
+
+inline constexpr char kTitle[] = "Convert RAW Files";
+
+inline constexpr char kMakingDirectory[] = "Creating output directory for converted files:\n";
+inline constexpr char kError[] = "Error: ";
+inline constexpr char kNoDirectory[] = "\nis not a directory";
+inline constexpr char kCreating[] = "Error creating directory:\n";
+
+inline constexpr char kSameFile[] = "Sorry, the source and destination files must be different\nFile: ";
+inline constexpr char kSameFileChoice[] =
+    "\n\nPlease press Yes to continue and choose a new destination filename or\nNo to skip this file.";
+inline constexpr char kStillSame[] = "Source and destination filenames are still the same.\nThis file will be ignored.";
+inline constexpr char kSavedAsSource[] =
+    "Sorry, source and destination filenames must be different.\nThis file will be ignored.";
+inline constexpr char kSaveAs[] = "Save As";
+
+inline constexpr char kNoPicture[] = "no picture found";
+
+inline constexpr char kInPlaceOfSource[] = "the picture would take the place of a raw file";
+
+inline constexpr char kErrorConverting[] = "Error converting ";
 
 }  // namespace ml::rawconvert::messages

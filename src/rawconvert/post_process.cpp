@@ -6,7 +6,7 @@
 #include "imaging/operators/auto_levels.h"
 #include "imaging/operators/picture_operators.h"
 #include "platform/errors.h"
-#include "rawconvert/conversion_messages.h"
+#include "rawconvert/messages.h"
 
 namespace ml::rawconvert {
 namespace {

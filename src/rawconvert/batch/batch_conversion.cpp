@@ -11,13 +11,12 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "rawconvert/batch/messages.h"
 #include "rawconvert/batch/output_chooser.h"
 #include "rawconvert/batch/output_directory.h"
 #include "rawconvert/batch/time_estimate.h"
-#include "rawconvert/conversion_messages.h"
 #include "rawconvert/develop_error.h"
 #include "rawconvert/develop_raw_file.h"
+#include "rawconvert/messages.h"
 #include "rawconvert/picture_collection.h"
 
 namespace ml::rawconvert {

@@ -5,7 +5,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
-#include "rawconvert/batch/messages.h"
+#include "rawconvert/messages.h"
 
 namespace ml::rawconvert {
 namespace {
