@@ -12,13 +12,13 @@
 #include <filesystem>
 
 #include "app/dialogs/path_field.h"
-#include "app/dialogs/remark.h"
 #include "app/preferences/ui/token_button.h"
 #include "imagefiles/tools/messages.h"
 #include "platform/paths.h"
 #include "platform/ui/field_frame.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
+#include "platform/ui/remark.h"
 
 namespace ml::app {
 namespace {
@@ -115,7 +115,7 @@ class ExportDialog final : public ToolDialog {
     delimiter_->setFixedWidth(delimiter_->fontMetrics().averageCharWidth() * 8);
     delimiter_->setToolTip(QStringLiteral("What stands between the fields, and for | in fields of your own"));
     layout->addWidget(delimiter_);
-    delimiterRemark_ = MakeRemark(whole);
+    delimiterRemark_ = platform::ui::MakeRemark(whole);
     layout->addWidget(delimiterRemark_);
     auto* label = AddField(grid, "&Delimiter:", *whole, *delimiter_);
     header_ = new QCheckBox(QStringLiteral("Begin with a line of &headings"), this);
@@ -169,7 +169,7 @@ class ExportDialog final : public ToolDialog {
     for (auto* field : {static_cast<QWidget*>(format_), static_cast<QWidget*>(insert_)}) {
       Enable(table && own_->isChecked(), table ? kUsualFields : kNoTable, *field);
     }
-    SetRemarkText(*delimiterRemark_, table && !Delimiter() ? std::string(messages::kBadDelimiter) : "");
+    platform::ui::SetRemarkText(*delimiterRemark_, table && !Delimiter() ? std::string(messages::kBadDelimiter) : "");
     const auto settings = Choice().settings;
     output_->SetRemark(table ? OutputRemark(settings.output) : "");
     const auto name =

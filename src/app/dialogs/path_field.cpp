@@ -6,9 +6,9 @@
 #include <QVBoxLayout>
 
 #include "app/dialogs/byte_line.h"
-#include "app/dialogs/remark.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/ui/remark.h"
 
 namespace ml::app {
 namespace {
@@ -18,7 +18,7 @@ constexpr int kWidthInCharacters = 56;
 }  // namespace
 
 PathField::PathField(const std::string& path, std::string base, Browse browse, QWidget* parent)
-    : QWidget(parent), base_(std::move(base)), line_(new ByteLine(path)), remark_(MakeRemark(this)) {
+    : QWidget(parent), base_(std::move(base)), line_(new ByteLine(path)), remark_(platform::ui::MakeRemark(this)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* row = new QHBoxLayout;
@@ -44,7 +44,7 @@ std::string PathField::Path() const {
   return platform::AbsolutePath(path.front() == '/' ? std::string(path) : platform::JoinPath(base_, path));
 }
 
-void PathField::SetRemark(const std::string& remark) { SetRemarkText(*remark_, remark); }
+void PathField::SetRemark(const std::string& remark) { platform::ui::SetRemarkText(*remark_, remark); }
 
 QWidget& PathField::Line() { return *line_; }
 

@@ -7,8 +7,8 @@
 #include <QVBoxLayout>
 
 #include "app/dialogs/refusal_box.h"
-#include "app/dialogs/remark.h"
 #include "platform/ui/qt_text.h"
+#include "platform/ui/remark.h"
 
 namespace ml::app {
 
@@ -31,8 +31,8 @@ ToolDialog::ToolDialog(QWidget& parent, const Texts& texts, const ToolImages& im
   fields_ = new QVBoxLayout;
   layout->addLayout(fields_, 1);
   const bool nothing = images.selected.empty();
-  auto* remark = MakeRemark(this);
-  if (nothing) SetRemarkText(*remark, std::string(texts.pleaseSelect));
+  auto* remark = platform::ui::MakeRemark(this);
+  if (nothing) platform::ui::SetRemarkText(*remark, std::string(texts.pleaseSelect));
   layout->addWidget(remark);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   auto* all = buttons->addButton(ToQString(texts.all), QDialogButtonBox::ActionRole);

@@ -33,12 +33,14 @@ FloatPlane LumaOf(const PixelBuffer& pixels, int first, int end) {
 /// Five by five around each pixel of a row, weights 1 4 6 4 1: a bell of one pixel's width.
 class Neighbours {
  public:
-  Neighbours(const FloatPlane& luma, int y) {
+  explicit Neighbours(int width) : columns_(Size(width)), lowest_(Size(width)), highest_(Size(width)) {}
+
+  void GoTo(const FloatPlane& luma, int y) {
     for (int i = -2; i <= 2; ++i) rows_[i + 2] = luma.Row(std::clamp(y + i, 0, luma.height - 1));
-    for (int x = 0; x < luma.width; ++x) {
-      columns_.push_back((rows_[0][x] + rows_[4][x] + 4 * (rows_[1][x] + rows_[3][x]) + 6 * rows_[2][x]) / 16);
-      lowest_.push_back(std::min({rows_[1][x], rows_[2][x], rows_[3][x]}));
-      highest_.push_back(std::max({rows_[1][x], rows_[2][x], rows_[3][x]}));
+    for (std::size_t x = 0; x < columns_.size(); ++x) {
+      columns_[x] = (rows_[0][x] + rows_[4][x] + 4 * (rows_[1][x] + rows_[3][x]) + 6 * rows_[2][x]) / 16;
+      lowest_[x] = std::min({rows_[1][x], rows_[2][x], rows_[3][x]});
+      highest_[x] = std::max({rows_[1][x], rows_[2][x], rows_[3][x]});
     }
   }
 
@@ -59,7 +61,9 @@ class Neighbours {
   }
 
  private:
-  const float* rows_[5];
+  static std::size_t Size(int width) { return static_cast<std::size_t>(width); }
+
+  const float* rows_[5] = {};
   std::vector<float> columns_, lowest_, highest_;
 };
 
@@ -67,8 +71,9 @@ template <class Sample>
 void SharpenBand(const PixelBuffer& source, int first, int end, float strength, PixelBuffer& target) {
   const int from = std::max(0, first - kMargin), to = std::min(source.height, end + kMargin);
   const auto luma = LumaOf<Sample>(source, from, to);
+  Neighbours neighbours(source.width);
   for (int y = first; y < end; ++y) {
-    const Neighbours neighbours(luma, y - from);
+    neighbours.GoTo(luma, y - from);
     auto* out = reinterpret_cast<Sample*>(target.Row(y));
     for (int x = 0; x < source.width; ++x, out += 3) {
       auto colour = DifferenceOf(out);

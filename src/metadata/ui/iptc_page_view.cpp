@@ -10,6 +10,7 @@
 #include "metadata/ui/iptc_list_editor.h"
 #include "metadata/ui/messages.h"
 #include "platform/ui/qt_text.h"
+#include "platform/ui/remark.h"
 
 namespace ml::metadata::ui {
 namespace {
@@ -25,14 +26,6 @@ QString PlainLabel(const IptcField& field) { return ToQString(field.label).remov
 
 bool GrowsDown(const IptcField& field) {
   return field.kind == IptcFieldKind::List || field.kind == IptcFieldKind::Text;
-}
-
-QLabel* MakeRemark(QWidget* parent) {
-  auto* remark = new QLabel(parent);
-  remark->setTextFormat(Qt::PlainText);
-  remark->setWordWrap(true);
-  remark->hide();
-  return remark;
 }
 
 }  // namespace
@@ -68,7 +61,7 @@ void IptcPageView::AddField(const IptcField& field, const IptcField* time, QGrid
                             const std::function<IptcKnownTimes()>& times) {
   const int line = grid.rowCount();
   auto* label = new QLabel(ToQString(field.label), content_);
-  auto* remark = MakeRemark(content_);
+  auto* remark = platform::ui::MakeRemark(content_);
   auto* editor = AddEditor(field, label, remark, content_);
   label->setBuddy(editor->Focus());
   const auto top = GrowsDown(field) ? Qt::AlignTop : Qt::AlignVCenter;

@@ -1,10 +1,10 @@
-#include "app/dialogs/remark.h"
+#include "platform/ui/remark.h"
 
 #include <QLabel>
 
 #include "platform/ui/qt_text.h"
 
-namespace ml::app {
+namespace ml::platform::ui {
 
 QLabel* MakeRemark(QWidget* parent) {
   auto* remark = new QLabel(parent);
@@ -16,8 +16,8 @@ QLabel* MakeRemark(QWidget* parent) {
 
 void SetRemarkText(QLabel& remark, const std::string& text) {
   // A sign before the words, which does not need an eye for colours.
-  remark.setText(text.empty() ? QString() : QStringLiteral("\u26a0 ") + platform::ui::ToLabel(text));
+  remark.setText(text.empty() ? QString() : QStringLiteral("\u26a0 ") + ToLabel(text));
   remark.setVisible(!text.empty());
 }
 
-}  // namespace ml::app
+}  // namespace ml::platform::ui
