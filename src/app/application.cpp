@@ -71,10 +71,8 @@ void SaveOrAsk(platform::Interaction& ask, const std::function<void()>& save) {
     try {
       return save();
     } catch (const platform::UserError& error) {
-      const platform::MessageBox box{.text = TryAgain(error.what()),
-                                     .caption = "Error",
-                                     .icon = platform::BoxIcon::Error,
-                                     .buttons = platform::Buttons::YesNo};
+      const platform::MessageBox box{
+          .text = TryAgain(error.what()), .icon = platform::BoxIcon::Error, .buttons = platform::Buttons::YesNo};
       if (ask.ask(box) != platform::Button::Yes) return;
     }
   }

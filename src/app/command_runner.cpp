@@ -55,7 +55,7 @@ void CommandRunner::Do(const std::function<void()>& act) {
   } catch (const platform::Cancelled&) {
     // The user knows.
   } catch (const std::exception& error) {
-    session_.Ask().message({.text = error.what(), .caption = "Error", .icon = platform::BoxIcon::Error});
+    session_.Ask().message({.text = error.what(), .icon = platform::BoxIcon::Error});
   }
   frame_.UpdateAll();
 }

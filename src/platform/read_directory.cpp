@@ -53,6 +53,14 @@ bool IsDirectory(const std::string& path) {
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool IsMountPoint(const std::string& directory) {
+  struct stat here {
+  }, above{};
+  if (::lstat(directory.c_str(), &here) != 0 || !S_ISDIR(here.st_mode)) return false;
+  if (::lstat((directory + "/..").c_str(), &above) != 0) return false;
+  return here.st_dev != above.st_dev || here.st_ino == above.st_ino;
+}
+
 bool IsNameTaken(const std::string& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0;

@@ -201,12 +201,15 @@ TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
 
 TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
   const test::CameraRaw raw{.width = 64, .height = 48};
-  photos.Write("9.tif", test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build());
+  const auto tif = test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build();
+  for (const char* name : {"8.TIF", "9.tif"}) photos.Write(name, tif);
+  photos.Write("8.JPG", "as the camera writes it");
   for (const int wanted : {0, 1}) {
     session.settings.catalogue.autoCreateEos1DRawJpegs = wanted;
     session.Images().RefreshDirectory();
     QTest::qWait(50);
     EXPECT_EQ(platform::Exists(photos / "9.jpg"), wanted == 1);
+    EXPECT_FALSE(platform::Exists(photos / "8.jpg")) << "it has one";
   }
   EXPECT_GE(session.list.IndexOfPath(photos / "9.tif"), 0);
   EXPECT_EQ(session.list.IndexOfPath(photos / "9.jpg"), -1) << "it stands for the raw file";
