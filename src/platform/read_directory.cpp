@@ -1,6 +1,7 @@
 #include "platform/read_directory.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -54,11 +55,9 @@ bool IsDirectory(const std::string& path) {
 }
 
 bool IsMountPoint(const std::string& directory) {
-  struct stat here {
-  }, above{};
-  if (::lstat(directory.c_str(), &here) != 0 || !S_ISDIR(here.st_mode)) return false;
-  if (::lstat((directory + "/..").c_str(), &above) != 0) return false;
-  return here.st_dev != above.st_dev || here.st_ino == above.st_ino;
+  struct statx status {};
+  if (::statx(AT_FDCWD, directory.c_str(), AT_SYMLINK_NOFOLLOW, STATX_TYPE, &status) != 0) return false;
+  return S_ISDIR(status.stx_mode) && (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
 bool IsNameTaken(const std::string& path) {
