@@ -30,6 +30,7 @@ std::span<const HandlerRow> CatalogueHandlers();
 std::span<const HandlerRow> ConvertHandlers();
 std::span<const HandlerRow> DirectoryHandlers();
 std::span<const HandlerRow> EditHandlers();
+std::span<const HandlerRow> EditorHandlers();
 std::span<const HandlerRow> ExifToolHandlers();
 std::span<const HandlerRow> FileHandlers();
 std::span<const HandlerRow> OrderHandlers();
