@@ -19,8 +19,8 @@ using HandlerTable = std::array<Handler, kCommandCount>;
 HandlerTable CollectHandlers() {
   HandlerTable handlers{};
   for (const auto group :
-       {CatalogueHandlers(), ConvertHandlers(), DirectoryHandlers(), EditHandlers(), EditorHandlers(),
-        ExifToolHandlers(), FileHandlers(), IptcHandlers(), OrderHandlers(), PreferencesHandlers(), RenameHandlers(),
+       {CatalogueHandlers(), ConvertHandlers(), DirectoryHandlers(), EditHandlers(), ExifToolHandlers(), FileHandlers(),
+        IptcHandlers(), OrderHandlers(), PreferencesHandlers(), ProgramHandlers(), RenameHandlers(),
         SlideshowHandlers(), TagHandlers(), ViewHandlers(), DisplayHandlers(), HelpHandlers()}) {
     for (const auto& row : group) {
       auto& place = handlers.at(static_cast<std::size_t>(row.id));

@@ -201,7 +201,10 @@ TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
 
 TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
   const test::CameraRaw raw{.width = 64, .height = 48};
-  photos.Write("9.tif", test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build());
+  const auto content = test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build();
+  photos.Write("9.tif", content);
+  photos.Write("8.TIF", content);
+  photos.Write("8.JPG", "made by the camera");
   for (const int wanted : {0, 1}) {
     session.settings.catalogue.autoCreateEos1DRawJpegs = wanted;
     session.Images().RefreshDirectory();
@@ -211,6 +214,7 @@ TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
   EXPECT_GE(session.list.IndexOfPath(photos / "9.tif"), 0);
   EXPECT_EQ(session.list.IndexOfPath(photos / "9.jpg"), -1) << "it stands for the raw file";
   EXPECT_EQ(metadata::ExifData(photos / "9.jpg").imageWidth, 4);
+  EXPECT_FALSE(platform::Exists(photos / "8.jpg"));
 }
 
 TEST_F(ConvertCommand, ShowsWhatItMadeInTheDirectoryOnShow) {

@@ -278,7 +278,7 @@ TEST_F(Views, EnterDoesWhatTheSettingsSay) {
   EXPECT_EQ(session->mode, ViewMode::FilmStripBelow);
   QTest::keyClick(&List(), Qt::Key_Return);
   EXPECT_EQ(session->mode, ViewMode::Thumbnails);
-  Kept().imageDclickAction = 2;
+  Kept().imageDclickAction = 1;
   QTest::keyClick(&List(), Qt::Key_Return);
   EXPECT_EQ(session->mode, ViewMode::Main) << "there is no such command yet";
   Kept().imageDclickAction = 0;

@@ -7,12 +7,14 @@
 #include "platform/interaction.h"
 #include "platform/start_program.h"
 
-/// What the command that opens images in another program says.
+/// What the commands that hand images to other programs say.
 namespace ml::app {
 
 inline constexpr std::string_view kSelectToEdit = "Please select an image to be edited";
 inline constexpr std::string_view kNoEditor =
     "No program is named in the Preferences (Editor, Command line) to edit images with.";
+
+inline std::string NoSoundNote(const std::string& path) { return "There is no sound note beside:\n" + path; }
 
 inline platform::MessageBox UnableToFindForEdit(const std::string& path) {
   return {.text = "Unable to find file:\n" + path,

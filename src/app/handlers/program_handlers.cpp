@@ -3,13 +3,15 @@
 #include <vector>
 
 #include "app/command_runner.h"
-#include "app/editor_messages.h"
 #include "app/handlers/convert_image.h"
 #include "app/jobs/image_job.h"
+#include "app/program_messages.h"
 #include "app/session.h"
 #include "imagefiles/raw_files.h"
 #include "options/conversion_options_of.h"
+#include "platform/companion_set.h"
 #include "platform/errors.h"
+#include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "platform/start_program.h"
 #include "platform/text.h"
@@ -51,14 +53,15 @@ std::string FileForEditor(CommandContext& context, const std::string& path) {
   return converted.empty() ? ConvertForEditor(context, path) : converted;
 }
 
+/// Of the image at hand, without which these commands are off.
+std::string TargetPath(const Session& session) {
+  return session.list.files.at(static_cast<std::size_t>(session.TargetIndex()));
+}
+
 void EditImage(CommandContext& context) {
   auto& session = context.session;
-  std::vector<std::string> paths;
-  if (session.settings.editor.allowMultiEdit != 0) {
-    paths = TargetsOf(context, kSelectToEdit);
-  } else if (const int index = session.TargetIndex(); index >= 0) {
-    paths.push_back(session.list.files[static_cast<std::size_t>(index)]);
-  }
+  const auto paths = session.settings.editor.allowMultiEdit != 0 ? TargetsOf(context, kSelectToEdit)
+                                                                 : std::vector{TargetPath(session)};
   for (const auto& path : paths) {
     const auto file = platform::Exists(path) ? FileForEditor(context, path) : path;
     if (file.empty()) continue;
@@ -70,10 +73,24 @@ void EditImage(CommandContext& context) {
   }
 }
 
-constexpr HandlerRow kHandlers[] = {{CommandId::EditImage, EditImage}};
+void PlayVideo(CommandContext& context) { platform::OpenByDesktop(TargetPath(context.session)); }
+
+void PlaySound(CommandContext& context) {
+  const auto path = TargetPath(context.session);
+  platform::DirIndex index{std::string(platform::DirectoryOf(path))};
+  const auto sound = platform::FindCompanion(path, ".wav", index);
+  if (sound.empty()) throw platform::UserError(NoSoundNote(path));
+  platform::OpenByDesktop(sound);
+}
+
+constexpr HandlerRow kHandlers[] = {
+    {CommandId::EditImage, EditImage},
+    {CommandId::PlayVideo, PlayVideo},
+    {CommandId::PlaySound, PlaySound},
+};
 
 }  // namespace
 
-std::span<const HandlerRow> EditorHandlers() { return kHandlers; }
+std::span<const HandlerRow> ProgramHandlers() { return kHandlers; }
 
 }  // namespace ml::app
