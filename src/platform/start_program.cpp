@@ -61,6 +61,7 @@ void StartProgram(const std::vector<std::string>& command) {
   };
   auto words = command;
   std::vector<gchar*> argv;
+  argv.reserve(words.size() + 1);
   for (auto& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);
   constexpr auto kFlags =

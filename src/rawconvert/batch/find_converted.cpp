@@ -37,7 +37,7 @@ std::string FindConverted(const std::string& source, const std::string& director
   for (const auto ending : EndingsOf(format)) {
     const auto found = index.Find(stem + std::string(ending));
     if (!found) continue;
-    const auto path = platform::JoinPath(directory, *found);
+    auto path = platform::JoinPath(directory, *found);
     if (!platform::SameFile(path, source)) return path;
   }
   return {};
