@@ -27,6 +27,7 @@ struct CommandState {
   bool blackAndWhite = false;
   bool statusBarShown = true;
   FileKinds targetKinds{};         ///< of the image of Target()
+  bool targetHasSound = false;     ///< it is marked as having a sound note beside it
   FileKinds kinds{};               ///< any of: the selected images, or in the main view the image on show
   bool hasGallery = false;         ///< an earlier gallery lies beside the first image
   bool treeHasFocus = false;       ///< the keys go to the directory tree
