@@ -47,8 +47,7 @@ std::string ExifFileOf(const std::string& source) {
   for (const char* extension : {".jpg", ".jpe", ".jpeg"}) {
     if (platform::EndsWithNoCase(source, extension)) return source;
   }
-  platform::DirIndex index{std::string(platform::DirectoryOf(source))};
-  return platform::FindCompanion(source, ".thm", index);
+  return platform::FindCompanion(source, ".thm");
 }
 
 /// The first EXIF segment and all other APP1 segments; further EXIF segments are dropped.

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <initializer_list>
+#include <optional>
 
 #include "platform/paths.h"
 #include "platform/read_directory.h"
@@ -37,6 +38,14 @@ std::string FindCompanion(const std::string& path, std::string_view extension, D
   if (!found) return {};
   auto companion = std::string(parts.directory) + *found;
   return companion != path && IsRegularFile(companion) ? companion : std::string();
+}
+
+std::string FindCompanion(const std::string& path, std::string_view extension) {
+  thread_local std::optional<DirIndex> last;
+  const auto directory = DirectoryOf(path);
+  const std::string place(directory.empty() ? "." : directory);
+  if (!last || last->Directory() != place) last.emplace(place);
+  return FindCompanion(path, extension, *last);
 }
 
 CompanionSet FindCompanions(const std::string& path, CompanionFacts facts, DirIndex& index) {

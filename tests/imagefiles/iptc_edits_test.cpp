@@ -86,6 +86,19 @@ TEST_F(IptcEdits, ProtectedFilesAreProtectedAgain) {
   struct stat status {};
   ASSERT_EQ(::stat(path.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0444U);
+
+  const std::pair<const char*, const char*> sentences[] = {
+      {"gone.psd", "Unable to write IPTC data because image is read-only"},
+      {"gone.png", "Unable to write IPTC because image is read-only"}};
+  for (const auto& [name, sentence] : sentences) {
+    ImageFile gone(*FindFormat(name), dir / name, options);
+    try {
+      WriteIptc(gone, {}, edit);
+      ADD_FAILURE() << name;
+    } catch (const platform::UserError& error) {
+      EXPECT_STREQ(error.what(), sentence);
+    }
+  }
 }
 
 TEST_F(IptcEdits, CommentsThatAreCaptions) {

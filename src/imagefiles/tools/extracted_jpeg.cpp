@@ -1,12 +1,11 @@
 #include "imagefiles/tools/extracted_jpeg.h"
 
-#include <algorithm>
 #include <array>
-#include <optional>
 
 #include "imagefiles/edits/jpeg_edits.h"
 #include "imagefiles/edits/jpeg_thumbnail.h"
 #include "imagefiles/edits/jpeg_turn.h"
+#include "imagefiles/edits/turned_orientation.h"
 #include "imagefiles/tools/messages.h"
 #include "imaging/read_whole.h"
 #include "metadata/edit/edited_file.h"
@@ -22,10 +21,6 @@ using imaging::JpegTransform;
 using metadata::EditedFile;
 
 void AddNote(ExtractedJpeg& jpeg, const std::string& note) { jpeg.note += (jpeg.note.empty() ? "" : "; ") + note; }
-
-int DegreesOf(imaging::Turn turn) {
-  return turn == imaging::Turn::cw90 ? 90 : turn == imaging::Turn::half ? 180 : turn == imaging::Turn::cw270 ? 270 : 0;
-}
 
 void Keep(ExtractedJpeg& jpeg, const EditedFile& edited) {
   if (edited.Touched()) jpeg.bytes = imaging::ReadWhole(edited);
@@ -54,16 +49,11 @@ void MakeUpright(ExtractedJpeg& jpeg, JpegTransform transform) try {
   AddNote(jpeg, tool_messages::NotTurned(error.what()));
 }
 
-std::optional<std::uint32_t> OwnOrientation(const std::vector<std::byte>& jpeg) {
-  const auto place = metadata::FindExifOrientation(metadata::MemorySource(jpeg));
-  return place ? std::optional(place->value) : std::nullopt;
-}
-
 }  // namespace
 
 void FinishJpeg(ExtractedJpeg& jpeg, imaging::Turn turn, const ExtractedJpegWishes& wishes) {
   auto transform = imaging::TransformOf(turn);
-  if (transform == JpegTransform::None) transform = TransformToUpright(OwnOrientation(jpeg.bytes).value_or(1));
+  if (transform == JpegTransform::None) transform = TransformToUpright(metadata::MemorySource(jpeg.bytes));
   if (wishes.exif != nullptr) TakeExif(jpeg, turn, wishes);
   if (wishes.upright && transform != JpegTransform::None) MakeUpright(jpeg, transform);
 }
