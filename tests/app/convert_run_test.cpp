@@ -201,13 +201,17 @@ TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
 
 TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
   const test::CameraRaw raw{.width = 64, .height = 48};
-  photos.Write("9.tif", test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build());
+  const auto tif = test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build();
+  photos.Write("8.TIF", tif);
+  photos.Write("8.JPG", "the camera's");
+  photos.Write("9.tif", tif);
   for (const int wanted : {0, 1}) {
     session.settings.catalogue.autoCreateEos1DRawJpegs = wanted;
     session.Images().RefreshDirectory();
     QTest::qWait(50);
     EXPECT_EQ(platform::Exists(photos / "9.jpg"), wanted == 1);
   }
+  EXPECT_FALSE(platform::Exists(photos / "8.jpg")) << "there is one, in other letters";
   EXPECT_GE(session.list.IndexOfPath(photos / "9.tif"), 0);
   EXPECT_EQ(session.list.IndexOfPath(photos / "9.jpg"), -1) << "it stands for the raw file";
   EXPECT_EQ(metadata::ExifData(photos / "9.jpg").imageWidth, 4);

@@ -9,18 +9,24 @@
 #include "app/session.h"
 #include "imagefiles/edits/developed_jpegs.h"
 #include "imagefiles/eos1d_test.h"
+#include "platform/companion_set.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
-#include "platform/read_directory.h"
 
 namespace ml::app {
 namespace {
 
 std::vector<std::string> RawFilesWithout(Session& session) {
   std::vector<std::string> paths;
+  platform::DirIndexes indexes;
+  const auto hasJpeg = [&](const std::string& path) {
+    auto& index = indexes.Of(std::string(platform::DirectoryOf(path)));
+    return !platform::FindCompanion(path, ".jpg", index).empty();
+  };
   for (const auto& path : session.list.files) {
-    if (!platform::EndsWithNoCase(path, ".tif") || platform::Exists(platform::WithExtension(path, ".jpg"))) continue;
-    if (imagefiles::IsEos1DRawFile(path) && session.viewingJpegsTried.insert(path).second) paths.push_back(path);
+    if (!platform::EndsWithNoCase(path, ".tif") || hasJpeg(path)) continue;
+    // Not the handlers' wider test: only here would the catalogue take the JPEG for a companion.
+    if (imagefiles::catalogueEos1D(path) && session.viewingJpegsTried.insert(path).second) paths.push_back(path);
   }
   return paths;
 }
