@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "platform/errors.h"
+#include "platform/ui/qt_interaction.h"
 #include "support/fakes.h"
 
 namespace ml::platform::ui {
@@ -110,16 +111,27 @@ TEST(JobWindowTest, QuietJobHasNoneHoweverLongItTakes) {
   test::ScriptedInteraction ask;
   std::atomic<bool> enough = false;
   bool seen = false;
-  WhileItRuns([&] {
-    seen = seen || Window() != nullptr;
-    return enough.load();
-  });
+  const std::unique_ptr<QTimer> timer(WhileItRuns([&] { return (seen = seen || Window() != nullptr), false; }));
   QTimer::singleShot(900, [&] { enough = true; });
   RunJob(nullptr, {.title = QStringLiteral("Quiet"), .shows = JobWindowShows::Never}, ask,
          [&](const JobHost&, const std::stop_token&) {
            while (!enough) Rest();
          });
   EXPECT_FALSE(seen);
+}
+
+TEST(JobWindowTest, QuestionsAreAnsweredWhenTheProgramEnds) {
+  QtInteraction ask(nullptr);
+  auto answer = Button::Ok;
+  QTimer::singleShot(0, [&] {
+    QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+    RunJob(nullptr, {.title = QStringLiteral("Asking")}, ask, [&](const JobHost& host, const std::stop_token& stop) {
+      while (!stop.stop_requested()) Rest();
+      answer = host.ask.ask({.text = "Go on?", .buttons = Buttons::OkCancel});
+    });
+  });
+  QApplication::exec();
+  EXPECT_EQ(answer, Button::Cancel);
 }
 
 }  // namespace

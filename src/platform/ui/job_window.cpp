@@ -195,6 +195,8 @@ void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& j
     loop.exec();
   }
   if (!done) stop.request_stop();  // the program ends
+  // No loop runs any more, but a job that asks must get its answer before it can end.
+  while (!done) loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   thread.join();
   if (failure) std::rethrow_exception(failure);
 }
