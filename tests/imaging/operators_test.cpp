@@ -73,9 +73,9 @@ TEST(PictureOperators, ComputeInSixteenBits) {
   EXPECT_EQ(image().ToPixels(2).data, source.data);
 
   auto levelled = image();
-  ASSERT_TRUE(levelled.Level("8192.0,1.0,40960.0"));
-  EXPECT_NEAR(At16(levelled.ToPixels(2), 0)[0], 16384, 1);  // (16384 - 8192) / 32768 of 65535
-  EXPECT_EQ(At16(levelled.ToPixels(2), 2), (Colour{0, 65535, 49151}));
+  ASSERT_TRUE(levelled.Level("10000.0,1.0,50000.0"));
+  EXPECT_EQ(At16(levelled.ToPixels(2), 1), (Colour{65535, 16384, 16384}));  // (20000 - 10000) / 40000 of 65535
+  EXPECT_EQ(At16(levelled.ToPixels(2), 2), (Colour{0, 65535, 37303}));
 
   auto lighter = image();
   ASSERT_TRUE(ApplyGamma(lighter, 2.0));
