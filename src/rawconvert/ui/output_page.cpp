@@ -1,7 +1,5 @@
 #include "rawconvert/ui/output_page.h"
 
-#include <QFile>
-
 #include "platform/ui/qt_text.h"
 #include "rawconvert/batch/batch_conversion.h"
 #include "rawconvert/ui/messages.h"
@@ -9,6 +7,7 @@
 namespace ml::rawconvert::ui {
 namespace {
 
+using platform::ui::PathToQt;
 using platform::ui::ToQString;
 
 constexpr int kFolderWidth = 40, kLongestExample = 70;  ///< in characters
@@ -17,9 +16,6 @@ bool HasQuality(int format) {
   return format == static_cast<int>(OutputFormat::Jpeg) || format == static_cast<int>(OutputFormat::Jp2Bits8) ||
          format == static_cast<int>(OutputFormat::Jp2Bits16);
 }
-
-/// The bytes of a name that the toolkit cannot show are kept.
-QString PathText(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
 
 }  // namespace
 
@@ -77,7 +73,7 @@ void OutputPage::Browse() {
   ConversionChoice now;
   Take(now);
   const auto start = ConversionDirectory(question_.path, {false, now.directory.directory});
-  if (const auto chosen = question_.chooseDirectory(*window(), start)) folder_->setText(PathText(*chosen));
+  if (const auto chosen = question_.chooseDirectory(*window(), start)) folder_->setText(PathToQt(*chosen));
 }
 
 void OutputPage::Show(const ConversionChoice& choice) {
@@ -85,7 +81,7 @@ void OutputPage::Show(const ConversionChoice& choice) {
   quality_->Show(choice.quality);
   resolution_->Show(choice.resolution);
   (choice.directory.besideSource ? beside_ : elsewhere_)->setChecked(true);
-  folder_->setText(PathText(choice.directory.directory));
+  folder_->setText(PathToQt(choice.directory.directory));
   letter_->setChecked(choice.appendMethodLetter);
   Update();
 }

@@ -70,7 +70,7 @@ FieldWidgets Make(const ChoiceField& field, const PreferenceRow&, const Edited& 
 FieldWidgets Make(const CommandLineField&, const PreferenceRow&, const Edited& edited, QWidget* parent) {
   auto* line = MakeTextLine(parent);
   QObject::connect(line, &QLineEdit::textEdited, line, [edited](const QString& text) { edited(PathFromQt(text)); });
-  return {line, line, [line](const std::string& value) { line->setText(LineText(value)); }};
+  return {line, line, [line](const std::string& value) { line->setText(platform::ui::PathToQt(value)); }};
 }
 
 FieldWidgets MakeProfile(const PreferenceRow& row, const BrowseProfile& browse, const Edited& edited, QWidget* parent) {
@@ -84,7 +84,7 @@ FieldWidgets MakeProfile(const PreferenceRow& row, const BrowseProfile& browse, 
   QObject::connect(line, &QLineEdit::textChanged, line, [edited](const QString& text) { edited(PathFromQt(text)); });
   const auto show = [line](const std::string& value) {
     const QSignalBlocker quiet(line);
-    line->setText(LineText(value));
+    line->setText(platform::ui::PathToQt(value));
   };
   QObject::connect(button, &QPushButton::clicked, line, [line, browse, edited, show] {
     const auto chosen = browse ? browse(PathFromQt(line->text())) : std::nullopt;

@@ -60,7 +60,7 @@ FieldWidgets MakeFormatWidgets(const FormatField& field, const PreferenceRow& ro
   });
   const auto show = [=](const std::string& value) {
     const QSignalBlocker quiet(line);
-    line->setText(LineText(value));
+    line->setText(platform::ui::PathToQt(value));
     line->setCursorPosition(0);  // a format is known by its begin
     showExample(value);
   };

@@ -1,6 +1,5 @@
 #include "app/preferences/ui/text_line.h"
 
-#include <QFile>
 #include <QHBoxLayout>
 #include <QLineEdit>
 
@@ -15,10 +14,6 @@ QLineEdit* MakeTextLine(QWidget* parent) {
   auto* line = new QLineEdit(parent);
   line->setMinimumWidth(line->fontMetrics().averageCharWidth() * kTextWidthInCharacters);
   return line;
-}
-
-QString LineText(const std::string& bytes) {
-  return QFile::decodeName(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
 
 QWidget* SideBySide(QWidget* field, QWidget* button, QWidget* parent) {

@@ -10,8 +10,6 @@ namespace ml::app {
 
 /// Wide enough for a path or a text with tokens.
 QLineEdit* MakeTextLine(QWidget* parent);
-/// Bytes as such a line can give them back.
-QString LineText(const std::string& bytes);
 /// `field` takes the width that `button` leaves.
 QWidget* SideBySide(QWidget* field, QWidget* button, QWidget* parent);
 
