@@ -98,17 +98,6 @@ TEST(PictureOperators, ComputeInSixteenBits) {
   EXPECT_EQ(scaled.Width(), 7);
 }
 
-TEST(PictureOperators, FitIntoTheBoxAndFillIt) {
-  const auto fit = [](PictureSize picture, PictureSize box) {
-    const auto size = FitSize(picture, box);
-    return std::pair(size.width, size.height);
-  };
-  EXPECT_EQ(fit({3072, 2048}, {3000, 3000}), std::pair(3000, 2000));
-  EXPECT_EQ(fit({2048, 3072}, {3000, 3000}), std::pair(2000, 3000));
-  EXPECT_EQ(fit({100, 50}, {3000, 3000}), std::pair(3000, 1500));
-  EXPECT_EQ(fit({30000, 20000}, {150000, 150000}), std::pair(150000, 100000));
-}
-
 TEST(PictureOperators, SharpeningLeavesTheFrame) {
   // A bright square, so that every pixel at its edge changes.
   constexpr int kSide = 8;
