@@ -16,18 +16,17 @@
 #include <QTimer>
 #include <QWheelEvent>
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <thread>
 
 #include "app/application.h"
 #include "app/command_actions.h"
 #include "app/main_frame.h"
 #include "app/monkey_files.h"
+#include "app/monkey_watchdog.h"
 #include "app/picture_view.h"
 #include "app/session.h"
 #include "catalogue/ui/thumbnail_list_view.h"
@@ -43,8 +42,6 @@ using Clock = std::chrono::steady_clock;
 constexpr int kAnswerMilliseconds = 10, kCheckEvery = 500;
 /// Of processor time of the window's thread, so that a busy machine does not count.
 constexpr double kLongestStepSeconds = 2;
-/// Of wall time, for a step that waits for something that never comes.
-constexpr auto kStuck = std::chrono::seconds(90);
 constexpr long kAllowedGrowthKiB = 96L * 1024;
 
 #ifdef __SANITIZE_ADDRESS__
@@ -98,28 +95,6 @@ long MemoryKiB() {
   statm >> total >> resident;
   return resident * (::sysconf(_SC_PAGESIZE) / 1024);
 }
-
-/// Ends the program with a message if the window's thread does not answer any more.
-class Watchdog {
- public:
-  void Alive() { ++beats_; }
-
- private:
-  void Watch(const std::stop_token& stop) {
-    auto since = Clock::now();
-    for (long seen = -1; !stop.stop_requested(); std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
-      if (const long now = beats_; now != seen) {
-        seen = now;
-        since = Clock::now();
-      } else if (Clock::now() - since > kStuck) {
-        std::fputs("monkey: the window's thread is stuck\n", stderr);
-        std::abort();
-      }
-    }
-  }
-  std::atomic<long> beats_ = 0;
-  std::jthread thread_{[this](const std::stop_token& stop) { Watch(stop); }};
-};
 
 class Monkey {
  public:
@@ -326,7 +301,7 @@ class Monkey {
   std::string last_;
   int steps_ = 0;
   QTimer answers_;
-  Watchdog watchdog_;
+  test::Watchdog watchdog_;
 };
 
 TEST(Monkey, FindsNothing) {
