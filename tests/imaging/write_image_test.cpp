@@ -205,14 +205,10 @@ TEST(WriteImage, RefusalsNameTheFileAndLeaveItAlone) {
 }
 
 /// Asks to stop at the first report.
-class Stopper final : public platform::Progress {
+class Stopper final : public platform::NoProgress {
  public:
   explicit Stopper(std::stop_source& stop) : stop_(stop) {}
   void percent(int) override { stop_.request_stop(); }
-  void text(const std::string&) override {}
-  void secondText(const std::string&) override {}
-  void picture(std::span<const std::byte>, int, int) override {}
-  void position(int, int) override {}
 
  private:
   std::stop_source& stop_;
