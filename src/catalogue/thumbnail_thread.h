@@ -67,7 +67,6 @@ class CThumbnailThread final : public ListGate {
   /// this is a change of order: see Catalogue::MoveSelectedTo.
   void MoveSelectedTo(int position) override;
   /// Gated. Bad indices are passed over.
-  void RemoveEntry(int index) { RemoveEntries({index}); }
   /// Gated. `indices` ascend; bad ones are passed over.
   void RemoveEntries(const std::vector<int>& indices);
   /// Gated. The entries' thumbnails are made again.

@@ -89,17 +89,6 @@ std::span<const ValueRow> OutputFormats() { return kFormats; }
 std::span<const ValueRow> PhotoEffects() { return kPhotoEffects; }
 std::span<const ValueRow> ColourSpaces() { return kColourSpaces; }
 
-std::string CustomPointLabel(WhitePoint point) {
-  return "Custom [" + std::to_string(point.x) + "," + std::to_string(point.y) + "]";
-}
-
-std::string_view LabelOf(std::span<const ValueRow> rows, int value) {
-  for (const auto& row : rows) {
-    if (row.value == value) return row.label;
-  }
-  return {};
-}
-
 int DevelopValueOfIndex(int index) { return index - 2 < -1 ? kAsShot : index - 2; }
 
 int WhiteBalanceOfIndex(int index) {
