@@ -57,31 +57,34 @@ int Number(const char* variable, int otherwise) {
 
 /// The files that the others work on have to stay as they are, the tree leads to the whole system, and nobody wants a
 /// browser to open a hundred times.
-constexpr CommandId kLeftOut[] = {CommandId::CopyToFolder,
-                                  CommandId::MoveToFolder,
-                                  CommandId::Delete,
-                                  CommandId::DeletePermanently,
-                                  CommandId::RenameImage,
-                                  CommandId::BatchRename,
-                                  CommandId::Timestamp,
-                                  CommandId::AdjustDateTime,
-                                  CommandId::Undo,
-                                  CommandId::RotateLeft,
-                                  CommandId::RotateRight,
-                                  CommandId::AutoRotateJpegs,
-                                  CommandId::EditComments,
-                                  CommandId::EditIptcData,
-                                  CommandId::EmbedColorProfile,
-                                  CommandId::RegenerateThumbnails,
-                                  CommandId::RegenerateJpegs,
-                                  CommandId::ConvertRawImage,
-                                  CommandId::BatchConvert,
-                                  CommandId::ExifCopy,
-                                  CommandId::CopyExifFrom,
-                                  CommandId::ExportExif,
-                                  CommandId::ExtractJpegs,
-                                  CommandId::Explore,
-                                  CommandId::HelpContents};
+constexpr auto kLeftOut = [] {
+  using enum CommandId;
+  return std::array{CopyToFolder,
+                    MoveToFolder,
+                    Delete,
+                    DeletePermanently,
+                    RenameImage,
+                    BatchRename,
+                    Timestamp,
+                    AdjustDateTime,
+                    Undo,
+                    RotateLeft,
+                    RotateRight,
+                    AutoRotateJpegs,
+                    EditComments,
+                    EditIptcData,
+                    EmbedColorProfile,
+                    RegenerateThumbnails,
+                    RegenerateJpegs,
+                    ConvertRawImage,
+                    BatchConvert,
+                    ExifCopy,
+                    CopyExifFrom,
+                    ExportExif,
+                    ExtractJpegs,
+                    Explore,
+                    HelpContents};
+}();
 
 double ThreadSeconds() {
   timespec now{};

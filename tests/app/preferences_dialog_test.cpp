@@ -190,19 +190,6 @@ TEST_F(Preferences, TellAWrongNumberBesideItsFieldAndKeepIt) {
   EXPECT_EQ(applied[0].catalogue.extraLargeThumbnailSize, 16);
 }
 
-TEST_F(Preferences, TurnFieldsOffThatDoNotCount) {
-  Open();
-  dialog->ShowPage(3);
-  auto* profile = Field<QLineEdit>("DefaultProfile");
-  EXPECT_FALSE(profile->isEnabled());
-  EXPECT_TRUE(profile->toolTip().contains(QLatin1String("monitor")));
-  Field<QCheckBox>("EnableMonitorProfile")->click();
-  EXPECT_FALSE(profile->isEnabled());
-  EXPECT_TRUE(profile->toolTip().contains(QLatin1String("default profile")));
-  Field<QCheckBox>("EnableDefaultProfile")->click();
-  EXPECT_TRUE(profile->isEnabled());
-}
-
 TEST_F(Preferences, RefuseNoValueThatDoesNotCount) {
   settings.editor.shellOpenEditor = 0;
   Open();

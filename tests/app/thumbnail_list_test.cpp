@@ -233,13 +233,6 @@ TEST(ThumbnailList, SendsTheWorkerToWhatIsInSight) {
   EXPECT_EQ(view.TopVisibleIndex(), 300);
 }
 
-TEST(ThumbnailList, CellKeepsItsStatedSize) {
-  const catalogue::ui::CellGeometry small{.thumbnailSize = 80, .lineHeight = 14};
-  EXPECT_EQ(small.CellSize(), QSize(96, 115));
-  const catalogue::ui::CellGeometry largeFont{.thumbnailSize = 80, .lineHeight = 24};
-  EXPECT_GE(largeFont.Frame(QRect(QPoint(), largeFont.CellSize())).height(), 80 + 2 * 24) << "text beside the picture";
-}
-
 TEST(ThumbnailList, PaintsThumbnailsPixelForPixel) {
   ThumbnailList shown({"a.jpg"});
   shown.WaitForAll();
