@@ -116,10 +116,6 @@ std::string CodeText(std::uint32_t code) {
   return text;
 }
 
-bool IsCancel(std::uint32_t code) {
-  return code == develop_code::kCancelled || code == develop_code::kCancelledInDevelop;
-}
-
 std::string RawFileComplaint(std::uint32_t code, const std::string& model) {
   switch (code & kLow) {
     case develop_code::kInvalid:

@@ -17,16 +17,13 @@ class DevelopError : public std::runtime_error {
   std::uint32_t code_;
 };
 
-/// Codes of the development engine; only the low 16 bits of the first three are looked at.
+/// Codes of the development engine, of which only the low 16 bits are looked at.
 namespace develop_code {
 inline constexpr std::uint32_t kInvalid = 2;
 inline constexpr std::uint32_t kUnsupported = 7;
 inline constexpr std::uint32_t kCorrupt = 0x2D;
-inline constexpr std::uint32_t kCancelled = 0x1000005;
-inline constexpr std::uint32_t kCancelledInDevelop = 0x5000005;
 }  // namespace develop_code
 
-bool IsCancel(std::uint32_t code);
 /// "0x5000002".
 std::string CodeText(std::uint32_t code);
 /// What the code says about the file, with the line's end: it is damaged, or its format is not supported. Empty for
