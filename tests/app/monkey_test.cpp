@@ -136,28 +136,15 @@ class Monkey {
   void Tell(const std::string& deed) { log_ << (last_ = deed) << std::endl; }
 
   void Step() {
-    switch (Any(12)) {
-      case 0:
-      case 1:
-      case 2:
-      case 3:
-        return RunCommand();
-      case 4:
-      case 5:
-        return PressKey();
-      case 6:
-      case 7:
-        return UseMouse();
-      case 8:
-        return TurnWheel();
-      case 9:
-        return Resize();
-      case 10:
-        return Tell(files_.ChangeSomething(random_));
-      default:
-        return OpenSomething();
-    }
+    // The more often a deed stands here, the more often it is done.
+    static constexpr void (Monkey::*kDeeds[])() = {&Monkey::RunCommand, &Monkey::RunCommand, &Monkey::RunCommand,
+                                                   &Monkey::RunCommand, &Monkey::PressKey,   &Monkey::PressKey,
+                                                   &Monkey::UseMouse,   &Monkey::UseMouse,   &Monkey::TurnWheel,
+                                                   &Monkey::Resize,     &Monkey::ChangeFile, &Monkey::OpenSomething};
+    (this->*kDeeds[Any(std::size(kDeeds))])();
   }
+
+  void ChangeFile() { Tell(files_.ChangeSomething(random_)); }
 
   void RunCommand() {
     const auto all = Commands();
