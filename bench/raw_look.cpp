@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "imaging/jpeg/jpeg_decoder.h"
-#include "imaging/png/png_writer.h"
+#include "imaging/png/png_encoder.h"
 #include "imaging/scale.h"
 #include "metadata/byte_source.h"
 #include "metadata/crw_file.h"

@@ -32,8 +32,7 @@
 #include "app/command_runner.h"
 #include "app/main_frame.h"
 #include "app/session.h"
-#include "support/jpeg_builder.h"
-#include "support/sample_photo.h"
+#include "numbered_photos.h"
 #include "support/temp_dir.h"
 #include "window_runs.h"
 
@@ -44,41 +43,11 @@ using ml::app::CMainFrame;
 using ml::app::CommandId;
 using ml::app::Session;
 
-constexpr int kFiles = 50, kViews = 4, kEscapes = 10;
-constexpr int kWidth = 4000, kHeight = 3000, kQuality = 90;
-/// A patch in the middle of each picture whose colour tells its number.
-constexpr int kPatch = 900, kColourStep = 25;
+constexpr int kFiles = 50, kEscapes = 10;
 constexpr auto kLook = std::chrono::milliseconds(2);
 constexpr int kInterval = 1000, kFast = 2500;
 /// Before Escape, while pictures are still compared.
 constexpr long long kMargin = 200'000'000;
-
-void Stamp(ml::test::Picture& picture, int number) {
-  const char colour[] = {static_cast<char>(number % 10 * kColourStep), static_cast<char>(number / 10 * kColourStep),
-                         static_cast<char>(255)};
-  for (int y = (kHeight - kPatch) / 2; y < (kHeight + kPatch) / 2; ++y) {
-    for (int x = (kWidth - kPatch) / 2; x < (kWidth + kPatch) / 2; ++x) {
-      const auto place = (static_cast<std::size_t>(y) * kWidth + static_cast<std::size_t>(x)) * 3;
-      std::copy_n(colour, 3, picture.rgb.begin() + static_cast<std::ptrdiff_t>(place));
-    }
-  }
-}
-
-void MakeFiles(const std::string& directory) {
-  std::filesystem::create_directories(directory);
-  std::vector<ml::test::Picture> views;
-  for (unsigned i = 0; i < kViews; ++i) views.push_back(ml::test::PaintLandscape(kWidth, kHeight, i + 1));
-  for (int i = 0; i < kFiles; ++i) {
-    auto& view = views[static_cast<std::size_t>(i % kViews)];
-    Stamp(view, i);
-    char name[32];
-    std::snprintf(name, sizeof name, "/IMG_%04d.JPG", i + 1);
-    std::ofstream out(directory + name, std::ios::binary);
-    out << ml::test::WithExif(ml::test::EncodeJpeg(view, {.quality = kQuality}),
-                              {.make = "Tarnwick", .model = "Sample", .dateTime = "2003:10:04 08:00:00"});
-    if (!out.flush()) throw std::runtime_error("cannot write " + directory + name);
-  }
-}
 
 constexpr int kBlank = -1, kOther = -2;
 
@@ -86,9 +55,7 @@ int NumberOnScreen(QScreen& screen) {
   const QPoint centre = screen.geometry().center();
   const QColor colour = screen.grabWindow(0, centre.x(), centre.y(), 1, 1).toImage().pixelColor(0, 0);
   if (colour.red() < 10 && colour.green() < 10 && colour.blue() < 10) return kBlank;
-  if (colour.blue() < 200) return kOther;
-  const auto digit = [](int level) { return static_cast<int>(std::lround(level / double{kColourStep})); };
-  return digit(colour.red()) + 10 * digit(colour.green());
+  return NumberOfMiddle(colour.red(), colour.green(), colour.blue()).value_or(kOther);
 }
 
 long long Now() { return Clock::now().time_since_epoch().count(); }
@@ -149,8 +116,10 @@ void ReportSights(const std::vector<Sight>& seen, long long until) {
   for (const auto& sight : seen) {
     if (sight.time > until) break;
     if (!last && sight.number != 0) continue;
-    if (sight.number < 0) ++blank;
-    if (sight.number < 0) continue;
+    if (sight.number < 0) {
+      ++blank;
+      continue;
+    }
     if (last) {
       Report("interval", Milliseconds(sight.time - last->time));
       Report("deviation", std::abs(Milliseconds(sight.time - last->time) - kInterval));
@@ -241,7 +210,7 @@ int main(int argc, char** argv) {
     const ml::test::TempDir own;
     UseFolder(own / "xdg");
     const std::string directory = argc > 1 ? argv[1] : own / "photos";
-    if (!std::filesystem::exists(directory)) MakeFiles(directory);
+    if (!std::filesystem::exists(directory)) WriteNumberedPhotos(directory, kFiles, Previews::Without);
     Values all;
     AddRun({"--measure", directory, own / "sights"}, all);
     PrintTable(kRows, all);

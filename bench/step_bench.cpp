@@ -13,10 +13,8 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -28,8 +26,7 @@
 #include "app/main_frame.h"
 #include "app/picture_view.h"
 #include "app/session.h"
-#include "support/jpeg_builder.h"
-#include "support/sample_photo.h"
+#include "numbered_photos.h"
 #include "support/temp_dir.h"
 #include "whole_decode.h"
 #include "window_runs.h"
@@ -41,49 +38,15 @@ using ml::app::CMainFrame;
 using ml::app::PictureView;
 using ml::app::Session;
 
-constexpr int kFiles = 100, kRuns = 3, kViews = 4;
-constexpr int kWidth = 4000, kHeight = 3000, kQuality = 90;
-/// A patch in the middle of each picture whose colour tells its number.
-constexpr int kPatch = 600, kColourStep = 25;
+constexpr int kFiles = 100, kRuns = 3;
 constexpr auto kTooLong = std::chrono::seconds(5);
 constexpr auto kLook = std::chrono::milliseconds(2);
-
-void Stamp(ml::test::Picture& picture, int number) {
-  const char colour[] = {static_cast<char>(number % 10 * kColourStep), static_cast<char>(number / 10 * kColourStep),
-                         static_cast<char>(255)};
-  for (int y = (kHeight - kPatch) / 2; y < (kHeight + kPatch) / 2; ++y) {
-    for (int x = (kWidth - kPatch) / 2; x < (kWidth + kPatch) / 2; ++x) {
-      const auto place = (static_cast<std::size_t>(y) * kWidth + static_cast<std::size_t>(x)) * 3;
-      std::copy_n(colour, 3, picture.rgb.begin() + static_cast<std::ptrdiff_t>(place));
-    }
-  }
-}
 
 /// The number of the picture that the pane shows; nothing if it shows none.
 std::optional<int> NumberOn(PictureView& pane) {
   const auto image = pane.grab(QRect(pane.rect().center(), QSize(1, 1))).toImage();
   const QColor colour = image.pixelColor(0, 0);
-  if (colour.blue() < 200) return std::nullopt;
-  const auto digit = [](int level) { return static_cast<int>(std::lround(level / double{kColourStep})); };
-  return digit(colour.red()) + 10 * digit(colour.green());
-}
-
-void MakeFiles(const std::string& directory, bool previews) {
-  std::filesystem::create_directories(directory);
-  std::vector<ml::test::Picture> views;
-  for (unsigned i = 0; i < kViews; ++i) views.push_back(ml::test::PaintLandscape(kWidth, kHeight, i + 1));
-  for (int i = 0; i < kFiles; ++i) {
-    auto& view = views[static_cast<std::size_t>(i % kViews)];
-    Stamp(view, i);
-    ml::test::ExifFields fields{.make = "Tarnwick", .model = "Sample", .dateTime = "2003:10:04 08:00:00"};
-    const auto seed = static_cast<unsigned>(i);
-    if (previews) fields.thumbnail = ml::test::EncodeJpeg(ml::test::PaintLandscape(160, 120, seed));
-    char name[32];
-    std::snprintf(name, sizeof name, "/IMG_%04d.JPG", i + 1);
-    std::ofstream out(directory + name, std::ios::binary);
-    out << ml::test::WithExif(ml::test::EncodeJpeg(view, {.quality = kQuality}), fields);
-    if (!out.flush()) throw std::runtime_error("cannot write " + directory + name);
-  }
+  return NumberOfMiddle(colour.red(), colour.green(), colour.blue());
 }
 
 /// Presses the keys of one run and notes when their pictures are painted.
@@ -203,10 +166,10 @@ constexpr Row kRows[] = {{"decode", "whole decode by the library, ms", 0},
                          {"slow-peak-memory-MiB", "  most memory, MiB", 0},
                          {"exit", "from quitting to the end, ms", 300}};
 
-void RunAll(const std::string& directory, bool previews) {
-  if (!std::filesystem::exists(directory)) MakeFiles(directory, previews);
+void RunAll(const std::string& directory, Previews previews) {
+  if (!std::filesystem::exists(directory)) WriteNumberedPhotos(directory, kFiles, previews);
   const auto first = directory + "/IMG_0001.JPG";
-  std::printf("%s previews in files of %.1f MB\n", previews ? "with" : "without",
+  std::printf("%s previews in files of %.1f MB\n", previews == Previews::With ? "with" : "without",
               static_cast<double>(std::filesystem::file_size(first)) / 1e6);
   Values all;
   for (int run = 0; run < kRuns; ++run) {
@@ -230,8 +193,8 @@ int main(int argc, char** argv) {
     const ml::test::TempDir own;
     UseFolder(own / "xdg");
     const std::string directory = argc > 1 ? argv[1] : own / "photos";
-    RunAll(directory + "/with", true);
-    RunAll(directory + "/without", false);
+    RunAll(directory + "/with", Previews::With);
+    RunAll(directory + "/without", Previews::Without);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "ml_bench_step: %s\n", error.what());
     return 1;

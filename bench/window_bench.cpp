@@ -18,7 +18,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,6 +30,7 @@
 #include "app/main_frame.h"
 #include "app/session.h"
 #include "catalogue/ui/thumbnail_list_view.h"
+#include "numbered_photos.h"
 #include "platform/dates.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
@@ -61,16 +61,13 @@ void MakeFiles(const std::string& directory) {
   const auto morning = *ml::platform::ToTime(*ml::platform::ParseDateTime("2003:10:04 08:00:00"));
   for (int i = 0; i < kFiles; ++i) {
     const auto thumbnail = ml::test::PaintLandscape(160, 107, static_cast<unsigned>(i));
-    char name[32];
-    std::snprintf(name, sizeof name, "/IMG_%04d.JPG", i + 1);
-    std::ofstream out(directory + name, std::ios::binary);
-    out << ml::test::WithExif(pictures[static_cast<std::size_t>(i % kPictures)],
-                              {.make = "Tarnwick",
-                               .model = "Sample",
-                               .dateTime = ml::platform::ExifDateText(morning + i * 60L),
-                               .orientation = 1,
-                               .thumbnail = ml::test::EncodeJpeg(thumbnail)});
-    if (!out.flush()) throw std::runtime_error("cannot write " + directory + name);
+    WriteNumberedFile(directory, i,
+                      ml::test::WithExif(pictures[static_cast<std::size_t>(i % kPictures)],
+                                         {.make = "Tarnwick",
+                                          .model = "Sample",
+                                          .dateTime = ml::platform::ExifDateText(morning + i * 60L),
+                                          .orientation = 1,
+                                          .thumbnail = ml::test::EncodeJpeg(thumbnail)}));
   }
 }
 

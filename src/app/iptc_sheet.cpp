@@ -125,8 +125,7 @@ std::unique_ptr<metadata::ui::CIptcPropertySheet> MakeIptcSheet(Session& session
       .chooseFileToLoad = [&session](QWidget& sheet) { return ChooseToLoad(session, sheet); },
       .chooseFileToSave = [&session](QWidget& sheet) { return ChooseToSave(session, sheet); },
       .clock = TheClock(),
-      .apply = ApplierFor(session),
-      .whyNoApply = std::string(kNotInThisVersion)};
+      .apply = ApplierFor(session)};
   return std::make_unique<metadata::ui::CIptcPropertySheet>(std::move(images), rules, std::move(host), &parent);
 }
 

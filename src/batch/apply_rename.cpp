@@ -52,12 +52,12 @@ void CheckNewNames(const std::string& directory, const NewNames& names, catalogu
                    imagefiles::CompanionFinder& companions) {
   if (names.HasConflict()) throw UserError(kNamesConflict);
   CheckNames(names);
-  if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0) throw UserError(notWritable(directory));
+  if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0) throw UserError(NotWritable(directory));
   const auto paths = PathsOf(directory, names);
   const auto plan = catalogue::PlanRename(paths.sources, paths.destinations, caseMode, companions);
   const auto displaced = std::ranges::find_if(
       plan.steps, [](const auto& step) { return step.kind == catalogue::RenameStep::Kind::Displace; });
-  if (displaced != plan.steps.end()) throw UserError(fileInTheWay(displaced->change.to));
+  if (displaced != plan.steps.end()) throw UserError(FileInTheWay(displaced->change.to));
 }
 
 }  // namespace ml::batch

@@ -53,19 +53,19 @@ std::vector<NameFault> FaultsOf(const NewNames& names) {
 std::string SentenceOf(NameFault fault, const NewName& row) {
   switch (fault) {
     case NameFault::Conflict:
-      return conflictingName(row.newName);
+      return ConflictingName(row.newName);
     case NameFault::ForbiddenCharacter:
-      return forbiddenCharacter(row.newName);
+      return ForbiddenCharacter(row.newName);
     case NameFault::RawNameTooLong:
-      return rawNameTooLong(row.oldName, row.newName);
+      return RawNameTooLong(row.oldName, row.newName);
     case NameFault::Duplicate:
-      return duplicateName(row.newName);
+      return DuplicateName(row.newName);
     case NameFault::NotAName:
-      return notAName(row.oldName);
+      return NotAName(row.oldName);
     case NameFault::TooLong:
-      return nameTooLong(row.oldName);
+      return NameTooLong(row.oldName);
     case NameFault::SameButForCase:
-      return sameButForCase(row.newName);
+      return SameButForCase(row.newName);
     case NameFault::None:
       break;
   }

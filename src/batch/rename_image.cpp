@@ -27,7 +27,7 @@ std::vector<RenameImage> ReadRenameImages(const std::vector<std::string>& paths,
   images.reserve(paths.size());
   for (const auto& path : paths) {
     if (stop.stop_requested()) throw platform::Cancelled();
-    progress.secondText(readingImage(images.size() + 1, paths.size()));
+    progress.secondText(ReadingImage(images.size() + 1, paths.size()));
     progress.position(static_cast<int>(images.size() + 1), static_cast<int>(paths.size()));
     progress.percent(static_cast<int>(images.size() * 100 / paths.size()));
     const bool isCanonRaw = platform::EndsWithNoCase(path, ".crw") || imagefiles::IsEos1DRawFile(path);

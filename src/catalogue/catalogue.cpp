@@ -81,8 +81,8 @@ void Catalogue::RefreshDirectory() {
 /// Everything up to the new list; on Loaded the caller goes on with ShowEntry.
 Catalogue::Outcome Catalogue::Load(const std::string& directory) {
   struct stat status {};
-  if (::stat(directory.c_str(), &status) != 0) return ask_.message(directoryDoesNotExist(directory)), Outcome::Failed;
-  if (!S_ISDIR(status.st_mode)) return ask_.message(isNotADirectory(directory)), Outcome::Failed;
+  if (::stat(directory.c_str(), &status) != 0) return ask_.message(DirectoryDoesNotExist(directory)), Outcome::Failed;
+  if (!S_ISDIR(status.st_mode)) return ask_.message(IsNotADirectory(directory)), Outcome::Failed;
   leftOut_ = {};
   auto images = ScanDirectory(directory, {options_.showHidden, options_.bindJpegToEos1DRaw}, leftOut_);
   if (images.empty()) {
@@ -103,7 +103,7 @@ Catalogue::Outcome Catalogue::Load(const std::string& directory) {
 
 std::vector<std::string> Catalogue::Filter(std::vector<std::string> images) {
   auto filtered = FilterImages(std::move(images), {options_.showHidden, options_.bindJpegToEos1DRaw}, leftOut_);
-  if (!filtered.longNames.empty()) ask_.message(rawNamesTooLong(filtered.longNames));
+  if (!filtered.longNames.empty()) ask_.message(RawNamesTooLong(filtered.longNames));
   return std::move(filtered.kept);
 }
 
@@ -205,7 +205,7 @@ bool Catalogue::SaveCustomOrder() { return memory_.SaveOrder(list_); }
 bool Catalogue::SaveTags() { return memory_.SaveTags(list_); }
 
 void Catalogue::SaveCustomOrderAs(const std::string& path) {
-  if (!SaveOrderFile(path, list_, SortMethod::Custom)) ask_.message(unableToWriteFile(path));
+  if (!SaveOrderFile(path, list_, SortMethod::Custom)) ask_.message(UnableToWriteFile(path));
 }
 
 bool Catalogue::LoadCustomOrder(const std::string& path) {
@@ -225,13 +225,13 @@ bool Catalogue::LoadCustomOrder(const std::string& path) {
 
 void Catalogue::SaveTagList(const std::string& path) {
   if (WriteIfChanged(path, BuildTagList(list_.TaggedPaths())) == WriteState::Failed) {
-    ask_.message(unableToWriteFile(path));
+    ask_.message(UnableToWriteFile(path));
   }
 }
 
 void Catalogue::LoadTagList(const std::string& path, bool merge, bool ignoreExtension) {
   const auto file = ReadListFile(path);
-  if (file.state != ReadState::Read) return ask_.message(unableToReadFile(path));
+  if (file.state != ReadState::Read) return ask_.message(UnableToReadFile(path));
   if (!merge) list_.TagNone();
   ApplyTagList(list_, file.text, ignoreExtension ? TagMatch::StemOnly : TagMatch::StemAndExtension);
 }
@@ -247,7 +247,7 @@ std::vector<std::string> Catalogue::SaveOnLeave() {
 bool Catalogue::SaveOrderOnLeave() {
   if (!options_.suppressOrderFile) return memory_.SaveOrder(list_);
   if (!list_.orderChangedByHand || list_.Empty()) return true;
-  const bool saved = ask_.ask(saveThumbnailOrder()) != platform::Button::Yes || memory_.SaveOrder(list_);
+  const bool saved = ask_.ask(SaveThumbnailOrderQuestion()) != platform::Button::Yes || memory_.SaveOrder(list_);
   list_.orderChangedByHand = !saved;  // once saved or declined, it is not asked again
   return saved;
 }

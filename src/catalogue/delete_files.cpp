@@ -19,14 +19,14 @@ void PutIntoTrash(const std::string& path, const DeleteTools& tools) {
   try {
     tools.trash.Put(platform::AbsolutePath(path));
   } catch (const UserError& error) {
-    throw UserError(errorDeletingImage(path) + "\n" + error.what());
+    throw UserError(ErrorDeletingImage(path) + "\n" + error.what());
   }
 }
 
 void Remove(const std::string& path, const DeleteTools& tools) {
   if (tools.batch != nullptr) tools.batch->WillLose(path, kDeletedForGood);
   if (tools.fileSystem.Unlink(path) != 0) {
-    throw UserError(errorDeletingImage(path) + "\n" + platform::ErrorText(errno));
+    throw UserError(ErrorDeletingImage(path) + "\n" + platform::ErrorText(errno));
   }
 }
 
@@ -35,11 +35,11 @@ std::string DeletedFolder(const std::string& path, const DeleteTools& tools) {
   const auto folder = platform::JoinPath(platform::DirectoryOf(path), "Deleted");
   struct stat status {};
   if (tools.fileSystem.Stat(folder, platform::Links::Follow, status) == 0) {
-    if (!S_ISDIR(status.st_mode)) throw UserError(existsButIsNoDirectory(folder));
+    if (!S_ISDIR(status.st_mode)) throw UserError(ExistsButIsNoDirectory(folder));
     return folder;
   }
   constexpr mode_t kAsTheUserWants = 0777;  // less the umask
-  if (tools.fileSystem.Mkdir(folder, kAsTheUserWants) != 0) throw UserError(errorCreatingDirectory(folder));
+  if (tools.fileSystem.Mkdir(folder, kAsTheUserWants) != 0) throw UserError(ErrorCreatingDirectory(folder));
   return folder;
 }
 
@@ -48,7 +48,7 @@ void MoveTo(const std::string& folder, const std::string& path, const DeleteTool
   if (!IsNameFree(to, tools.fileSystem)) PutIntoTrash(to, tools);
   if (tools.batch != nullptr) tools.batch->WillRename(path, to);
   if (tools.fileSystem.RenameNoReplace(path, to) != 0) {
-    throw UserError(errorMovingFile(path, platform::ErrorText(errno)));
+    throw UserError(ErrorMovingFile(path, platform::ErrorText(errno)));
   }
 }
 
@@ -56,7 +56,7 @@ void MoveTo(const std::string& folder, const std::string& path, const DeleteTool
 
 void DeleteImage(const std::string& path, DeleteTo to, const DeleteTools& tools) {
   const auto companions = tools.companions.Find(path);
-  if (companions.file.empty()) throw UserError(errorDeletingImage(path));
+  if (companions.file.empty()) throw UserError(ErrorDeletingImage(path));
   const auto folder = to == DeleteTo::DeletedFolder ? DeletedFolder(path, tools) : "";
   for (const auto& file : companions.PathsToDelete()) {
     switch (to) {

@@ -25,7 +25,7 @@ void RefuseMountedVolumes(const std::string& directory) {
   recursive_directory_iterator entry(directory, std::filesystem::directory_options::skip_permission_denied, error);
   for (; !error && entry != recursive_directory_iterator(); entry.increment(error)) {
     if (platform::IsMountPoint(entry->path().native())) {
-      throw UserError(volumeInDirectory(directory, entry->path().native()));
+      throw UserError(VolumeInDirectory(directory, entry->path().native()));
     }
   }
 }
@@ -41,7 +41,7 @@ std::string MakeFolder(const std::string& parent, const std::string& name) {
   constexpr mode_t kAsTheUserWants = 0777;  // less the umask
   const auto path = platform::JoinPath(parent, name);
   if (platform::RealFileSystem().Mkdir(path, kAsTheUserWants) != 0) {
-    throw UserError(errorCreatingFolder(path) + "\n" + platform::ErrorText(errno));
+    throw UserError(ErrorCreatingFolder(path) + "\n" + platform::ErrorText(errno));
   }
   return path;
 }
@@ -52,10 +52,10 @@ std::string RenameDirectory(const std::string& directory, const std::string& nam
   const bool taken = !IsNameFree(to, fileSystem);
   const bool sameDirectory =
       taken && platform::SameFile(directory, to) && platform::EqualsFolded(platform::FileName(directory), name);
-  if (taken && !sameDirectory) throw UserError(directoryNameTaken(to));
+  if (taken && !sameDirectory) throw UserError(DirectoryNameTaken(to));
   if (batch != nullptr) batch->WillRename(directory, to);
   const int result = sameDirectory ? fileSystem.Rename(directory, to) : fileSystem.RenameNoReplace(directory, to);
-  if (result != 0) throw UserError(errorRenaming(directory, to) + "\n" + platform::ErrorText(errno));
+  if (result != 0) throw UserError(ErrorRenaming(directory, to) + "\n" + platform::ErrorText(errno));
   return to;
 }
 
@@ -68,7 +68,7 @@ void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash&
   if (batch != nullptr) batch->WillLose(directory, kDeletedForGood);
   std::error_code error;
   std::filesystem::remove_all(directory, error);
-  if (error) throw UserError(errorDeletingImage(directory) + "\n" + error.message());
+  if (error) throw UserError(ErrorDeletingImage(directory) + "\n" + error.message());
 }
 
 }  // namespace ml::catalogue

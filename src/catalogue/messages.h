@@ -8,15 +8,15 @@
 /// What the catalogue says to the user.
 namespace ml::catalogue {
 
-inline platform::MessageBox directoryDoesNotExist(const std::string& path) {
+inline platform::MessageBox DirectoryDoesNotExist(const std::string& path) {
   return {"Directory does not exist:\n" + path, "Error", platform::BoxIcon::Error};
 }
 
-inline platform::MessageBox isNotADirectory(const std::string& path) {
+inline platform::MessageBox IsNotADirectory(const std::string& path) {
   return {path + "\nis not a directory", "Error", platform::BoxIcon::Error};
 }
 
-inline platform::MessageBox rawNamesTooLong(const std::vector<std::string>& paths) {
+inline platform::MessageBox RawNamesTooLong(const std::vector<std::string>& paths) {
   std::string text =
       "WARNING: the following Canon RAW files could not be loaded because\n"
       "their names are more than 31 characters long\n"
@@ -25,7 +25,7 @@ inline platform::MessageBox rawNamesTooLong(const std::vector<std::string>& path
   return {text, "Marrowlantern", platform::BoxIcon::Warning};
 }
 
-inline platform::MessageBox saveThumbnailOrder() {
+inline platform::MessageBox SaveThumbnailOrderQuestion() {
   return {
       "Do you wish to save the thumbnail order\n"
       "the Marrowlantern.dat file?\n"
@@ -33,38 +33,38 @@ inline platform::MessageBox saveThumbnailOrder() {
       "Marrowlantern", platform::BoxIcon::Question, platform::Buttons::YesNo};
 }
 
-inline platform::MessageBox unableToWriteFile(const std::string& path) {
+inline platform::MessageBox UnableToWriteFile(const std::string& path) {
   return {"Unable to write to file:\n" + path, "Marrowlantern", platform::BoxIcon::Error};
 }
 
-inline platform::MessageBox unableToReadFile(const std::string& path) {
+inline platform::MessageBox UnableToReadFile(const std::string& path) {
   return {"Unable to read file:\n" + path, "Marrowlantern", platform::BoxIcon::Error};
 }
 
-inline std::string listsDifferInSize() {
+inline std::string ListsDifferInSize() {
   return "CThumbnailThread::RenameFiles() srcFiles and destFiles are different sizes";
 }
 
-inline std::string directoriesDiffer(const std::string& source, const std::string& destination) {
+inline std::string DirectoriesDiffer(const std::string& source, const std::string& destination) {
   return "Source and destination directories must be the same:\n" + source + "\n" + destination;
 }
 
-inline std::string unableToDeleteReadOnly(const std::string& path) {
+inline std::string UnableToDeleteReadOnly(const std::string& path) {
   return "Unable to delete:\n" + path + "\nRead-only";
 }
 
 /// `cause`: one of the words that stand for system errors.
-inline std::string errorDeleting(const std::string& path, const std::string& renamed, const std::string& cause) {
+inline std::string ErrorDeleting(const std::string& path, const std::string& renamed, const std::string& cause) {
   return "Error deleting: " + path + "\nwhen trying to rename: " + renamed + "\nCause: " + cause;
 }
 
-inline std::string errorRenaming(const std::string& from, const std::string& to) {
+inline std::string ErrorRenaming(const std::string& from, const std::string& to) {
   return "Error renaming: " + from + "\nto: " + to;
 }
 
 inline constexpr char kTransferNotDifferent[] = "Destination directory must be different from the\ncurrent directory";
 
-inline std::string outputIsNoDirectory(const std::string& path) {
+inline std::string OutputIsNoDirectory(const std::string& path) {
   return "Specified output directory exists but is not a directory:\n" + path;
 }
 
@@ -73,31 +73,31 @@ inline platform::MessageBox createDirectory(const std::string& path) {
           platform::BoxIcon::Question, platform::Buttons::YesNo};
 }
 
-inline std::string isTheSameFile(const std::string& path) {
+inline std::string IsTheSameFile(const std::string& path) {
   return "Source and destination are the same file:\n" + path;
 }
 
-inline std::string directoryInTheWay(const std::string& path) {
+inline std::string DirectoryInTheWay(const std::string& path) {
   return "A directory of that name is in the way:\n" + path;
 }
 
 inline constexpr char kSaveAsTitle[] = "Save As";
 inline constexpr char kDeletedForGood[] = "deleted for good";
 
-inline std::string copiedButNotRemoved(const std::string& path, const std::string& reason) {
+inline std::string CopiedButNotRemoved(const std::string& path, const std::string& reason) {
   return "The file was copied, but the original could not be removed:\n" + path + "\n" + reason;
 }
 
-inline std::string volumeInDirectory(const std::string& directory, const std::string& mountPoint) {
+inline std::string VolumeInDirectory(const std::string& directory, const std::string& mountPoint) {
   return "Nothing was deleted, because a volume is mounted in:\n" + directory + "\nIt would be emptied, too:\n" +
          mountPoint;
 }
-inline std::string errorDeletingImage(const std::string& path) { return "Error deleting: " + path; }
-inline std::string existsButIsNoDirectory(const std::string& path) {
+inline std::string ErrorDeletingImage(const std::string& path) { return "Error deleting: " + path; }
+inline std::string ExistsButIsNoDirectory(const std::string& path) {
   return "Error: " + path + "\nexists already but is not a directory";
 }
-inline std::string errorCreatingDirectory(const std::string& path) { return "Error creating directory:\n" + path; }
-inline std::string errorMovingFile(const std::string& path, const std::string& reason) {
+inline std::string ErrorCreatingDirectory(const std::string& path) { return "Error creating directory:\n" + path; }
+inline std::string ErrorMovingFile(const std::string& path, const std::string& reason) {
   return "Error moving file:\n" + path + "\n" + reason;
 }
 
@@ -106,7 +106,7 @@ inline constexpr char kNameNotTaken[] =
 inline constexpr char kFolderNameNotTaken[] =
     "Folder name must not contain any of the following characters:\n\\/:*?\"<>|";
 inline constexpr char kExtensionChanged[] = "The file extension must not be changed";
-inline std::string rawNameTooLong(const std::string& name) {
+inline std::string RawNameTooLong(const std::string& name) {
   return "Filenames for Canon RAW files must be no more than 31 characters long:\n" + name;
 }
 inline constexpr char kImageNameTaken[] =
@@ -115,9 +115,9 @@ inline constexpr char kThmNameTaken[] =
     "Unable to rename image because there is already\na THM file with the same name";
 inline constexpr char kJpegNameTaken[] =
     "Unable to rename image because there is already\na JPEG file with the same name";
-inline std::string directoryNameTaken(const std::string& path) {
+inline std::string DirectoryNameTaken(const std::string& path) {
   return "Unable to rename directory because there is already\na file or directory with the same name:\n" + path;
 }
-inline std::string errorCreatingFolder(const std::string& path) { return "Error creating folder:\n" + path; }
+inline std::string ErrorCreatingFolder(const std::string& path) { return "Error creating folder:\n" + path; }
 
 }  // namespace ml::catalogue

@@ -22,7 +22,7 @@ std::optional<std::string> RefuseNewName(const std::string& path, const std::str
   const auto oldName = platform::FileName(path);
   if (platform::SplitPath(name).extension != platform::SplitPath(oldName).extension) return kExtensionChanged;
   const bool isCanonRaw = platform::EndsWithNoCase(path, ".crw") || imagefiles::IsEos1DRawFile(path);
-  if (isCanonRaw && platform::CodePointCount(name) > kLongestRawName) return rawNameTooLong(name);
+  if (isCanonRaw && platform::CodePointCount(name) > kLongestRawName) return RawNameTooLong(name);
   const auto target = std::string(platform::DirectoryOf(path)) + name;
   const bool sameButForCase = platform::EqualsFolded(name, oldName);
   if (sameButForCase && (!IsTaken(target) || platform::SameFile(path, target))) return std::nullopt;

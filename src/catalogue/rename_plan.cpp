@@ -81,7 +81,7 @@ class RenamePlanner {
     for (std::size_t i = 0; i < sources_.size(); ++i) {
       const auto& source = sources_[i];
       const auto found = companions.Find(source);
-      if (found.file.empty()) throw UserError(errorRenaming(source, destinations_[i]));
+      if (found.file.empty()) throw UserError(ErrorRenaming(source, destinations_[i]));
       Group group{source};
       for (const auto& path : found.Paths()) {
         if (taken.insert(path).second) group.push_back(path);
@@ -104,7 +104,7 @@ class RenamePlanner {
     do {
       stem += "@";
       aside = Restemmed(group, stem, CaseMode::Unchanged);
-      if (stem.size() > kLongestName) throw UserError(errorRenaming(source, aside.front()));
+      if (stem.size() > kLongestName) throw UserError(ErrorRenaming(source, aside.front()));
     } while (wanted_.contains(FoldedStem(aside.front())) ||
              !std::ranges::all_of(aside, [&](const auto& path) { return steps_.IsFree(path); }));
     Add(group, aside);
@@ -126,11 +126,11 @@ class RenamePlanner {
 
 RenamePlan PlanRename(const std::vector<std::string>& sources, const std::vector<std::string>& destinations,
                       CaseMode caseMode, imagefiles::CompanionFinder& companions, platform::FileSystem& fileSystem) {
-  if (sources.size() != destinations.size()) throw UserError(listsDifferInSize());
+  if (sources.size() != destinations.size()) throw UserError(ListsDifferInSize());
   for (std::size_t i = 0; i < sources.size(); ++i) {
     const auto directory = platform::normaliseDirectory(platform::DirectoryOf(sources[i]));
     if (directory != platform::normaliseDirectory(platform::DirectoryOf(destinations[i]))) {
-      throw UserError(directoriesDiffer(sources[i], destinations[i]));
+      throw UserError(DirectoriesDiffer(sources[i], destinations[i]));
     }
   }
   return RenamePlanner(sources, destinations, fileSystem).Plan(caseMode, companions);

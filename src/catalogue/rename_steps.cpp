@@ -64,11 +64,11 @@ std::string OtherCase(const std::string& path) {
 /// Throws if what lies at `now` and will stand at the new name must stay there.
 void CheckDisplaced(const NameChange& change, const std::string& now, FileSystem& fileSystem) {
   struct stat status {};
-  if (fileSystem.Stat(now, Links::Keep, status) != 0) throw UserError(errorRenaming(change.from, change.to));
-  if (S_ISDIR(status.st_mode)) throw UserError(errorDeleting(change.to, change.from, CauseWord(EISDIR)));
+  if (fileSystem.Stat(now, Links::Keep, status) != 0) throw UserError(ErrorRenaming(change.from, change.to));
+  if (S_ISDIR(status.st_mode)) throw UserError(ErrorDeleting(change.to, change.from, CauseWord(EISDIR)));
   if (S_ISLNK(status.st_mode)) return;
   platform::FileStatusGuard guard(now, platform::ModificationTimePolicy::LetStand, fileSystem);
-  if (!guard.MakeWritable()) throw UserError(unableToDeleteReadOnly(change.to));
+  if (!guard.MakeWritable()) throw UserError(UnableToDeleteReadOnly(change.to));
   guard.Restore();
 }
 
@@ -78,7 +78,7 @@ void Displace(const NameChange& change, const RenameTools& tools) {
   } catch (const UserError&) {
     const std::string directory(platform::DirectoryOf(change.to));
     const int error = tools.fileSystem.Access(directory.empty() ? "." : directory, W_OK) == 0 ? EIO : errno;
-    throw UserError(errorDeleting(change.to, change.from, CauseWord(error)));
+    throw UserError(ErrorDeleting(change.to, change.from, CauseWord(error)));
   }
 }
 
@@ -92,8 +92,8 @@ void Do(const RenameStep& step, const RenameTools& tools) {
   const auto& change = step.change;
   if (step.kind == RenameStep::Kind::Displace) return Displace(change, tools);
   if (Rename(step, change, tools.fileSystem) != 0) {
-    if (errno == EXDEV) throw OtherFileSystem(errorRenaming(change.from, change.to));
-    throw UserError(errorRenaming(change.from, change.to));
+    if (errno == EXDEV) throw OtherFileSystem(ErrorRenaming(change.from, change.to));
+    throw UserError(ErrorRenaming(change.from, change.to));
   }
   if (tools.renamed) tools.renamed(change.from, change.to);
 }
@@ -149,14 +149,14 @@ std::string StepPlanner::Now(const std::string& path, const NameChange& asker) {
   if (const auto found = now_.find(Key(path)); found != now_.end()) return found->second;
   struct stat status {};
   if (fileSystem_.Stat(path, Links::Keep, status) == 0) return path;
-  if (errno != ENOENT) throw UserError(errorRenaming(asker.from, asker.to));
+  if (errno != ENOENT) throw UserError(ErrorRenaming(asker.from, asker.to));
   return {};
 }
 
 void StepPlanner::Add(const NameChange& change) {
   if (change.from == change.to) return;
   const auto now = Now(change.from, change);
-  if (now.empty()) throw UserError(errorRenaming(change.from, change.to));
+  if (now.empty()) throw UserError(ErrorRenaming(change.from, change.to));
   LearnCase(now);
   const bool inPlace = Key(change.from) == Key(change.to);
   if (const auto other = inPlace ? std::string() : Now(change.to, change); !other.empty()) {

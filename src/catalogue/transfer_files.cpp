@@ -25,10 +25,10 @@ FileTransfer::FileTransfer(TransferKind kind, std::string directory, const Trans
 
 FileTransfer::Way FileTransfer::Clear(const std::string& from, std::string& to) {
   while (!IsNameFree(to, tools_.fileSystem)) {
-    if (platform::SameFile(from, to)) throw UserError(isTheSameFile(to));
+    if (platform::SameFile(from, to)) throw UserError(IsTheSameFile(to));
     struct stat status {};
     const bool isDirectory = tools_.fileSystem.Stat(to, platform::Links::Keep, status) == 0 && S_ISDIR(status.st_mode);
-    if (isDirectory) throw UserError(directoryInTheWay(to));
+    if (isDirectory) throw UserError(DirectoryInTheWay(to));
     const auto answer = standing_ ? *standing_ : tools_.ask.fileExists(to);
     switch (answer) {
       case FileExistsAnswer::OverwriteAll:
@@ -129,7 +129,7 @@ void FileTransfer::Copy(const std::vector<Step>& steps) {
 void FileTransfer::RemoveSources(const std::vector<Step>& steps) {
   for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
     if (tools_.fileSystem.Unlink(step->from) != 0)
-      throw UserError(copiedButNotRemoved(step->from, platform::ErrorText(errno)));
+      throw UserError(CopiedButNotRemoved(step->from, platform::ErrorText(errno)));
   }
 }
 
@@ -143,7 +143,7 @@ std::optional<std::string> TransferDirectory(const std::string& typed, const std
     if (platform::SameFile(directory, current)) throw UserError(kTransferNotDifferent);
     return directory;
   }
-  if (std::filesystem::exists(status)) throw UserError(outputIsNoDirectory(directory));
+  if (std::filesystem::exists(status)) throw UserError(OutputIsNoDirectory(directory));
   if (ask.ask(createDirectory(directory)) != platform::Button::Yes) return std::nullopt;
   platform::ensureDirectory(directory);
   return directory;

@@ -13,6 +13,7 @@
 #include "cli/output.h"
 #include "cli/progress_line.h"
 #include "cli/run_state.h"
+#include "cli/unattended_answers.h"
 #include "imagefiles/raw_files.h"
 #include "options/conversion_options_of.h"
 #include "options/raw_options.h"
@@ -55,15 +56,13 @@ struct ConvertArguments {
 };
 
 /// Answers by the options, and keeps what the run says for those whose files it leaves out.
-class ConvertAnswers final : public platform::Interaction {
+class ConvertAnswers final : public UnattendedAnswers {
  public:
   explicit ConvertAnswers(const ConvertArguments& arguments) : arguments_(arguments) {}
   std::vector<std::string> messages;
 
   void message(const platform::MessageBox& box) override { messages.push_back(box.text); }
   platform::Button ask(const platform::MessageBox&) override { return platform::Button::No; }
-  CheckedAnswer askCheck(const platform::MessageBox&, const std::string&) override { return {}; }
-  std::optional<std::string> saveAs(const SaveAsQuestion&) override { return std::nullopt; }
   platform::FileExistsAnswer fileExists(const std::string&) override {
     // Asked again after "all" only where the run would overwrite what it made itself.
     const bool overwrite = arguments_.overwrite && !answered_;
@@ -78,14 +77,10 @@ class ConvertAnswers final : public platform::Interaction {
 };
 
 /// "12 of 200 NAME" for each file.
-class ConvertProgress final : public platform::Progress {
+class ConvertProgress final : public platform::NoProgress {
  public:
   explicit ConvertProgress(const std::vector<std::string>& files) : line_(static_cast<int>(files.size())) {}
   void Begin(const std::vector<std::string>& files) { files_ = &files; }
-  void percent(int) override {}
-  void text(const std::string&) override {}
-  void secondText(const std::string&) override {}
-  void picture(std::span<const std::byte>, int, int) override {}
   void position(int index, int) override { line_.Next((*files_)[static_cast<std::size_t>(index - 1)]); }
   void Clear() { line_.Clear(); }
 

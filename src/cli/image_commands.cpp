@@ -12,7 +12,7 @@
 #include "imagefiles/display_colour.h"
 #include "imagefiles/image_file.h"
 #include "imagefiles/thumbnail_maker.h"
-#include "imaging/png/png_writer.h"
+#include "imaging/png/png_encoder.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
 

@@ -16,6 +16,15 @@
 namespace ml::cli {
 namespace {
 
+/// In the order of the help.
+constexpr void (*kCommands[])(CLI::App& program, RunState& state) = {
+    AddSettingsCommand,   AddListCommand,        AddOrderCommand,     AddTagsCommand,           AddInfoCommand,
+    AddIptcCommand,       AddCommentCommand,     AddTextCommand,      AddExpandCommand,         AddThumbCommand,
+    AddPreviewCommand,    AddHistogramCommand,   AddRawCommand,       AddRegenerateJpegCommand, AddRotateCommand,
+    AddAdjustTimeCommand, AddTimestampCommand,   AddThumbnailCommand, AddEmbedProfileCommand,   AddCopyCommand,
+    AddMoveCommand,       AddRenameCommand,      AddDeleteCommand,    AddConvertCommand,        AddCopyExifCommand,
+    AddExportExifCommand, AddExtractJpegCommand, AddUndoCommand};
+
 void AddCommonOptions(CLI::App& program, RunState& state) {
   program.add_flag("--json", state.json, "Print one JSON document");
   program.add_flag("--no-settings", state.noSettings, "Take the defaults instead of the stored settings");
@@ -63,34 +72,7 @@ int Main(int argc, char** argv) {
   program.fallthrough();
   program.set_version_flag("--version", "marrowlantern-cli " ML_VERSION);
   AddCommonOptions(program, state);
-  AddSettingsCommand(program, state);
-  AddListCommand(program, state);
-  AddOrderCommand(program, state);
-  AddTagsCommand(program, state);
-  AddInfoCommand(program, state);
-  AddIptcCommand(program, state);
-  AddCommentCommand(program, state);
-  AddTextCommand(program, state);
-  AddExpandCommand(program, state);
-  AddThumbCommand(program, state);
-  AddPreviewCommand(program, state);
-  AddHistogramCommand(program, state);
-  AddRawCommand(program, state);
-  AddRegenerateJpegCommand(program, state);
-  AddRotateCommand(program, state);
-  AddAdjustTimeCommand(program, state);
-  AddTimestampCommand(program, state);
-  AddThumbnailCommand(program, state);
-  AddEmbedProfileCommand(program, state);
-  AddCopyCommand(program, state);
-  AddMoveCommand(program, state);
-  AddRenameCommand(program, state);
-  AddDeleteCommand(program, state);
-  AddConvertCommand(program, state);
-  AddCopyExifCommand(program, state);
-  AddExportExifCommand(program, state);
-  AddExtractJpegCommand(program, state);
-  AddUndoCommand(program, state);
+  for (const auto add : kCommands) add(program, state);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

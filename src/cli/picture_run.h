@@ -7,7 +7,7 @@
 #include "cli/output_file.h"
 #include "cli/run_state.h"
 #include "imaging/pixel_buffer.h"
-#include "imaging/png/png_writer.h"
+#include "imaging/png/png_encoder.h"
 
 namespace ml::cli {
 

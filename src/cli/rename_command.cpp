@@ -37,14 +37,10 @@ const std::unordered_map<std::string, batch::RenameSort> kSorts{{"number", batch
                                                                 {"time", batch::RenameSort::Time},
                                                                 {"given", batch::RenameSort::AsGiven}};
 
-class ReadingProgress final : public platform::Progress {
+class ReadingProgress final : public platform::NoProgress {
  public:
   explicit ReadingProgress(ProgressLine& line) : line_(line) {}
-  void percent(int) override {}
-  void text(const std::string&) override {}
   void secondText(const std::string&) override { line_.Next("read"); }
-  void picture(std::span<const std::byte>, int, int) override {}
-  void position(int, int) override {}
 
  private:
   ProgressLine& line_;

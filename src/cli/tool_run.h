@@ -5,21 +5,18 @@
 #include <vector>
 
 #include "cli/run_state.h"
+#include "cli/unattended_answers.h"
 #include "imagefiles/edits/image_edits.h"
 #include "imagefiles/tools/tool_run.h"
-#include "platform/interaction.h"
 
 namespace ml::cli {
 
 /// Answers by the options what the tools ask. Where they say nothing, nothing is changed.
-class ToolAnswers final : public platform::Interaction {
+class ToolAnswers final : public UnattendedAnswers {
  public:
   bool yes = false, overwrite = false;
 
-  void message(const platform::MessageBox&) override {}
   platform::Button ask(const platform::MessageBox&) override;
-  CheckedAnswer askCheck(const platform::MessageBox&, const std::string&) override { return {}; }
-  std::optional<std::string> saveAs(const SaveAsQuestion&) override { return std::nullopt; }
   platform::FileExistsAnswer fileExists(const std::string&) override;
 };
 

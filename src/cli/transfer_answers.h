@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "cli/output_file.h"
+#include "cli/unattended_answers.h"
 #include "platform/companion_set.h"
-#include "platform/interaction.h"
 
 namespace ml::cli {
 
 /// Answers by the options what copying and moving asks. Where they say nothing an image stays where it is, and so it
 /// does where it would replace a file that this run has made.
-class TransferAnswers final : public platform::Interaction {
+class TransferAnswers final : public UnattendedAnswers {
  public:
   /// Does not own `options`.
   TransferAnswers(const ExistingFileOptions& options, bool mayCreate) : options_(options), mayCreate_(mayCreate) {}
@@ -26,9 +26,7 @@ class TransferAnswers final : public platform::Interaction {
   /// What was skipped since Begin(); empty if nothing was.
   const std::string& Note() const { return note_; }
 
-  void message(const platform::MessageBox&) override {}
   platform::Button ask(const platform::MessageBox&) override;
-  CheckedAnswer askCheck(const platform::MessageBox&, const std::string&) override { return {}; }
   std::optional<std::string> saveAs(const SaveAsQuestion& question) override;
   platform::FileExistsAnswer fileExists(const std::string& path) override;
 

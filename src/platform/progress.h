@@ -20,8 +20,8 @@ class Progress {
   virtual void position(int index, int count) = 0;
 };
 
-/// For work that nobody watches.
-class NoProgress final : public Progress {
+/// For work that nobody watches, and for those to derive from who look at little of it.
+class NoProgress : public Progress {
  public:
   void percent(int) override {}
   void text(const std::string&) override {}

@@ -34,8 +34,4 @@ std::string AsShotSharpening(const metadata::ExifData& exif) {
 
 std::string AsShotColourSpace(const metadata::ExifData& exif) { return AsShotLabel(exif.colorSpace); }
 
-std::string CompactDialogTitle10D(const std::string& model) {
-  return platform::ReplaceAll(model, "Canon ", "") + " Conversion Settings";
-}
-
 }  // namespace ml::rawconvert

@@ -21,7 +21,4 @@ std::string AsShotSharpening(const metadata::ExifData& exif);
 /// The 10D dialog.
 std::string AsShotColourSpace(const metadata::ExifData& exif);
 
-/// Titles of the compact dialogs.
-std::string CompactDialogTitle10D(const std::string& model);
-
 }  // namespace ml::rawconvert

@@ -116,12 +116,4 @@ void WriteConverted(const ConvertedPicture& picture, const std::string& destinat
                        .stop = stop});
 }
 
-void ConvertRawFile(const std::string& source, const std::string& destination, RawConversionSettings& settings,
-                    const ConversionOptions& options, const ConversionTools& tools) {
-  const auto picture = ConvertPicture(source, settings, options, tools);
-  if (!picture) return;
-  tools.progress.text(messages::kWriting);
-  WriteConverted(*picture, destination, tools.stop);
-}
-
 }  // namespace ml::rawconvert

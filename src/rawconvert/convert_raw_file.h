@@ -30,16 +30,12 @@ struct ConvertedPicture {
 };
 
 /// Develops the raw file `source` and does to it what the settings ask for, all but the writing. If the settings carry
-/// the white balance on, `settings.develop` has it afterwards. Nothing if there is no picture to be developed. Throws
-/// what DevelopRawFile throws.
+/// the white balance on, `settings.develop` has it afterwards. Kept: nothing, in silence, if the developer finds no
+/// picture. Throws what DevelopRawFile throws.
 std::optional<ConvertedPicture> ConvertPicture(const std::string& source, RawConversionSettings& settings,
                                                const ConversionOptions& options, const ConversionTools& tools);
 
 /// Writes it as `destination`. Throws UserError, Cancelled; there is no new file then, and an old one is as it was.
 void WriteConverted(const ConvertedPicture& picture, const std::string& destination, const std::stop_token& stop);
-
-/// Both, and tells so. Kept: a file in which the developer finds no picture ends it in silence.
-void ConvertRawFile(const std::string& source, const std::string& destination, RawConversionSettings& settings,
-                    const ConversionOptions& options, const ConversionTools& tools);
 
 }  // namespace ml::rawconvert

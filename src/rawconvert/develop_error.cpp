@@ -2,21 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <string_view>
 
-#include "platform/paths.h"
 #include "rawconvert/messages.h"
 
 namespace ml::rawconvert {
 namespace {
 
 constexpr std::uint32_t kLow = 0xFFFF;
-
-std::string Hexadecimal(std::uint32_t code) {
-  std::string text;
-  for (; code != 0 || text.empty(); code >>= 4U) text.insert(text.begin(), "0123456789abcdef"[code & 0xFU]);
-  return "0x" + text;
-}
 
 struct CodeName {
   std::uint32_t code;
@@ -114,10 +108,12 @@ constexpr auto kCodeNames = std::to_array<CodeName>({
 }  // namespace
 
 DevelopError::DevelopError(std::uint32_t code)
-    : std::runtime_error("development error " + Hexadecimal(code)), code_(code) {}
+    : std::runtime_error("development error " + CodeText(code)), code_(code) {}
 
-bool IsCancel(std::uint32_t code) {
-  return code == develop_code::kCancelled || code == develop_code::kCancelledInDevelop;
+std::string CodeText(std::uint32_t code) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%x", code);
+  return text;
 }
 
 std::string RawFileComplaint(std::uint32_t code, const std::string& model) {
@@ -130,18 +126,6 @@ std::string RawFileComplaint(std::uint32_t code, const std::string& model) {
     default:
       return {};
   }
-}
-
-std::string PreviewComplaint(std::uint32_t code) {
-  auto text = "psCException developing image: " + Hexadecimal(code);
-  if (code == develop_code::kInvalidInPreview) text += messages::kPreviewInvalid;
-  return text;
-}
-
-std::string PreviewFailure(const CameraFamily& family, const std::string& path) {
-  std::string text = messages::kPreviewFailed;
-  if (family.isD60 && platform::DirectoryOf(path) == "/") text += messages::kInRootDirectory;
-  return text;
 }
 
 CameraImageError::CameraImageError(std::uint32_t code) : std::runtime_error(CameraImageErrorText(code)), code_(code) {}

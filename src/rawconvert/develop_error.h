@@ -4,8 +4,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "rawconvert/camera_family.h"
-
 namespace ml::rawconvert {
 
 /// The development engine failed; what() names the code for a log. Whoever reports it makes the sentence, with
@@ -19,25 +17,18 @@ class DevelopError : public std::runtime_error {
   std::uint32_t code_;
 };
 
-/// Codes of the development engine; only the low 16 bits of the first three are looked at.
+/// Codes of the development engine, of which only the low 16 bits are looked at.
 namespace develop_code {
 inline constexpr std::uint32_t kInvalid = 2;
 inline constexpr std::uint32_t kUnsupported = 7;
 inline constexpr std::uint32_t kCorrupt = 0x2D;
-inline constexpr std::uint32_t kCancelled = 0x1000005;
-inline constexpr std::uint32_t kCancelledInDevelop = 0x5000005;
-inline constexpr std::uint32_t kInvalidInPreview = 0x5000002;
 }  // namespace develop_code
 
-bool IsCancel(std::uint32_t code);
+/// "0x5000002".
+std::string CodeText(std::uint32_t code);
 /// What the code says about the file, with the line's end: it is damaged, or its format is not supported. Empty for
 /// all other codes.
 std::string RawFileComplaint(std::uint32_t code, const std::string& model);
-/// What the preview of a conversion dialog shows.
-std::string PreviewComplaint(std::uint32_t code);
-
-/// What the preview shows when a development failed: of a D60 file in the root directory it says more.
-std::string PreviewFailure(const CameraFamily& family, const std::string& path);
 
 /// The camera image engine failed. what() is the code's name.
 class CameraImageError : public std::runtime_error {

@@ -21,13 +21,7 @@ inline constexpr char kOnNetworkDrive[] =
     "unless\nthey are mapped to drive letters.";
 inline constexpr char kUnableToOpen[] = "Unable to open image";
 
-inline constexpr char kPreviewFailed[] = "Error converting raw file.";
-inline constexpr char kInRootDirectory[] =
-    "\n\nThis is due to a bug in Canon's SDK which prevents\nD60 raw files from being converted when they are in\nthe "
-    "root directory of a drive. To convert this image\nit is necessary to move it to a sub directory first.";
-
 inline constexpr char kRawInvalid[] = "Raw file is invalid and cannot be converted\n";
-inline constexpr char kPreviewInvalid[] = "\nRaw file is invalid and cannot be converted.";
 inline std::string FormatNotSupported(const std::string& model) { return model + " raw file format not supported\n"; }
 
 inline constexpr char kUndefinedCode[] = "Undefined CDSDK error";

@@ -84,10 +84,8 @@ void SetDevelopValues(RawConversionSettings& settings, const RawDialogValues& va
   settings.develop = develop;
 }
 
-bool Is16BitFormat(int format) { return format == 2 || format == 4 || format == 6; }
-
-bool NeedsEightBitWarning(const CameraFamily& family, int format, Method method) {
-  return family.is8BitOnly && (Is16BitFormat(format) || method != Method::Normal);
+bool NeedsEightBitWarning(const CameraFamily& family, OutputFormat format, Method method) {
+  return family.is8BitOnly && (FactsOf(format).bits16 || method != Method::Normal);
 }
 
 std::string EightBitWarning(const std::string& model) { return messages::EightBitOnly(model); }

@@ -4,6 +4,7 @@
 
 #include "metadata/exif_data.h"
 #include "rawconvert/camera_family.h"
+#include "rawconvert/output_format.h"
 #include "rawconvert/raw_conversion_settings.h"
 
 namespace ml::rawconvert {
@@ -25,10 +26,8 @@ int NormaliseColourTemperature(int kelvin);
 /// That of the shot, "as shot" white balance of a colour temperature; 0 if the file tells none.
 int ColourTemperatureOf(const metadata::ExifData& exif);
 
-/// 8-bit formats are 0, 1, 3 and 5.
-bool Is16BitFormat(int format);
 /// Whether accepting a dialog must ask first, and the question.
-bool NeedsEightBitWarning(const CameraFamily& family, int format, Method method);
+bool NeedsEightBitWarning(const CameraFamily& family, OutputFormat format, Method method);
 std::string EightBitWarning(const std::string& model);
 
 }  // namespace ml::rawconvert

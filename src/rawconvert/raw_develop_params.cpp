@@ -51,11 +51,6 @@ void RawDevelopParams::SetCustomPoint(WhitePoint point) {
   SetLong(kCustomY, static_cast<std::uint32_t>(point.y));
 }
 
-void RawDevelopParams::ClearCustomPoint() {
-  SetCustomPoint({});
-  Set(kCustomFlag, 0);
-}
-
 WhiteBalanceCoefficients RawDevelopParams::Coefficients() const {
   WhiteBalanceCoefficients coefficients;
   for (std::size_t i = 0; i < 4; ++i) coefficients.multipliers[i] = std::bit_cast<float>(GetLong(kComputed + 4 * i));

@@ -62,10 +62,8 @@ class RawDevelopParams {
   /// A code of the white balance table; -1 is the custom white point, or the coefficients if there are any.
   int WhiteBalance() const { return Get(40); }
   void SetWhiteBalance(int code) { Set(40, code); }
-  bool HasCustomPoint() const { return Get(42) != 0; }
   WhitePoint CustomPoint() const;
   void SetCustomPoint(WhitePoint point);
-  void ClearCustomPoint();
   /// What the last development with this record computed; lies in the bytes that ClearComputed clears.
   WhiteBalanceCoefficients Coefficients() const;
   void SetCoefficients(const WhiteBalanceCoefficients& coefficients);

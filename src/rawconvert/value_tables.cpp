@@ -86,15 +86,4 @@ std::span<const ValueRow> OutputFormats() { return kFormats; }
 std::span<const ValueRow> PhotoEffects() { return kPhotoEffects; }
 std::span<const ValueRow> ColourSpaces() { return kColourSpaces; }
 
-std::string CustomPointLabel(WhitePoint point) {
-  return "Custom [" + std::to_string(point.x) + "," + std::to_string(point.y) + "]";
-}
-
-std::string_view LabelOf(std::span<const ValueRow> rows, int value) {
-  for (const auto& row : rows) {
-    if (row.value == value) return row.label;
-  }
-  return {};
-}
-
 }  // namespace ml::rawconvert

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "rawconvert/raw_conversion_settings.h"
@@ -34,12 +33,5 @@ std::span<const ValueRow> NoiseBlendings();
 std::span<const ValueRow> OutputFormats();
 std::span<const ValueRow> PhotoEffects();
 std::span<const ValueRow> ColourSpaces();
-
-/// The value that a list shows for a custom white point, and its label, "Custom [x,y]".
-inline constexpr int kCustomPointEntry = 32768;
-std::string CustomPointLabel(WhitePoint point);
-
-/// Empty if no row has this value.
-std::string_view LabelOf(std::span<const ValueRow> rows, int value);
 
 }  // namespace ml::rawconvert

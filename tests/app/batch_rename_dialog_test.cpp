@@ -41,31 +41,26 @@ struct FormCase {
   int counter;  ///< in force
 };
 
-class FormOpened : public testing::TestWithParam<FormCase> {};
-
-TEST_P(FormOpened, ShowsWhatTheRowWants) {
-  const auto& want = GetParam();
-  const RenameForm form(Remembered(want.row, want.continuous));
-  EXPECT_EQ(form.Digits().use, want.digitsUse);
-  EXPECT_EQ(form.Digits().value, want.digits);
-  EXPECT_EQ(form.FirstNumber().use, want.firstUse);
-  EXPECT_EQ(form.FirstNumber().value, want.first);
-  EXPECT_EQ(form.Style().firstNumber, want.counter);
-  EXPECT_EQ(form.Digits().reason.empty(), want.digitsUse == FieldUse::Edit);
+TEST(RenameForm, ShowsWhatTheRowWants) {
+  constexpr auto kEdit = FieldUse::Edit, kReadOnly = FieldUse::ReadOnly, kOff = FieldUse::Off;
+  for (const auto& want :
+       {FormCase{"Standard", 0, true, kReadOnly, 4, kReadOnly, 40, 40},
+        FormCase{"StandardAnew", 0, false, kReadOnly, 4, kEdit, 1, 1},
+        FormCase{"DateWithoutNumber", 3, true, kReadOnly, 3, kOff, 1, 40},
+        FormCase{"DigitsOfRowSixStay", 6, true, kOff, 1, kOff, 1, 40},
+        FormCase{"Custom", 7, true, kEdit, 6, kReadOnly, 70, 70},
+        FormCase{"CustomAnew", 7, false, kEdit, 6, kEdit, 1, 1}, FormCase{"OnlyUnique", 8, true, kEdit, 6, kOff, 1, 80},
+        FormCase{"NoNumber", 9, true, kOff, 1, kOff, 1, 0}, FormCase{"BehindTheEnd", 12, true, kOff, 1, kOff, 1, 0}}) {
+    SCOPED_TRACE(want.name);
+    const RenameForm form(Remembered(want.row, want.continuous));
+    EXPECT_EQ(form.Digits().use, want.digitsUse);
+    EXPECT_EQ(form.Digits().value, want.digits);
+    EXPECT_EQ(form.FirstNumber().use, want.firstUse);
+    EXPECT_EQ(form.FirstNumber().value, want.first);
+    EXPECT_EQ(form.Style().firstNumber, want.counter);
+    EXPECT_EQ(form.Digits().reason.empty(), want.digitsUse == FieldUse::Edit);
+  }
 }
-
-constexpr auto kEdit = FieldUse::Edit, kReadOnly = FieldUse::ReadOnly, kOff = FieldUse::Off;
-INSTANTIATE_TEST_SUITE_P(Rows, FormOpened,
-                         testing::Values(FormCase{"Standard", 0, true, kReadOnly, 4, kReadOnly, 40, 40},
-                                         FormCase{"StandardAnew", 0, false, kReadOnly, 4, kEdit, 1, 1},
-                                         FormCase{"DateWithoutNumber", 3, true, kReadOnly, 3, kOff, 1, 40},
-                                         FormCase{"DigitsOfRowSixStay", 6, true, kOff, 1, kOff, 1, 40},
-                                         FormCase{"Custom", 7, true, kEdit, 6, kReadOnly, 70, 70},
-                                         FormCase{"CustomAnew", 7, false, kEdit, 6, kEdit, 1, 1},
-                                         FormCase{"OnlyUnique", 8, true, kEdit, 6, kOff, 1, 80},
-                                         FormCase{"NoNumber", 9, true, kOff, 1, kOff, 1, 0},
-                                         FormCase{"BehindTheEnd", 12, true, kOff, 1, kOff, 1, 0}),
-                         [](const auto& c) { return std::string(c.param.name); });
 
 TEST(RenameForm, TakesOverWhatOneRowLeavesToTheNext) {
   RenameForm form(Remembered(7, true));

@@ -1,56 +1,28 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTest>
-#include <QTimer>
-#include <cstdlib>
 #include <filesystem>
 
-#include "app/main_frame.h"
-#include "app/marrowlantern_view.h"
-#include "app/session.h"
+#include "app/window_test.h"
 #include "batch/ui/batch_rename_dialog.h"
-#include "support/fakes.h"
-#include "support/sample_photo.h"
-#include "support/temp_dir.h"
 
 namespace ml::app {
 namespace {
 
 namespace fs = std::filesystem;
-using Names = std::vector<std::string>;
-
-struct Toolkit {
-  int offscreen = ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  int argc = 0;
-  QApplication application{argc, nullptr};
-};
 
 /// The window over five images, of which the first has a note.
-class BatchRenameRun : public testing::Test {
+class BatchRenameRun : public WindowTest {
  protected:
   BatchRenameRun() {
-    ::setenv("XDG_STATE_HOME", (dir / "state").c_str(), 1);
-    for (int i = 1; i <= 5; ++i) {
-      const auto path = dir.Write("day/" + std::to_string(i) + ".jpg", test::MakePhoto({.width = 30, .height = 20}));
-      inodes.push_back(Inode(path));
-    }
+    const Names names{"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"};
+    AddPhotos(names);
+    for (const auto& name : names) inodes.push_back(Inode(Day(name)));
     dir.Write("day/1.txt", "note");
     settings::Settings settings;
     settings.rename = {.sortMethod = 3, .style = 7};
     settings.rename.formatString = "%n";
     settings.rename.digits = 1;
-    session = std::make_unique<Session>(settings, ask, [](int) {});
-    frame = std::make_unique<CMainFrame>(*session);
-    frame->show();
-    static_cast<void>(QTest::qWaitForWindowExposed(frame.get()));
-    session->Images().LoadDirectory(dir / "day", "");
-  }
-  ~BatchRenameRun() override {
-    session->Worker().Pause();
-    frame.reset();
+    Open(settings);
   }
 
   static ino_t Inode(const std::string& path) {
@@ -67,22 +39,9 @@ class BatchRenameRun : public testing::Test {
     }
     return names;
   }
-  Names Files() const {
-    Names names;
-    for (const auto& path : session->list.files) names.push_back(path.substr(path.rfind('/') + 1));
-    return names;
-  }
   /// Runs the command; `use` gets its dialog and ends it.
   void Rename(const std::function<void(batch::ui::CBatchRenameDialog&)>& use) {
-    bool met = false;
-    QTimer::singleShot(100, frame.get(), [&] {
-      auto* dialog = qobject_cast<batch::ui::CBatchRenameDialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(dialog, nullptr);
-      met = true;
-      use(*dialog);
-    });
-    frame->Runner().Run(CommandId::BatchRename);
-    EXPECT_TRUE(met);
+    EXPECT_TRUE(RunWithDialog<batch::ui::CBatchRenameDialog>(CommandId::BatchRename, use));
   }
   /// In the order on show, 1 to 5.
   void PutInReverse() {
@@ -94,12 +53,7 @@ class BatchRenameRun : public testing::Test {
     ASSERT_EQ(Files(), (Names{"5.jpg", "4.jpg", "3.jpg", "2.jpg", "1.jpg"}));
   }
 
-  test::TempDir dir;
-  Toolkit toolkit;
-  test::ScriptedInteraction ask;
   std::vector<ino_t> inodes;
-  std::unique_ptr<Session> session;
-  std::unique_ptr<CMainFrame> frame;
 };
 
 TEST_F(BatchRenameRun, SwapsNamesWithMarksAndOrderAndUndoesItAll) {

@@ -55,64 +55,6 @@ struct RuleCase {
   bool on;
 };
 
-class CommandRules : public testing::TestWithParam<RuleCase> {};
-
-TEST_P(CommandRules, DecideWhatIsOn) { EXPECT_EQ(FindCommand(GetParam().id).enabled(GetParam().state), GetParam().on); }
-
-INSTANTIATE_TEST_SUITE_P(Navigation, CommandRules,
-                         testing::Values(RuleCase{"NextInTheMiddle", Id::NextImage, Main(3, 1), true},
-                                         RuleCase{"NextAtTheEnd", Id::NextImage, Main(3, 2), false},
-                                         RuleCase{"NextAroundTheEnd", Id::NextImage, Around(Main(3, 2)), true},
-                                         RuleCase{"NextOfOne", Id::NextImage, Around(Main(1, 0)), false},
-                                         RuleCase{"NextOfNone", Id::NextImage, Main(0, -1), false},
-                                         RuleCase{"NextOfNoneAround", Id::NextImage, Around(Main(0, -1)), true},
-                                         RuleCase{"NextInThumbnails", Id::NextImage, Thumbs(3, 0), false},
-                                         RuleCase{"PreviousAtTheStart", Id::PreviousImage, Main(3, 0), false},
-                                         RuleCase{"PreviousAroundTheStart", Id::PreviousImage, Around(Main(3, 0)),
-                                                  true},
-                                         RuleCase{"PreviousInTheMiddle", Id::PreviousImage, Main(3, 1), true},
-                                         RuleCase{"PreviousOfOne", Id::PreviousImage, Around(Main(1, 0)), false}),
-                         [](const auto& c) { return std::string(c.param.name); });
-
-INSTANTIATE_TEST_SUITE_P(
-    TagsAndSelection, CommandRules,
-    testing::Values(RuleCase{"SelectAll", Id::SelectAll, Thumbs(2, -1), true},
-                    RuleCase{"SelectAllOfNone", Id::SelectAll, Thumbs(0, -1), false},
-                    RuleCase{"SelectAllInMain", Id::SelectAll, Main(2, 0), false},
-                    RuleCase{"TagNoneInMain", Id::TagNone, Main(2, 0), false},
-                    RuleCase{"AddTagToTheCurrent", Id::AddTag, Main(2, 0), true},
-                    RuleCase{"AddTagTwice", Id::AddTag, Tagged(Main(2, 0)), false},
-                    RuleCase{"AddTagWithoutImage", Id::AddTag, Main(0, -1), false},
-                    RuleCase{"AddTagToTheSelected", Id::AddTag, Tagged(Thumbs(2, 0, 1)), true},
-                    RuleCase{"AddTagToNothingSelected", Id::AddTag, Thumbs(2, 0, 0), false},
-                    RuleCase{"RemoveTag", Id::RemoveTag, Tagged(Main(2, 0)), true},
-                    RuleCase{"RemoveTagWithoutTag", Id::RemoveTag, Main(2, 0), false},
-                    RuleCase{"RemoveTagsOfTheSelected", Id::RemoveTag, Thumbs(2, 0, 2), true},
-                    RuleCase{"TagImageNeedsFocus", Id::TagImage, Thumbs(2, -1, 2), false},
-                    RuleCase{"TagImageWithFocus", Id::TagImage, Thumbs(2, 1), true},
-                    RuleCase{"TagImageBehindTheEnd", Id::TagImage, Thumbs(2, 2), false},
-                    RuleCase{"LoadTags", Id::LoadTags, Main(1, 0), true},
-                    RuleCase{"LoadTagsOfNone", Id::LoadTags, Thumbs(0, -1), false},
-                    RuleCase{"SaveTagsWithoutTags", Id::SaveTags, Thumbs(3, 0), false},
-                    RuleCase{"SaveTags", Id::SaveTags, With(Thumbs(3, 0), [](auto& s) { s.taggedCount = 1; }), true},
-                    RuleCase{"TaggedToStart", Id::MoveTaggedToStart,
-                             With(Thumbs(3, 0), [](auto& s) { s.taggedBehindUntagged = true; }), true},
-                    RuleCase{"TaggedToStartInMain", Id::MoveTaggedToStart,
-                             With(Main(3, 0), [](auto& s) { s.taggedBehindUntagged = true; }), false},
-                    RuleCase{"TaggedAtStart", Id::MoveTaggedToStart, Thumbs(3, 0), false}),
-    [](const auto& c) { return std::string(c.param.name); });
-
-INSTANTIATE_TEST_SUITE_P(
-    Order, CommandRules,
-    testing::Values(RuleCase{"NoCustomOrder", Id::CustomOrder, Sorted(SortMethod::Numeric), false},
-                    RuleCase{"RememberedCustomOrder", Id::CustomOrder, Sorted(SortMethod::Numeric, true), true},
-                    RuleCase{"InCustomOrder", Id::CustomOrder, Sorted(SortMethod::Custom), true},
-                    RuleCase{"Reverse", Id::ReverseSortOrder, Sorted(SortMethod::FileType), true},
-                    RuleCase{"ReverseCustom", Id::ReverseSortOrder, Sorted(SortMethod::Custom), false},
-                    RuleCase{"SaveCustom", Id::SaveCustomOrder, Sorted(SortMethod::Custom), true},
-                    RuleCase{"SaveNoCustom", Id::SaveCustomOrder, Sorted(SortMethod::Timestamp, true), false}),
-    [](const auto& c) { return std::string(c.param.name); });
-
 CommandState OfKind(CommandState state, bool FileKinds::*kind) {
   state.targetKinds.*kind = state.kinds.*kind = true;
   return state;
@@ -133,51 +75,78 @@ CommandState BesideGallery(CommandState state) {
   return state;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Files, CommandRules,
-    testing::Values(RuleCase{"RotateTheCurrent", Id::RotateLeft, Main(3, 0), true},
-                    RuleCase{"RotateWithoutSelection", Id::RotateRight, Thumbs(3, 0), false},
-                    RuleCase{"RotateTheSelected", Id::RotateRight, Chosen(), true},
-                    RuleCase{"MoveTheSelected", Id::MoveToFolder, Chosen(), true},
-                    RuleCase{"MoveTheFocused", Id::MoveToFolder, Thumbs(3, 1), true},
-                    RuleCase{"MoveNothing", Id::MoveToFolder, Thumbs(3, -1), false},
-                    RuleCase{"SelectedInMainDoNotCount", Id::Slideshow,
-                             With(Main(3, -1), [](auto& s) { s.selectedCount = 2; }), false},
-                    RuleCase{"RenameNeedsATarget", Id::RenameImage, Chosen(), false},
-                    RuleCase{"DeleteImages", Id::Delete, Chosen(), true},
-                    RuleCase{"DeleteNothing", Id::Delete, Thumbs(3, -1), false},
-                    RuleCase{"DeleteDirectory", Id::Delete, InTree(Thumbs(0, -1), false), true},
-                    RuleCase{"DeleteNoDrive", Id::Delete, InTree(Chosen(), true), false},
-                    RuleCase{"PrintAll", Id::Print, Thumbs(3, -1), true},
-                    RuleCase{"PrintNoVideo", Id::PrintPreview, OfKind(Main(3, 0), &FileKinds::avi), false},
-                    RuleCase{"PrintSelectedVideo", Id::Print, OfKind(Chosen(), &FileKinds::avi), true},
-                    RuleCase{"GalleryOfTheChosen", Id::Html, Chosen(), true},
-                    RuleCase{"GalleryAnew", Id::Html, BesideGallery(Thumbs(3, -1)), true},
-                    RuleCase{"NoGallery", Id::Html, Thumbs(3, -1), false},
-                    RuleCase{"NoGalleryInMain", Id::Html, BesideGallery(Main(3, -1)), false}),
-    [](const auto& c) { return std::string(c.param.name); });
-
-INSTANTIATE_TEST_SUITE_P(
-    Kinds, CommandRules,
-    testing::Values(RuleCase{"CopyExifToJpeg", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::jpeg), true},
-                    RuleCase{"CopyExifToTiff", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::tiff), true},
-                    RuleCase{"CopyExifToRaw", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::raw), false},
-                    RuleCase{"ConvertRaw", Id::ConvertRawImage, OfKind(Thumbs(1, 0), &FileKinds::raw), true},
-                    RuleCase{"ConvertWithoutTarget", Id::ConvertRawImage, OfKind(Chosen(), &FileKinds::raw), false},
-                    RuleCase{"ConvertRawAmongOthers", Id::BatchConvert, OfKind(Chosen(), &FileKinds::raw), true},
-                    RuleCase{"ConvertNoRaw", Id::BatchConvert, OfKind(Chosen(), &FileKinds::jpeg), false},
-                    RuleCase{"ExtractJpegs", Id::ExtractJpegs, OfKind(Main(1, 0), &FileKinds::raw), true},
-                    RuleCase{"RegenerateOnlyCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::raw), false},
-                    RuleCase{"RegenerateCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::crw), true},
-                    RuleCase{"PlayVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::avi), true},
-                    RuleCase{"PlayNoVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::jpeg), false},
-                    RuleCase{"PlaySound", Id::PlaySound, SoundBeside(Main(1, 0)), true},
-                    RuleCase{"PlayNoSound", Id::PlaySound, Main(1, 0), false},
-                    RuleCase{"Iptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::holdsIptc), true},
-                    RuleCase{"NoIptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::jpeg), false},
-                    RuleCase{"AutoRotate", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::jpeg), true},
-                    RuleCase{"AutoRotateRaw", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::raw), false}),
-    [](const auto& c) { return std::string(c.param.name); });
+TEST(CommandRules, DecideWhatIsOn) {
+  const RuleCase cases[] = {
+      // Navigation
+      {"NextInTheMiddle", Id::NextImage, Main(3, 1), true},
+      {"NextAtTheEnd", Id::NextImage, Main(3, 2), false},
+      {"NextAroundTheEnd", Id::NextImage, Around(Main(3, 2)), true},
+      {"NextOfOne", Id::NextImage, Around(Main(1, 0)), false},
+      {"NextOfNoneAround", Id::NextImage, Around(Main(0, -1)), true},
+      {"NextInThumbnails", Id::NextImage, Thumbs(3, 0), false},
+      {"PreviousAtTheStart", Id::PreviousImage, Main(3, 0), false},
+      {"PreviousAroundTheStart", Id::PreviousImage, Around(Main(3, 0)), true},
+      // Tags and selection
+      {"SelectAllInMain", Id::SelectAll, Main(2, 0), false},
+      {"TagNoneInMain", Id::TagNone, Main(2, 0), false},
+      {"AddTagToTheCurrent", Id::AddTag, Main(2, 0), true},
+      {"AddTagTwice", Id::AddTag, Tagged(Main(2, 0)), false},
+      {"AddTagToTheSelected", Id::AddTag, Tagged(Thumbs(2, 0, 1)), true},
+      {"AddTagToNothingSelected", Id::AddTag, Thumbs(2, 0, 0), false},
+      {"RemoveTag", Id::RemoveTag, Tagged(Main(2, 0)), true},
+      {"RemoveTagsOfTheSelected", Id::RemoveTag, Thumbs(2, 0, 2), true},
+      {"TagImageNeedsFocus", Id::TagImage, Thumbs(2, -1, 2), false},
+      {"TagImageWithFocus", Id::TagImage, Thumbs(2, 1), true},
+      {"TagImageBehindTheEnd", Id::TagImage, Thumbs(2, 2), false},
+      {"LoadTagsOfNone", Id::LoadTags, Thumbs(0, -1), false},
+      {"SaveTags", Id::SaveTags, With(Thumbs(3, 0), [](auto& s) { s.taggedCount = 1; }), true},
+      {"TaggedToStart", Id::MoveTaggedToStart, With(Thumbs(3, 0), [](auto& s) { s.taggedBehindUntagged = true; }),
+       true},
+      {"TaggedToStartInMain", Id::MoveTaggedToStart, With(Main(3, 0), [](auto& s) { s.taggedBehindUntagged = true; }),
+       false},
+      {"TaggedAtStart", Id::MoveTaggedToStart, Thumbs(3, 0), false},
+      // Order
+      {"NoCustomOrder", Id::CustomOrder, Sorted(SortMethod::Numeric), false},
+      {"RememberedCustomOrder", Id::CustomOrder, Sorted(SortMethod::Numeric, true), true},
+      {"InCustomOrder", Id::CustomOrder, Sorted(SortMethod::Custom), true},
+      {"ReverseCustom", Id::ReverseSortOrder, Sorted(SortMethod::Custom), false},
+      {"SaveCustom", Id::SaveCustomOrder, Sorted(SortMethod::Custom), true},
+      {"SaveNoCustom", Id::SaveCustomOrder, Sorted(SortMethod::Timestamp, true), false},
+      // Files
+      {"RotateTheCurrent", Id::RotateLeft, Main(3, 0), true},
+      {"RotateWithoutSelection", Id::RotateRight, Thumbs(3, 0), false},
+      {"RotateTheSelected", Id::RotateRight, Chosen(), true},
+      {"MoveTheSelected", Id::MoveToFolder, Chosen(), true},
+      {"MoveNothing", Id::MoveToFolder, Thumbs(3, -1), false},
+      {"SelectedInMainDoNotCount", Id::Slideshow, With(Main(3, -1), [](auto& s) { s.selectedCount = 2; }), false},
+      {"RenameNeedsATarget", Id::RenameImage, Chosen(), false},
+      {"DeleteNothing", Id::Delete, Thumbs(3, -1), false},
+      {"DeleteDirectory", Id::Delete, InTree(Thumbs(0, -1), false), true},
+      {"DeleteNoDrive", Id::Delete, InTree(Chosen(), true), false},
+      {"PrintNoVideo", Id::PrintPreview, OfKind(Main(3, 0), &FileKinds::avi), false},
+      {"PrintSelectedVideo", Id::Print, OfKind(Chosen(), &FileKinds::avi), true},
+      {"GalleryAnew", Id::Html, BesideGallery(Thumbs(3, -1)), true},
+      {"NoGallery", Id::Html, Thumbs(3, -1), false},
+      {"NoGalleryInMain", Id::Html, BesideGallery(Main(3, -1)), false},
+      // Kinds
+      {"CopyExifToTiff", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::tiff), true},
+      {"CopyExifToRaw", Id::CopyExifFrom, OfKind(Main(1, 0), &FileKinds::raw), false},
+      {"ConvertRaw", Id::ConvertRawImage, OfKind(Thumbs(1, 0), &FileKinds::raw), true},
+      {"ConvertWithoutTarget", Id::ConvertRawImage, OfKind(Chosen(), &FileKinds::raw), false},
+      {"ConvertRawAmongOthers", Id::BatchConvert, OfKind(Chosen(), &FileKinds::raw), true},
+      {"ConvertNoRaw", Id::BatchConvert, OfKind(Chosen(), &FileKinds::jpeg), false},
+      {"ExtractJpegs", Id::ExtractJpegs, OfKind(Main(1, 0), &FileKinds::raw), true},
+      {"RegenerateOnlyCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::raw), false},
+      {"RegenerateCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::crw), true},
+      {"PlayVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::avi), true},
+      {"PlaySound", Id::PlaySound, SoundBeside(Main(1, 0)), true},
+      {"PlayNoSound", Id::PlaySound, Main(1, 0), false},
+      {"Iptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::holdsIptc), true},
+      {"AutoRotate", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::jpeg), true},
+      {"AutoRotateRaw", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::raw), false},
+  };
+  for (const auto& c : cases) EXPECT_EQ(FindCommand(c.id).enabled(c.state), c.on) << c.name;
+}
 
 TEST(CommandMarks, FollowTheState) {
   auto state = Thumbs(1, 0);

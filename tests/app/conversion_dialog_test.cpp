@@ -4,14 +4,10 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QLabel>
 #include <QPushButton>
-#include <QTabWidget>
-#include <QTest>
 #include <optional>
 
-#include "app/theme.h"
 #include "rawconvert/resize_box.h"
 #include "rawconvert/ui/number_field.h"
 #include "support/fakes.h"
@@ -258,43 +254,6 @@ TEST(ResizeBoxTest, KeepsPixelsInAnyUnit) {
   EXPECT_EQ(BoxPixelsOf(ResizeUnits::Centimetres, 2.54, 300), 300);
   EXPECT_EQ(BoxPixelsOf(ResizeUnits::Inches, 100, 999), 15000);
   EXPECT_EQ(BoxPixelsOf(ResizeUnits::Inches, 0, 240), 1);
-}
-
-/// Pictures for people to look at, in screens/ of the build folder.
-TEST(ConversionDialogScreens, OfEachFamily) {
-  struct Case {
-    const char* name;
-    const char* model;
-    const char* path;
-    bool batch;
-  };
-  QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/../screens"));
-  ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
-  for (const auto scheme : {app::Scheme::Light, app::Scheme::Dark}) {
-    app::ApplyTheme(*qApp, scheme);
-    for (const auto& c : {Case{"10d", "Canon EOS 10D", "/shots/IMG_0001.crw", false},
-                          Case{"1ds", "Canon EOS-1DS", "/shots/IMG_0001.tif", true},
-                          Case{"nef", "NIKON D1", "/shots/DSC_0001.nef", true}}) {
-      ConversionChoice choice;
-      choice.settings.postProcess = 1;
-      choice.settings.levelsStyle = LevelsStyle::Manual;
-      choice.settings.midPoint = 12;
-      Opened opened(c.model, c.batch, choice, c.path);
-      auto* tabs = opened.dialog->findChild<QTabWidget*>();
-      opened.dialog->show();
-      for (int page = 0; page < tabs->count(); ++page) {
-        tabs->setCurrentIndex(page);
-        QTest::qWait(1);
-        const auto file = QStringLiteral("convert-%1-%2-%3-%4x.png")
-                              .arg(QLatin1String(c.name))
-                              .arg(page)
-                              .arg(QLatin1String(scheme == app::Scheme::Light ? "light" : "dark"))
-                              .arg(qRound(opened.dialog->devicePixelRatioF()));
-        EXPECT_TRUE(opened.dialog->grab().save(folder.filePath(file)));
-      }
-    }
-  }
-  app::ApplyTheme(*qApp, app::Scheme::Light);
 }
 
 }  // namespace

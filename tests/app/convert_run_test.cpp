@@ -1,18 +1,10 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTest>
-#include <QTimer>
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
 
-#include "app/main_frame.h"
-#include "app/session.h"
+#include "app/window_test.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "rawconvert/ui/conversion_dialog.h"
@@ -20,8 +12,6 @@
 #include "support/camera_raw.h"
 #include "support/ciff_builder.h"
 #include "support/fake_developer.h"
-#include "support/fakes.h"
-#include "support/temp_dir.h"
 
 namespace ml::app {
 namespace {
@@ -29,58 +19,41 @@ namespace {
 using rawconvert::ui::ConversionDialog;
 using rawconvert::ui::ValueList;
 
-struct Toolkit {
-  int offscreen = ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  int argc = 0;
-  QApplication application{argc, nullptr};
-};
-
 /// The window over raw files, which a fake develops.
-class ConvertCommand : public testing::Test {
+class ConvertCommand : public WindowTest {
  protected:
   ConvertCommand() {
     Add("1.crw", "Canon EOS D60");
     Add("2.crw", "Canon EOS D30");
-    photos.Write("3.gif", "GIF89a");
+    dir.Write("day/3.gif", "GIF89a");
     Add("4.crw", "Canon EOS D60");
     Add("5.crw", "Canon EOS D9");
-    session.SetDeveloper(std::make_unique<rawconvert::RawDeveloper>(std::unique_ptr<rawconvert::DevelopmentSdk>(sdk),
-                                                                    std::make_unique<test::FakeCameraImage>()));
-    session.settings.raw.convertFormat = 5;
-    session.Images().LoadDirectory(photos.Path(), "");
-    frame.show();
-    frame.UpdateAll();
+    settings::Settings settings;
+    settings.raw.convertFormat = 5;
+    Open(settings);
+    session->SetDeveloper(std::make_unique<rawconvert::RawDeveloper>(std::unique_ptr<rawconvert::DevelopmentSdk>(sdk),
+                                                                     std::make_unique<test::FakeCameraImage>()));
   }
-  ~ConvertCommand() override { session.Worker().Pause(); }
 
   void Add(const std::string& name, const std::string& model) {
     const test::CameraRaw raw{.width = 64, .height = 48, .make = "Canon", .model = model};
-    photos.Write(name, test::CrwHeap(raw).BuildFile(test::Endian::Little));
+    dir.Write("day/" + name, test::CrwHeap(raw).BuildFile(test::Endian::Little));
   }
   void Choose(const std::vector<const char*>& names) {
-    session.list.SelectNone();
+    session->list.SelectNone();
     for (const auto* name : names) {
-      const int index = session.list.IndexOfPath(photos / name);
-      session.list.marks.at(static_cast<std::size_t>(index)).selected = true;
-      if (name == names.front()) session.list.focusIndex = session.list.currentIndex = index;
+      const int index = session->list.IndexOfPath(Day(name));
+      session->list.marks.at(static_cast<std::size_t>(index)).selected = true;
+      if (name == names.front()) session->list.focusIndex = session->list.currentIndex = index;
     }
   }
   /// Runs the command and presses the button that starts with `button`; Escape for an empty one. False without dialog.
   bool Run(CommandId id, const char* button, const std::function<void(ConversionDialog&)>& edit = {}) {
-    bool met = false;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &frame, [&] {
-      auto* dialog = qobject_cast<ConversionDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr || met) return;
-      met = true;
-      if (edit) edit(*dialog);
-      Press(*dialog, button);
-    });
-    look.start(5);
     sdk->opened.clear();
-    frame.Runner().Run(id);
-    QTest::qWait(10);
-    return met;
+    return RunWithDialog<ConversionDialog>(id, [&](ConversionDialog& dialog) {
+      if (edit) edit(dialog);
+      Press(dialog, button);
+    });
   }
   static void Press(ConversionDialog& dialog, const char* button) {
     if (*button == 0) return dialog.reject();
@@ -92,23 +65,16 @@ class ConvertCommand : public testing::Test {
   }
   std::vector<std::string> Made(const char* directory = "CONVERTED") const {
     std::vector<std::string> names;
-    if (!platform::IsDirectory(photos / directory)) return names;
-    for (const auto& entry : std::filesystem::directory_iterator(photos / directory)) {
+    if (!platform::IsDirectory(Day(directory))) return names;
+    for (const auto& entry : std::filesystem::directory_iterator(Day(directory))) {
       names.push_back(entry.path().filename());
     }
     std::ranges::sort(names);
     return names;
   }
-  void Forget() { std::filesystem::remove_all(photos / "CONVERTED"); }
+  void Forget() { std::filesystem::remove_all(Day("CONVERTED")); }
 
-  using Names = std::vector<std::string>;
-
-  Toolkit toolkit;
-  test::TempDir photos;
-  test::ScriptedInteraction ask;
   test::FakeDevelopment* sdk = new test::FakeDevelopment;
-  Session session{{}, ask, [](int) {}};
-  CMainFrame frame{session};
 };
 
 TEST_F(ConvertCommand, ConvertsOneOrTheChosenOnesOrAll) {
@@ -125,11 +91,11 @@ TEST_F(ConvertCommand, ConvertsOneOrTheChosenOnesOrAll) {
       {ViewMode::Thumbnails, {"4.crw"}, "", {}},
   };
   for (const auto& c : cases) {
-    session.mode = c.mode;
+    session->mode = c.mode;
     Choose(c.chosen);
     EXPECT_TRUE(Run(CommandId::ConvertRawImage, c.button));
     EXPECT_EQ(Made(), c.made) << c.button;
-    EXPECT_TRUE(c.made.empty() || sdk->opened.front() == photos / "4.crw") << "the image at hand comes first";
+    EXPECT_TRUE(c.made.empty() || sdk->opened.front() == Day("4.crw")) << "the image at hand comes first";
     Forget();
   }
   EXPECT_TRUE(ask.shown.empty());
@@ -143,7 +109,7 @@ TEST_F(ConvertCommand, RefusesCamerasThatItDoesNotKnow) {
 }
 
 TEST_F(ConvertCommand, BatchTakesWhatIsMeantAndLeavesThePostProcessingAlone) {
-  auto& raw = session.settings.raw;
+  auto& raw = session->settings.raw;
   raw.postProcess = raw.resize = 1;
   raw.resizeWidth = raw.resizeHeight = 2;
   raw.sameWhiteBalance = 3;
@@ -159,15 +125,15 @@ TEST_F(ConvertCommand, BatchTakesWhatIsMeantAndLeavesThePostProcessingAlone) {
   EXPECT_EQ(std::pair(raw.postProcess, raw.sameWhiteBalance), std::pair(1, 3));
   EXPECT_EQ(std::pair(raw.method, raw.developContrast), std::pair(1, 1));
 
-  session.mode = ViewMode::Main;
+  session->mode = ViewMode::Main;
   EXPECT_TRUE(Run(CommandId::BatchConvert, "Convert 4 Images")) << "all of the directory";
-  session.mode = ViewMode::Thumbnails;
+  session->mode = ViewMode::Thumbnails;
   Choose({"3.gif"});
   EXPECT_FALSE(Run(CommandId::BatchConvert, "")) << "the command is off";
 }
 
 TEST_F(ConvertCommand, CancelLeavesTheValuesOfOtherCamerasAlone) {
-  auto& raw = session.settings.raw;
+  auto& raw = session->settings.raw;
   raw.developTone = 2;
   raw.developContrast = 2;
   raw.method = 2;
@@ -182,48 +148,48 @@ TEST_F(ConvertCommand, CancelLeavesTheValuesOfOtherCamerasAlone) {
 }
 
 TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
-  const auto file = photos / "1.crw";
+  const auto file = Day("1.crw");
   const auto read = [&] { return test::ReadAll(file); };
   const auto before = read();
   Choose({"1.crw", "3.gif"});
-  QTimer::singleShot(20, &frame, [&] {
+  QTimer::singleShot(20, frame.get(), [&] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(dialog, nullptr);
     QTest::keyClick(dialog, Qt::Key_Return);
   });
-  frame.Runner().Run(CommandId::RegenerateJpegs);
+  frame->Runner().Run(CommandId::RegenerateJpegs);
   EXPECT_EQ(sdk->opened, (Names{file}));
   EXPECT_NE(read(), before);
   EXPECT_TRUE(ask.shown.empty());
-  frame.Runner().Run(CommandId::Undo);
+  frame->Runner().Run(CommandId::Undo);
   EXPECT_EQ(read(), before);
 }
 
 TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
   const test::CameraRaw raw{.width = 64, .height = 48};
   const auto tif = test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build();
-  for (const char* name : {"8.TIF", "9.tif"}) photos.Write(name, tif);
-  photos.Write("8.JPG", "as the camera writes it");
+  for (const char* name : {"8.TIF", "9.tif"}) dir.Write(std::string("day/") + name, tif);
+  dir.Write("day/8.JPG", "as the camera writes it");
   for (const int wanted : {0, 1}) {
-    session.settings.catalogue.autoCreateEos1DRawJpegs = wanted;
-    session.Images().RefreshDirectory();
+    session->settings.catalogue.autoCreateEos1DRawJpegs = wanted;
+    session->Images().RefreshDirectory();
     QTest::qWait(50);
-    EXPECT_EQ(platform::Exists(photos / "9.jpg"), wanted == 1);
-    EXPECT_FALSE(platform::Exists(photos / "8.jpg")) << "it has one";
+    EXPECT_EQ(platform::Exists(Day("9.jpg")), wanted == 1);
+    EXPECT_FALSE(platform::Exists(Day("8.jpg"))) << "it has one";
   }
-  EXPECT_GE(session.list.IndexOfPath(photos / "9.tif"), 0);
-  EXPECT_EQ(session.list.IndexOfPath(photos / "9.jpg"), -1) << "it stands for the raw file";
-  EXPECT_EQ(metadata::ExifData(photos / "9.jpg").imageWidth, 4);
+  EXPECT_GE(session->list.IndexOfPath(Day("9.tif")), 0);
+  EXPECT_EQ(session->list.IndexOfPath(Day("9.jpg")), -1) << "it stands for the raw file";
+  EXPECT_EQ(metadata::ExifData(Day("9.jpg")).imageWidth, 4);
 }
 
 TEST_F(ConvertCommand, ShowsWhatItMadeInTheDirectoryOnShow) {
-  auto& raw = session.settings.raw;
+  auto& raw = session->settings.raw;
   raw.convertToSubDir = 0;
   raw.convertDirectory = ".";
   raw.convertFormat = 0;
   Choose({"1.crw"});
   EXPECT_TRUE(Run(CommandId::ConvertRawImage, "Convert"));
-  EXPECT_GE(session.list.IndexOfPath(photos / "1.jpg"), 0);
+  EXPECT_GE(session->list.IndexOfPath(Day("1.jpg")), 0);
   ask.fileAnswers = {platform::FileExistsAnswer::Skip};
   sdk->asked.clear();
   EXPECT_TRUE(Run(CommandId::ConvertRawImage, "Convert"));
@@ -236,7 +202,7 @@ TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
   const auto log = other / "log";
   const auto editor = other.Write("an editor", "#!/bin/sh\nprintf '%s\\n' \"$*\" >> '" + log + "'\n");
   std::filesystem::permissions(editor, std::filesystem::perms::owner_all);
-  auto& settings = session.settings.editor;
+  auto& settings = session->settings.editor;
   settings.shellOpenEditor = 0;
   settings.openEditorCmdLine = "\"" + editor + "\" -n";
   std::string expected;
@@ -245,34 +211,34 @@ TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
     for (int i = 0; i < 500 && test::ReadAll(log) != expected; ++i) QTest::qWait(10);
     EXPECT_EQ(test::ReadAll(log), expected);
   };
-  const auto made = photos / "CONVERTED/1.tif";
+  const auto made = Day("CONVERTED/1.tif");
   Choose({"1.crw"});
   ask.buttons = {platform::Button::No};
   EXPECT_FALSE(Run(CommandId::EditImage, ""));
-  EXPECT_EQ(ask.shown.back().text, photos / "1.crw" +
+  EXPECT_EQ(ask.shown.back().text, Day("1.crw") +
                                        "\nis a raw file which doesn't appear to\nhave been converted.\n"
                                        "Do you wish to convert it now?");
   ask.buttons = {platform::Button::Yes};
   EXPECT_TRUE(Run(CommandId::EditImage, "Convert"));
   edited("-n " + made + "\n");
-  std::filesystem::rename(made, photos / "CONVERTED/1C.TIF");
+  std::filesystem::rename(made, Day("CONVERTED/1C.TIF"));
   EXPECT_FALSE(Run(CommandId::EditImage, "")) << "it is there, under another name";
-  edited("-n " + photos.Path() + "/CONVERTED/1C.TIF\n");
+  edited("-n " + Day("CONVERTED/1C.TIF") + "\n");
   settings.editorSupportsRaw = 1;
   Choose({"1.crw", "3.gif"});
   Run(CommandId::EditImage, "");
-  edited("-n " + photos / "1.crw" + "\n");
+  edited("-n " + Day("1.crw") + "\n");
   settings.allowMultiEdit = 1;
   Choose({"3.gif"});
   Run(CommandId::EditImage, "");
-  edited("-n " + photos / "3.gif" + "\n");
+  edited("-n " + Day("3.gif") + "\n");
   EXPECT_EQ(ask.shown.size(), 2U);
   settings.openEditorCmdLine = "no-such-editor";
   Run(CommandId::EditImage, "");
   EXPECT_EQ(ask.shown.back().text,
             "Error trying to edit file:\nENOENT: File or path not found\ncmd: no-such-editor\n"
             "arg 0: no-such-editor\narg 1: " +
-                photos / "3.gif");
+                Day("3.gif"));
 }
 
 }  // namespace

@@ -1,40 +1,21 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QCheckBox>
-#include <QDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTest>
-#include <QTimer>
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
 
-#include "app/main_frame.h"
-#include "app/own_home.h"
-#include "app/session.h"
+#include "app/window_test.h"
 #include "metadata/exif_data.h"
 #include "support/camera_raw.h"
 #include "support/ciff_builder.h"
-#include "support/fakes.h"
-#include "support/sample_photo.h"
-#include "support/temp_dir.h"
 
 namespace ml::app {
 namespace {
 
 namespace fs = std::filesystem;
 using platform::Button;
-
-struct Toolkit {
-  int offscreen = ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  int argc = 0;
-  QApplication application{argc, nullptr};
-};
 
 /// A dialog in the hands of a user.
 class Hands {
@@ -76,58 +57,24 @@ class Hands {
   QDialog& dialog_;
 };
 
-/// The window over "day", two photographs and a raw file of one name.
-class ExifTools : public testing::Test {
+/// The window over two photographs and a raw file.
+class ExifTools : public WindowTest {
  protected:
   ExifTools() {
-    UseOwnHome();
-    ::setenv("XDG_STATE_HOME", (dir / "state").c_str(), 1);
     dir.Write("day/1.jpg", test::MakePhoto({.width = 60, .height = 40, .model = "Left; right"}));
-    dir.Write("day/2.jpg", test::MakePhoto({.width = 60, .height = 40}));
+    AddPhotos({"2.jpg"});
     dir.Write("day/3.crw", test::CrwHeap({.previewWidth = 64, .previewHeight = 48}).BuildFile(test::Endian::Little));
     fs::create_directories(dir / "far");
-    session = std::make_unique<Session>(settings::Settings{}, ask, [](int) {});
-    frame = std::make_unique<CMainFrame>(*session);
-    session->Images().LoadDirectory(dir / "day", "");
-    frame->show();
-    frame->UpdateAll();
-  }
-  ~ExifTools() override {
-    session->Worker().Pause();
-    frame.reset();
+    Open();
   }
 
-  void Select(const std::vector<int>& indices) {
-    session->list.SelectNone();
-    for (const int i : indices) session->list.marks[static_cast<std::size_t>(i)].selected = true;
-    session->list.focusIndex = 0;
-    frame->UpdateAll();
-  }
   /// Runs the command with its dialog in `use`, which is cancelled in the end.
   void Run(CommandId id, const std::function<void(Hands&)>& use) {
-    bool met = false;
-    QTimer::singleShot(20, frame.get(), [&] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr) return;
-      met = true;
-      Hands hands(*dialog);
-      try {
-        use(hands);
-      } catch (const std::runtime_error& error) {
-        ADD_FAILURE() << error.what();
-      }
-      if (dialog->isVisible()) dialog->reject();
-    });
-    frame->Runner().Run(id);
-    EXPECT_TRUE(met) << "no dialog";
+    EXPECT_TRUE(RunWithDialog<QDialog>(id, [&](QDialog& dialog) {
+      Hands hands(dialog);
+      use(hands);
+    })) << "no dialog";
   }
-  std::string Said() const { return ask.shown.empty() ? "" : ask.shown.back().text; }
-
-  const test::TempDir dir;
-  Toolkit toolkit;
-  test::ScriptedInteraction ask;
-  std::unique_ptr<Session> session;
-  std::unique_ptr<CMainFrame> frame;
 };
 
 TEST_F(ExifTools, CopyGoesWhereTheUserSaysAndIsTakenBackAsOne) {
@@ -142,7 +89,7 @@ TEST_F(ExifTools, CopyGoesWhereTheUserSaysAndIsTakenBackAsOne) {
     hands.Type("Directory", " ../far ");
     hands.Press("Copy All");
   });
-  EXPECT_EQ(Said(), "EXIF data copied to 1 files.") << "only a raw file has targets of other names";
+  EXPECT_EQ(LastText(), "EXIF data copied to 1 files.") << "only a raw file has targets of other names";
   EXPECT_EQ(metadata::ExifData(dir / "far/1.jpg", {}).model, "Left; right");
   EXPECT_EQ(test::ReadAll(dir / "far/2l.jpg"), plain);
   Select({0});
@@ -166,7 +113,7 @@ TEST_F(ExifTools, ExportShowsWhatItWritesAndRemembersItsFields) {
     shown = hands.Example();
     hands.Press("Export Selected");
   });
-  EXPECT_EQ(Said(), "");
+  EXPECT_EQ(LastText(), "");
   const auto written = test::ReadAll(dir / "day/info.txt").value_or("");
   EXPECT_TRUE(written.starts_with(shown + "\n")) << written << "\ninstead of\n" << shown;
   EXPECT_EQ(std::ranges::count(written, '\n'), 3) << written;
@@ -182,14 +129,14 @@ TEST_F(ExifTools, ExtractionAsksForItsDirectoryAndLeavesWhatIsThere) {
   Select({0, 2});
   const auto extract = [&] { Run(CommandId::ExtractJpegs, [](Hands& hands) { hands.Press("Extract Selected"); }); };
   extract();
-  EXPECT_EQ(Said(), "Output directory does not exist:\n" + dir / "day/extracted" + "\n\nDo you want to create it?");
+  EXPECT_EQ(LastText(), "Output directory does not exist:\n" + dir / "day/extracted" + "\n\nDo you want to create it?");
   EXPECT_FALSE(fs::exists(dir / "day/extracted")) << "nobody said yes";
   ask.buttons = {Button::Yes};
   extract();
   const auto made = test::ReadAll(dir / "day/extracted/3.jpg");
   EXPECT_TRUE(made.has_value());
   extract();
-  EXPECT_EQ(Said(), dir / "day/extracted/3.jpg" + " exists");
+  EXPECT_EQ(LastText(), dir / "day/extracted/3.jpg" + " exists");
   EXPECT_EQ(test::ReadAll(dir / "day/extracted/3.jpg"), made);
   Run(CommandId::ExtractJpegs, [&](Hands& hands) {
     hands.Type("Output directory", dir / "day");
@@ -197,7 +144,7 @@ TEST_F(ExifTools, ExtractionAsksForItsDirectoryAndLeavesWhatIsThere) {
   });
   EXPECT_EQ(session->list.Count(), 4) << "what was made in the directory on show is in the list";
   frame->Runner().Run(CommandId::Undo);
-  EXPECT_EQ(session->list.Count(), 3) << Said();
+  EXPECT_EQ(session->list.Count(), 3) << LastText();
 }
 
 }  // namespace

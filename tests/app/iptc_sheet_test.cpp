@@ -46,7 +46,7 @@ class IptcSheet : public testing::Test {
     data["c.jpg"] = {};
   }
 
-  void Open(bool canApply = true, std::size_t first = 0) {
+  void Open(std::size_t first = 0) {
     IptcSheetHost host{.read =
                            [this](const std::string& path) {
                              ExifData image;
@@ -59,9 +59,8 @@ class IptcSheet : public testing::Test {
                            },
                        .chooseFileToLoad = [this](QWidget&) { return file; },
                        .chooseFileToSave = [this](QWidget&) { return file; },
-                       .clock = clock};
-    host.whyNoApply = "Not yet: %1";
-    if (canApply) host.apply = Applier();
+                       .clock = clock,
+                       .apply = Applier()};
     sheet = std::make_unique<CIptcPropertySheet>(IptcSheetImages{.steps = {"a.jpg", "b.jpg", "c.jpg"},
                                                                  .first = first,
                                                                  .selected = {"a.jpg", "c.jpg"},
@@ -142,7 +141,7 @@ class IptcSheet : public testing::Test {
 };
 
 TEST_F(IptcSheet, StepsThroughTheImages) {
-  Open(true, 1);
+  Open(1);
   EXPECT_EQ(sheet->windowTitle(), QStringLiteral("IPTC Data - b.jpg - Image 2 of 3"));
   EXPECT_FALSE(In<QPlainTextEdit>(120)->isEnabled()) << "longer than what is edited";
   EXPECT_EQ(In<QPlainTextEdit>(120)->toPlainText(), QString());
@@ -187,19 +186,8 @@ TEST_F(IptcSheet, AsksBeforeChangesAreLost) {
   EXPECT_EQ(data["b.jpg"].size(), 2U);
 }
 
-TEST_F(IptcSheet, CannotApplyWithoutAnApplier) {
-  Open(false);
-  Type(105, "head");
-  for (const auto* text : {"Apply", "Apply to Selected", "Apply to All"}) {
-    EXPECT_FALSE(Button(text)->isEnabled()) << text;
-    EXPECT_TRUE(Button(text)->toolTip().contains(QStringLiteral("Not yet: "))) << text;
-  }
-  Answering({"Discard"}, [this] { Button("Next >")->click(); });
-  EXPECT_EQ(sheet->Path(), "b.jpg");
-}
-
 TEST_F(IptcSheet, KeepsAPageWithAFault) {
-  Open(true, 2);
+  Open(2);
   sheet->ShowPage(2);
   Type(15, "NEWS");
   EXPECT_EQ(Answering({"OK"}, [this] { sheet->ShowPage(0); }), "Category must be three characters or less");
@@ -258,7 +246,7 @@ TEST_F(IptcSheet, EditsLists) {
 }
 
 TEST_F(IptcSheet, FillsDates) {
-  Open(true, 2);
+  Open(2);
   sheet->ShowPage(4);
   clock.time = 1'048'928'400;  // 2003-03-29 10:00:00, a day before summer time
   const auto choose = [this](const char* text) {

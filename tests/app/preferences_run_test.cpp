@@ -1,44 +1,19 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <cstdlib>
-#include <functional>
 
-#include "app/application.h"
-#include "app/main_frame.h"
 #include "app/preferences/ui/preferences_dialog.h"
-#include "app/session.h"
-#include "support/sample_photo.h"
-#include "support/temp_dir.h"
+#include "app/program_run.h"
 
 namespace ml::app {
 namespace {
 
-class PreferencesInARun : public testing::Test {
+class PreferencesInARun : public ProgramRun {
  protected:
   PreferencesInARun() {
-    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    for (const auto* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
-      ::setenv(variable, home.Path().c_str(), 1);
-    }
     photos.Write("a.jpg", test::MakePhoto({.width = 300, .height = 200, .orientation = 6}));
     photos.Write("b.jpg", test::MakePhoto({.width = 300, .height = 200}));
     photos.Write(".hidden.jpg", test::MakePhoto({.width = 30, .height = 20}));
-  }
-
-  void Run(const std::function<void(CMainFrame&, Session&)>& act) {
-    std::string name = "marrowlantern", directory = photos.Path();
-    char* argv[] = {name.data(), directory.data(), nullptr};
-    int argc = 2;
-    RunApplication(argc, argv, [&](CMainFrame& frame, Session& session) {
-      act(frame, session);
-      frame.Runner().Run(CommandId::Quit);
-    });
   }
 
   /// Opens the Preferences; `edit` runs while they are open and sees to it that they close.
@@ -60,12 +35,10 @@ class PreferencesInARun : public testing::Test {
   static void Press(CPreferencesDialog& dialog, QDialogButtonBox::StandardButton button) {
     dialog.findChild<QDialogButtonBox*>()->button(button)->click();
   }
-
-  test::TempDir home, photos;
 };
 
 TEST_F(PreferencesInARun, TakeEffectAtOnceAndAreRemembered) {
-  Run([](CMainFrame& frame, Session& session) {
+  Start({photos.Path()}, [](CMainFrame& frame, Session& session) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return session.Worker().FinishedCount() == 2; }, 30'000));
     EXPECT_GT(session.Worker().Item(0)->pixels.width, session.Worker().Item(0)->pixels.height);
     session.list.SetTag(0, true);
@@ -92,7 +65,7 @@ TEST_F(PreferencesInARun, TakeEffectAtOnceAndAreRemembered) {
     });
     EXPECT_TRUE(session.State().wraparound);
   });
-  Run([](CMainFrame& frame, Session& session) {
+  Start({photos.Path()}, [](CMainFrame& frame, Session& session) {
     EXPECT_EQ(session.list.Count(), 3);
     EXPECT_TRUE(session.State().wraparound);
     Edit(frame, [](CPreferencesDialog& dialog) {
@@ -103,7 +76,7 @@ TEST_F(PreferencesInARun, TakeEffectAtOnceAndAreRemembered) {
 }
 
 TEST_F(PreferencesInARun, ReloadThePictureOnShow) {
-  Run([](CMainFrame& frame, Session& session) {
+  Start({photos.Path()}, [](CMainFrame& frame, Session& session) {
     frame.Runner().Run(CommandId::MainView);
     ASSERT_TRUE(QTest::qWaitFor([&] { return session.current.width == 300; }, 30'000));
     Edit(frame, [](CPreferencesDialog& dialog) {

@@ -7,7 +7,6 @@
 #include "app/thumbnail_list_fixture.h"
 #include "catalogue/ui/drop_place.h"
 #include "platform/ui/internal_drag.h"
-#include "platform/ui/uri_list.h"
 
 namespace ml {
 namespace {
@@ -45,13 +44,6 @@ TEST(AutoScroll, IsTwiceTheDistanceUpToALimit) {
   EXPECT_EQ(AutoScrollStep(430, 0, 400), 60);
   EXPECT_EQ(AutoScrollStep(-300, 0, 400), -150);
   EXPECT_EQ(AutoScrollStep(900, 0, 400), 150);
-}
-
-TEST(UriList, NamesComeBackByTheirBytes) {
-  const std::vector<std::string> paths{"/shots/a b%#?.jpg", "/shots/caf\xe9.jpg", "/shots/\xc3\xa9\"<.crw"};
-  const auto text = platform::ui::UriListOf(paths);
-  EXPECT_TRUE(text.starts_with("file:///shots/a%20b%25%23%3F.jpg\r\n")) << text;
-  EXPECT_EQ(platform::ui::LocalPathsOfUriList(text), paths);
 }
 
 /// What the list itself drags.

@@ -72,17 +72,11 @@ TEST(ThumbnailColours, FollowSchemeAndExtension) {
   EXPECT_FALSE(colour("gray", "x.gif").isValid());
 }
 
-TEST(ThumbnailList, FirstKeySelectsTheFirstItem) {
-  ThumbnailList shown(Numbered(10));
-  EXPECT_EQ(shown.list.focusIndex, -1);
-  shown.Key(Qt::Key_Down);
-  EXPECT_EQ(shown.list.focusIndex, 0);
-  EXPECT_EQ(shown.list.SelectedIndices(), Indices{0});
-}
-
 TEST(ThumbnailList, KeysMoveAndShiftExtends) {
   ThumbnailList shown(Numbered(40));  // five in a row
-  shown.view->SetFocus(0);
+  EXPECT_EQ(shown.list.focusIndex, -1);
+  shown.Key(Qt::Key_Down);
+  EXPECT_EQ(shown.list.SelectedIndices(), Indices{0}) << "the first key selects the first image";
   QSignalSpy edited(shown.view.get(), &View::selectionEdited);
   shown.Key(Qt::Key_Right);
   shown.Key(Qt::Key_Down);
@@ -155,8 +149,10 @@ TEST(ThumbnailList, NewOrderKeepsTheFocusInSight) {
 }
 
 TEST(ThumbnailList, ListIsReplacedUnderTheView) {
-  ThumbnailList shown(Numbered(300));
-  shown.view->SetFocus(299);
+  ThumbnailList shown(Numbered(5000));
+  shown.view->SetFocus(4999);
+  const QRect last = shown.view->visualRect(shown.view->model()->index(4999, 0));
+  EXPECT_TRUE(shown.view->viewport()->rect().contains(last)) << "all are laid out at once";
   shown.Load(Numbered(3));
   EXPECT_EQ(shown.view->model()->rowCount(), 3);
   EXPECT_EQ(shown.list.focusIndex, -1);
@@ -237,13 +233,6 @@ TEST(ThumbnailList, SendsTheWorkerToWhatIsInSight) {
   EXPECT_EQ(view.TopVisibleIndex(), 300);
 }
 
-TEST(ThumbnailList, CellKeepsItsStatedSize) {
-  const catalogue::ui::CellGeometry small{.thumbnailSize = 80, .lineHeight = 14};
-  EXPECT_EQ(small.CellSize(), QSize(96, 115));
-  const catalogue::ui::CellGeometry largeFont{.thumbnailSize = 80, .lineHeight = 24};
-  EXPECT_GE(largeFont.Frame(QRect(QPoint(), largeFont.CellSize())).height(), 80 + 2 * 24) << "text beside the picture";
-}
-
 TEST(ThumbnailList, PaintsThumbnailsPixelForPixel) {
   ThumbnailList shown({"a.jpg"});
   shown.WaitForAll();
@@ -258,13 +247,6 @@ TEST(ThumbnailList, PaintsThumbnailsPixelForPixel) {
     const auto* p = expected.Row(at.y()) + std::ptrdiff_t{3} * at.x();
     EXPECT_EQ(picture.pixel(corner.toPoint() + at), qRgb(int(p[2]), int(p[1]), int(p[0]))) << at.x() << "," << at.y();
   }
-}
-
-TEST(ThumbnailList, FiveThousandEntriesAreLaidOutAtOnce) {
-  ThumbnailList shown(Numbered(5000));
-  shown.view->SetFocus(4999);
-  const QRect last = shown.view->visualRect(shown.view->model()->index(4999, 0));
-  EXPECT_TRUE(shown.view->viewport()->rect().contains(last));
 }
 
 TEST(ThumbnailList, TakesDroppedPathsByTheirBytes) {

@@ -26,7 +26,7 @@ namespace {
 
 using platform::ui::ContrastRatio;
 
-TEST(UriList, GivesLocalPathsByTheirBytes) {
+TEST(UriList, HoldsLocalPathsByTheirBytes) {
   using Paths = std::vector<std::string>;
   struct Case {
     const char* text;
@@ -40,6 +40,10 @@ TEST(UriList, GivesLocalPathsByTheirBytes) {
                         Case{"file:///bad%zz\nfile:///cut%4\nfile:///nul%00", {}}}) {
     EXPECT_EQ(platform::ui::LocalPathsOfUriList(c.text), c.paths) << c.text;
   }
+  const Paths paths{"/shots/a b%#?.jpg", "/shots/caf\xe9.jpg", "/shots/\xc3\xa9\"<.crw"};
+  const auto text = platform::ui::UriListOf(paths);
+  EXPECT_TRUE(text.starts_with("file:///shots/a%20b%25%23%3F.jpg\r\n")) << text;
+  EXPECT_EQ(platform::ui::LocalPathsOfUriList(text), paths);
 }
 
 TEST(FileFilter, MatchesAnyCaseAndNamesPatternsOnce) {

@@ -13,27 +13,6 @@ LayoutRequest Request(ViewMode mode, SplitterPlaces places = {}) {
   return {.mode = mode, .places = places, .width = 1000, .height = 700, .controlsWidth = 290, .stripHeight = 130};
 }
 
-TEST(ViewLayout, EachModeHasItsPanes) {
-  struct Case {
-    ViewMode mode;
-    bool fullView, tree, list, picture, controls, lower;
-  };
-  for (const auto& c : {Case{ViewMode::Main, false, false, false, true, true, false},
-                        Case{ViewMode::Main, true, false, false, true, false, false},
-                        Case{ViewMode::Thumbnails, false, true, true, false, false, false},
-                        Case{ViewMode::FilmStripSide, false, false, true, true, false, true},
-                        Case{ViewMode::FilmStripBelow, true, false, true, true, false, true}}) {
-    auto request = Request(c.mode);
-    request.fullView = c.fullView;
-    const auto layout = LayoutOf(request);
-    EXPECT_EQ(layout.tree, c.tree) << static_cast<int>(c.mode);
-    EXPECT_EQ(layout.list, c.list) << static_cast<int>(c.mode);
-    EXPECT_EQ(layout.picture, c.picture) << static_cast<int>(c.mode);
-    EXPECT_EQ(layout.controls, c.controls) << static_cast<int>(c.mode);
-    EXPECT_EQ(layout.lowerPane, c.lower) << static_cast<int>(c.mode);
-  }
-}
-
 TEST(ViewLayout, SplittersLeaveRoomForThePicture) {
   const SplitterPlaces wide{.strip = 990, .lowerPane = 690};
   const auto limited = LimitedTo(wide, 1000, 700);

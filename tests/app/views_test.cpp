@@ -1,66 +1,33 @@
-#include <gtest/gtest.h>
-
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QSplitter>
-#include <QTest>
-#include <cstdlib>
 
 #include "app/command_actions.h"
 #include "app/control_column.h"
 #include "app/image_texts.h"
 #include "app/main_display.h"
-#include "app/main_frame.h"
-#include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
-#include "app/session.h"
 #include "app/summary_pane.h"
 #include "app/theme.h"
+#include "app/window_test.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 #include "platform/ui/internal_drag.h"
-#include "support/fakes.h"
-#include "support/sample_photo.h"
-#include "support/temp_dir.h"
 
 namespace ml::app {
 namespace {
 
 using catalogue::ui::ThumbnailListView;
-using Names = std::vector<std::string>;
 
-struct Toolkit {
-  int offscreen = ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  int argc = 0;
-  QApplication application{argc, nullptr};
-};
-
-/// The window over a directory with five images, without the program around it.
-class Views : public testing::Test {
+class Views : public WindowTest {
  protected:
   void Open(settings::Settings settings = {}) {
-    ::setenv("XDG_STATE_HOME", (state / "journal").c_str(), 1);
-    for (const auto* name : {"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"}) {
-      photos.Write(name, test::MakePhoto({.width = 300, .height = 200}));
-    }
-    session = std::make_unique<Session>(std::move(settings), ask, [](int) {});
-    frame = std::make_unique<CMainFrame>(*session);
-    frame->resize(1000, 700);
-    frame->show();
-    static_cast<void>(QTest::qWaitForWindowExposed(frame.get()));
-    session->Images().LoadDirectory(photos.Path(), "");
-    frame->UpdateAll();
-    frame->View().FocusMainPane();
-  }
-  ~Views() override {
-    session->Worker().Pause();
-    frame.reset();
+    AddPhotos({"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"});
+    WindowTest::Open(std::move(settings));
   }
 
-  void Run(CommandId id) { frame->Runner().Run(id); }
   template <class Widget>
   Widget& Pane() {
     return *frame->findChild<Widget*>();
@@ -73,17 +40,6 @@ class Views : public testing::Test {
   }
   ThumbnailListView& List() { return Pane<ThumbnailListView>(); }
   settings::CatalogueSettings& Kept() { return session->settings.catalogue; }
-  Names Files() const {
-    Names names;
-    for (const auto& path : session->list.files) names.push_back(path.substr(path.rfind('/') + 1));
-    return names;
-  }
-
-  Toolkit toolkit;
-  test::TempDir photos, state;
-  test::ScriptedInteraction ask;
-  std::unique_ptr<Session> session;
-  std::unique_ptr<CMainFrame> frame;
 };
 
 TEST_F(Views, EachModeShowsItsPanesAndSurvivesTheOthers) {
@@ -260,10 +216,10 @@ TEST_F(Views, PictureFollowsTheStrip) {
   Run(CommandId::FilmStripBelow);
   EXPECT_EQ(frame->focusWidget(), &List());
   QTest::keyClick(&List(), Qt::Key_End);
-  EXPECT_EQ(session->list.currentPath, photos / "5.jpg");
+  EXPECT_EQ(session->list.currentPath, Day("5.jpg"));
   EXPECT_EQ(frame->windowTitle().toStdString(), "5.jpg - Marrowlantern");
   QTest::keyClick(&List(), Qt::Key_Left);
-  EXPECT_EQ(session->list.currentPath, photos / "4.jpg");
+  EXPECT_EQ(session->list.currentPath, Day("4.jpg"));
   QTest::keyClick(frame.get(), Qt::Key_Escape);
   EXPECT_EQ(session->mode, ViewMode::Thumbnails);
   QTest::keyClick(frame.get(), Qt::Key_3);
@@ -302,7 +258,7 @@ TEST_F(Views, DraggedThumbnailsMakeACustomOrder) {
   QApplication::sendEvent(List().viewport(), &drop);
   EXPECT_EQ(Files(), (Names{"1.jpg", "4.jpg", "5.jpg", "2.jpg", "3.jpg"}));
   EXPECT_EQ(session->list.SelectedIndices(), (std::vector<int>{1, 2}));
-  EXPECT_EQ(session->list.TaggedPaths(), Names{photos / "5.jpg"});
+  EXPECT_EQ(session->list.TaggedPaths(), Names{Day("5.jpg")});
   EXPECT_EQ(List().currentIndex().row(), 2);
   EXPECT_EQ(session->list.sortMethod, catalogue::SortMethod::Custom);
   EXPECT_TRUE(session->list.orderChangedByHand);

@@ -4,7 +4,6 @@ ml_test(widgets
     directory_tree_test.cpp
     histogram_panel_test.cpp
     job_window_test.cpp
-    screens_test.cpp
     shooting_data_window_test.cpp
     thumbnail_drag_test.cpp
     thumbnail_list_test.cpp
@@ -27,10 +26,9 @@ ml_test(batch_ui
     slideshow_window_test.cpp
     widgets_main.cpp
   LINK ml_batch_ui ml_app_ui Qt6::Test)
-# The same pictures as on a screen of twice the density.
-add_test(NAME widgets_scale2 COMMAND ml_test_widgets --gtest_filter=*Screens.*)
-add_test(NAME preferences_ui_scale2 COMMAND ml_test_preferences_ui --gtest_filter=*Screens.*)
-set_tests_properties(widgets_scale2 preferences_ui_scale2 PROPERTIES TIMEOUT 600 ENVIRONMENT "LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")
+# What is drawn pixel for pixel, once more on a screen of twice the density.
+add_test(NAME widgets_scale2 COMMAND ml_test_widgets --gtest_filter=*PixelForPixel:PictureView.*:Icons.*)
+set_tests_properties(widgets_scale2 PROPERTIES TIMEOUT 600 ENVIRONMENT "LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")
 ml_test(conversion_ui
   SOURCES
     conversion_dialog_test.cpp

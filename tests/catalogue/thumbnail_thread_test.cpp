@@ -98,23 +98,17 @@ TEST_F(Worker, MakesEveryThumbnailAndMarksFailures) {
 }
 
 TEST_F(Worker, GoesOnFromTheJumpAndThenFromTheTop) {
-  maker_.Allow(0);
-  thread_.LoadList(Names({"a", "b", "c", "d", "e"}));
-  maker_.WaitUntilAsked(1);
-  thread_.JumpTo(3);
-  maker_.Allow(-1);
-  WaitUntilFinished(5);
-  EXPECT_EQ(maker_.Asked(), Names({"a", "d", "e", "b", "c"}));
-}
-
-TEST_F(Worker, AJumpBeyondTheEndStartsFromTheTop) {
-  maker_.Allow(0);
-  thread_.LoadList(Names({"a", "b", "c"}));
-  maker_.WaitUntilAsked(1);
-  thread_.JumpTo(99);
-  maker_.Allow(-1);
-  WaitUntilFinished(3);
-  EXPECT_EQ(maker_.Asked(), Names({"a", "b", "c"}));
+  for (const auto& [index, made] :
+       {std::pair(3, Names({"a", "d", "e", "b", "c"})), std::pair(99, Names({"a", "b", "c", "d", "e"}))}) {
+    maker_.Forget();
+    maker_.Allow(0);
+    thread_.LoadList(Names({"a", "b", "c", "d", "e"}));
+    maker_.WaitUntilAsked(1);
+    thread_.JumpTo(index);
+    maker_.Allow(-1);
+    WaitUntilFinished(5);
+    EXPECT_EQ(maker_.Asked(), made) << index;
+  }
 }
 
 TEST_F(WorkerOnTwoThreads, PauseWaitsForThumbnailsInProgressAndLetsNoneStart) {

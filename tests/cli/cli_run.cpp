@@ -4,8 +4,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 
 namespace ml::test {
 
@@ -60,6 +62,20 @@ CliResult CliRunner::Finish(int child) const {
   result.output = ReadAll(home_ / "out").value_or("");
   result.errors = ReadAll(home_ / "err").value_or("");
   return result;
+}
+
+nlohmann::json CliTest::Json(std::vector<std::string> arguments, int exitCode) {
+  arguments.push_back("--json");
+  const auto result = run(arguments);
+  EXPECT_EQ(result.exitCode, exitCode) << result.errors;
+  return json::parse(result.output, nullptr, false);
+}
+
+std::vector<std::string> CliTest::FilesIn(const std::string& directory) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(directory)) names.push_back(entry.path().filename());
+  std::ranges::sort(names);
+  return names;
 }
 
 }  // namespace ml::test

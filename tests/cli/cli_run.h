@@ -1,5 +1,8 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -26,6 +29,20 @@ class CliRunner {
   CliResult Finish(int child) const;
 
   TempDir home_;
+};
+
+/// Runs of the command line over a directory of the test.
+class CliTest : public testing::Test {
+ protected:
+  using json = nlohmann::json;
+
+  /// What the command tells with --json.
+  json Json(std::vector<std::string> arguments, int exitCode = 0);
+  /// The names of the files in a directory, in order.
+  static std::vector<std::string> FilesIn(const std::string& directory);
+
+  CliRunner run;
+  TempDir dir;
 };
 
 }  // namespace ml::test

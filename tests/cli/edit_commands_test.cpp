@@ -1,11 +1,9 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -15,13 +13,10 @@
 #include "support/colour_profiles.h"
 #include "support/picture_tiff.h"
 #include "support/sample_photo.h"
-#include "support/temp_dir.h"
 
 /// The commands that change images: what they tell, what they leave alone, and that undo brings all of it back.
 namespace ml::test {
 namespace {
-
-using nlohmann::json;
 
 /// Content, time and permissions of each file below a directory.
 using Snapshot = std::map<std::string, std::tuple<std::string, std::int64_t, unsigned>>;
@@ -38,19 +33,11 @@ Snapshot Look(const std::string& directory) {
   return files;
 }
 
-class EditCommands : public testing::Test {
+class EditCommands : public CliTest {
  protected:
-  CliRunner run;
-  TempDir dir;
   const std::string photo = dir.Write("in/a.jpg", MakePhoto({.width = 64, .height = 48, .orientation = 6}));
   const std::string later = dir.Write("in/b.jpg", MakePhoto({.width = 48, .height = 32, .orientation = 1}));
 
-  json Json(std::vector<std::string> arguments, int exitCode = 0) {
-    arguments.push_back("--json");
-    const auto result = run(arguments);
-    EXPECT_EQ(result.exitCode, exitCode) << result.errors;
-    return json::parse(result.output, nullptr, false);
-  }
   json Info(const std::string& path) { return Json({"info", path})[0]; }
 };
 

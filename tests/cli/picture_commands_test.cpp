@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
+#include <filesystem>
 #include <numeric>
-#include <string>
-#include <vector>
 
 #include "cli/cli_run.h"
 #include "support/ciff_builder.h"
@@ -11,24 +7,84 @@
 #include "support/nef_builder.h"
 #include "support/png_builder.h"
 #include "support/sample_photo.h"
-#include "support/temp_dir.h"
 
 namespace ml::test {
 namespace {
 
-using nlohmann::json;
+class PictureCommand : public CliTest {};
 
-class PictureCommand : public testing::Test {
- protected:
-  json Json(std::vector<std::string> arguments, int exitCode = 0) {
-    arguments.push_back("--json");
-    const auto result = run(arguments);
-    EXPECT_EQ(result.exitCode, exitCode) << result.errors;
-    return json::parse(result.output);
+TEST_F(PictureCommand, ThumbAndPreviewWritePictures) {
+  const auto photo = dir.Write("in/IMG_1.JPG", MakePhoto({.width = 600, .height = 400}));
+  const auto broken = dir.Write("in/broken.jpg", "\xFF\xD8 no picture");
+  const auto thumbs = Json({"thumb", photo, broken, "--size", "80", "--out", dir / "out"}, 1);
+  ASSERT_EQ(thumbs.size(), 2U);
+  EXPECT_EQ(thumbs[0]["output"], dir / "out/IMG_1.JPG.png");
+  EXPECT_EQ(thumbs[0]["width"], 80);
+  EXPECT_EQ(thumbs[0]["source"], "exif");
+  EXPECT_EQ(thumbs[1]["output"], nullptr);
+  EXPECT_EQ(ReadAll(dir / "out/IMG_1.JPG.png").value_or("").substr(0, 4), "\x89PNG");
+
+  const auto preview = Json({"preview", photo, "--box", "300x300", "--grey", "--out", dir / "out", "--rename"});
+  EXPECT_EQ(preview[0]["output"], dir / "out/IMG_1.JPG (2).png");
+  EXPECT_EQ(preview[0]["width"], 300);
+  EXPECT_EQ(preview[0]["height"], 200);
+  EXPECT_EQ(preview[0]["source"], "full");
+  EXPECT_EQ(run({"preview", photo, "--box", "300x300", "--out", dir / "out"}).exitCode, 1) << "overwrote unasked";
+  EXPECT_EQ(run({"preview", photo, "--box", "300x300", "--out", dir / "out", "--skip"}).exitCode, 0);
+  EXPECT_EQ(run({"thumb", photo, "--size", "80", "--out", dir / "dry", "--dry-run"}).exitCode, 0);
+  EXPECT_FALSE(std::filesystem::exists(dir / "dry"));
+}
+
+TEST_F(PictureCommand, PicturesOfOneRunDoNotTakeEachOthersPlace) {
+  const auto wide = dir.Write("a/x.jpg", MakePhoto({.width = 60, .height = 40}));
+  const auto high = dir.Write("b/x.jpg", MakePhoto({.width = 40, .height = 60}));
+  const auto out = dir / "out";
+  const std::vector<std::string> preview = {"preview", wide, high, "--box", "30x30", "--out", out};
+  const auto with = [&](const std::string& option) {
+    auto arguments = preview;
+    arguments.push_back(option);
+    return arguments;
+  };
+  EXPECT_EQ(Json(with("--dry-run"), 1)[1]["output"], nullptr);
+  EXPECT_EQ(Json(with("--overwrite"), 1)[0]["output"], out + "/x.jpg.png");
+  const auto first = ReadAll(out + "/x.jpg.png");
+  EXPECT_EQ(Json(with("--skip"), 0)[1]["output"], nullptr);
+  EXPECT_EQ(Json(with("--overwrite"), 1)[1]["output"], nullptr);
+  EXPECT_EQ(ReadAll(out + "/x.jpg.png"), first);
+  const auto renamed = Json(with("--rename"));
+  EXPECT_EQ(renamed[0]["output"], out + "/x.jpg (2).png");
+  EXPECT_EQ(renamed[1]["output"], out + "/x.jpg (3).png");
+}
+
+TEST_F(PictureCommand, ThumbnailsComeInOrderAndGiveWayToEarlierOnesOnly) {
+  std::vector<std::string> arguments = {"thumb", "--size", "20", "--out", dir / "out"}, given;
+  for (int i = 0; i < 24; ++i) {
+    // Every third file is broken, and its name is free for the next of that name.
+    const auto name = std::to_string(i) + "/" + std::to_string(i / 6) + ".jpg";
+    given.push_back(dir.Write(name, i % 3 == 0 ? "broken" : MakePhoto({.width = 60 + i, .height = 40})));
   }
-  CliRunner run;
-  TempDir dir;
-};
+  arguments.insert(arguments.end(), given.begin(), given.end());
+  const auto thumbs = Json(arguments, 1);
+  ASSERT_EQ(thumbs.size(), given.size());
+  for (std::size_t i = 0; i < given.size(); ++i) {
+    EXPECT_EQ(thumbs[i]["path"], given[i]);
+    EXPECT_EQ(thumbs[i]["output"].is_null(), i % 6 != 1) << i;
+  }
+}
+
+TEST_F(PictureCommand, CancellingTellsWhatWasDone) {
+  const auto photo = dir.Write("photo.jpg", MakePhoto({.width = 600, .height = 400}));
+  std::vector<std::string> arguments = {"preview", "--box", "500x500", "--out", dir / "out", "--json"};
+  for (int i = 0; i < 2000; ++i) {
+    arguments.push_back(dir / (std::to_string(i) + ".jpg"));
+    std::filesystem::create_symlink(photo, arguments.back());
+  }
+  const auto result = run.InterruptAt(dir / "out/0.jpg.png", arguments);
+  EXPECT_EQ(result.exitCode, 130);
+  const auto done = json::parse(result.output);
+  EXPECT_LT(done.size(), 2000U);
+  EXPECT_EQ(FilesIn(dir / "out").size(), done.size());
+}
 
 TEST_F(PictureCommand, TellsWhereThePicturesOfRawFilesCameFrom) {
   const auto crw = dir.Write("a.crw", CrwHeap(CameraRaw{.orientation = 6}).BuildFile(Endian::Little));

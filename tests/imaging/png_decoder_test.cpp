@@ -20,13 +20,6 @@ std::string Grey(const test::Picture& picture) {
   for (std::size_t at = 1; at < picture.rgb.size(); at += 3) out.append(3, picture.rgb[at]);
   return out;
 }
-std::string Indexed(const test::Picture& picture) {
-  const auto indexed = test::ToIndexed(picture);
-  std::string out;
-  for (const char index : indexed.pixels) out += indexed.palette.substr(static_cast<unsigned char>(index) * 3U, 3);
-  return out;
-}
-
 TEST(DecodePng, EverySampleOfEveryKind) {
   const auto picture = test::PaintLandscape(37, 23, 4);
   for (const int bits : {8, 16}) {
@@ -38,7 +31,7 @@ TEST(DecodePng, EverySampleOfEveryKind) {
     EXPECT_EQ(grey.fullHeight, 23);
   }
   test::ExpectSamples(test::Decode(DecodePng, EncodePng(picture, {.colours = PngColours::Palette})).pixels,
-                      Indexed(picture));
+                      test::ToIndexed(picture).Rgb());
 }
 
 TEST(DecodePng, ShowsTransparencyOverWhiteWhateverTheGamma) {

@@ -146,56 +146,28 @@ TEST(WriteImage, RefusalsNameTheFileAndLeaveItAlone) {
   };
   MetadataBlocks longIptc;
   longIptc.iptc.items.assign(5, {2, 120, std::string(16'000, 'x')});
+  constexpr auto kTooLarge = "The picture is too large for this kind of file";
+  const std::string tiff = "ERROR: cannot write to TIFF file:\nDIR/a\n",
+                    jpeg = "ERROR: cannot write to JPEG file:\nDIR/a\n";
   struct Case {
     WrittenFormat format;
     PixelRows pixels;
-    MetadataBlocks blocks;
-    std::string name, sentence;
+    std::string sentence, name = "a";
+    MetadataBlocks blocks = {};
   };
+  using enum WrittenFormat;
   const Case cases[] = {
-      {WrittenFormat::Tiff,
-       with([](auto& r) { r.bytesPerSample = 3; }),
-       {},
-       "a",
-       "ERROR: WriteTIFF() depth must be 1 or 2"},
-      {WrittenFormat::Tiff,
-       with([](auto& r) { r.channels = 4; }),
-       {},
-       "a",
-       "ERROR: WriteTIFF() channels must be 1 or 3"},
-      {WrittenFormat::Tiff,
-       with([](auto& r) { r.width = 65'536; }),
-       {},
-       "a",
-       "ERROR: cannot write to TIFF file:\nDIR/a\nThe picture is too large for this kind of file"},
-      {WrittenFormat::Tiff,
-       with([](auto& r) { r.width = r.height = 60'000; }),
-       {},
-       "a",
-       "ERROR: cannot write to TIFF file:\nDIR/a\nThe picture is too large for this kind of file"},
-      {WrittenFormat::Jpeg,
-       deep,
-       {},
-       "a",
-       "ERROR: cannot write to JPEG file:\nDIR/a\nA JPEG holds samples of 8 bits only"},
-      {WrittenFormat::Jpeg,
-       with([](auto& r) { r.height = 65'501; }),
-       {},
-       "a",
-       "ERROR: cannot write to JPEG file:\nDIR/a\nThe picture is too large for this kind of file"},
-      {WrittenFormat::Jpeg, pixels, longIptc, "a",
-       "ERROR: cannot write to JPEG file:\nDIR/a\nThe IPTC data are longer than the file can hold"},
-      {WrittenFormat::Png,
-       with([](auto& r) { r.height = 0; }),
-       {},
-       "a",
-       "Error writing PNG\nDIR/a\nThe picture has no pixels"},
-      {WrittenFormat::Jpeg2000,
-       pixels,
-       {},
-       "no/a",
-       "ERROR: cannot write to JPEG2000 file:\nDIR/no/a\nUnable to write to directory:\nDIR/no"},
-      {WrittenFormat::Png, pixels, {}, "file/a", "Error writing PNG\nDIR/file/a\nNot a directory"},
+      {Tiff, with([](auto& r) { r.bytesPerSample = 3; }), "ERROR: WriteTIFF() depth must be 1 or 2"},
+      {Tiff, with([](auto& r) { r.channels = 4; }), "ERROR: WriteTIFF() channels must be 1 or 3"},
+      {Tiff, with([](auto& r) { r.width = 65'536; }), tiff + kTooLarge},
+      {Tiff, with([](auto& r) { r.width = r.height = 60'000; }), tiff + kTooLarge},
+      {Jpeg, deep, jpeg + "A JPEG holds samples of 8 bits only"},
+      {Jpeg, with([](auto& r) { r.height = 65'501; }), jpeg + kTooLarge},
+      {Jpeg, pixels, jpeg + "The IPTC data are longer than the file can hold", "a", longIptc},
+      {Png, with([](auto& r) { r.height = 0; }), "Error writing PNG\nDIR/a\nThe picture has no pixels"},
+      {Jpeg2000, pixels, "ERROR: cannot write to JPEG2000 file:\nDIR/no/a\nUnable to write to directory:\nDIR/no",
+       "no/a"},
+      {Png, pixels, "Error writing PNG\nDIR/file/a\nNot a directory", "file/a"},
   };
   for (const auto& c : cases) {
     const auto sentence = Refused(dir, [&] { WriteImage(c.format, c.pixels, c.blocks, dir / c.name, {}); });
@@ -205,14 +177,10 @@ TEST(WriteImage, RefusalsNameTheFileAndLeaveItAlone) {
 }
 
 /// Asks to stop at the first report.
-class Stopper final : public platform::Progress {
+class Stopper final : public platform::NoProgress {
  public:
   explicit Stopper(std::stop_source& stop) : stop_(stop) {}
   void percent(int) override { stop_.request_stop(); }
-  void text(const std::string&) override {}
-  void secondText(const std::string&) override {}
-  void picture(std::span<const std::byte>, int, int) override {}
-  void position(int, int) override {}
 
  private:
   std::stop_source& stop_;

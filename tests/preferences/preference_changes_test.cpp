@@ -25,18 +25,10 @@ struct EffectCase {
   Changes changes;
   Effects effects;
 };
-class EffectsOfChanges : public testing::TestWithParam<EffectCase> {};
-
-TEST_P(EffectsOfChanges, AreThoseThatShowThem) {
+TEST(EffectsOfChanges, AreThoseThatShowThem) {
   const auto before = settings::MakeDefaultSettings();
-  const auto now = With(before, GetParam().changes);
-  EXPECT_EQ(EffectsOf(before, now), GetParam().effects);
-  EXPECT_EQ(EffectsOf(now, before), GetParam().effects) << "the way back";
-}
-INSTANTIATE_TEST_SUITE_P(
-    Preferences, EffectsOfChanges,
-    testing::Values(
-        EffectCase{"Nothing", {}, {}}, EffectCase{"SameValue", {{"ConfirmDelete", "1"}}, {}},
+  for (const auto& c :
+       {EffectCase{"Nothing", {}, {}}, EffectCase{"SameValue", {{"ConfirmDelete", "1"}}, {}},
         EffectCase{"LaterOnly", {{"LoadDirectoryAtStartup", "0"}, {"Wraparound", "1"}, {"ThreadPriority", "2"}}, {}},
         EffectCase{"Size", {{"ExtraLargeThumbnailSize", "300"}}, {ResizeThumbnails}},
         EffectCase{"Embedded", {{"IgnoreEmbeddedThumbnails", "1"}}, {RemakeThumbnails}},
@@ -48,8 +40,12 @@ INSTANTIATE_TEST_SUITE_P(
         EffectCase{"Optimised", {{"OptimiseSize", "2"}}, {ReloadPicture}},
         EffectCase{"Several",
                    {{"HistogramBlue", "0"}, {"OutlineTaggedThumbnails", "2"}, {"IPTCcomments", "0"}},
-                   {RedrawHistogram, RedrawThumbnails}}),
-    [](const auto& c) { return std::string(c.param.name); });
+                   {RedrawHistogram, RedrawThumbnails}}}) {
+    const auto now = With(before, c.changes);
+    EXPECT_EQ(EffectsOf(before, now), c.effects) << c.name;
+    EXPECT_EQ(EffectsOf(now, before), c.effects) << c.name << ", the way back";
+  }
+}
 
 TEST(TakePreferences, LeavesAloneWhatTheWindowDoesNotOffer) {
   auto live = settings::MakeDefaultSettings();

@@ -130,41 +130,35 @@ struct NeedCase {
   const char* standard;
   const char* reasonHas;
 };
-class Needs : public testing::TestWithParam<NeedCase> {};
-
-TEST_P(Needs, FollowTheFlagsAboveThem) {
-  auto settings = settings::MakeDefaultSettings();
-  SetPreference(*FindPreference("EnableMonitorProfile"), GetParam().monitor, settings);
-  SetPreference(*FindPreference("EnableDefaultProfile"), GetParam().standard, settings);
-  const std::string reason(WhyNot(*FindPreference(GetParam().key), settings));
-  EXPECT_EQ(reason.empty(), *GetParam().reasonHas == '\0') << reason;
-  EXPECT_NE(reason.find(GetParam().reasonHas), std::string::npos) << reason;
+TEST(Needs, FollowTheFlagsAboveThem) {
+  for (const auto& c :
+       {NeedCase{"Flag", "EnableMonitorProfile", "0", "0", ""}, NeedCase{"Off", "MonitorProfile", "0", "0", "monitor"},
+        NeedCase{"On", "MonitorProfile", "1", "0", ""},
+        NeedCase{"OwnFlagOff", "DefaultProfile", "1", "0", "default profile"},
+        NeedCase{"FlagAboveOff", "DefaultProfile", "0", "1", "monitor"},
+        NeedCase{"AllOn", "DefaultProfile", "1", "1", ""},
+        NeedCase{"TurnedRound", "OpenEditorCmdLine", "0", "0", "desktop"}}) {
+    auto settings = settings::MakeDefaultSettings();
+    SetPreference(*FindPreference("EnableMonitorProfile"), c.monitor, settings);
+    SetPreference(*FindPreference("EnableDefaultProfile"), c.standard, settings);
+    const std::string reason(WhyNot(*FindPreference(c.key), settings));
+    EXPECT_EQ(reason.empty(), *c.reasonHas == '\0') << c.name << ": " << reason;
+    EXPECT_NE(reason.find(c.reasonHas), std::string::npos) << c.name << ": " << reason;
+  }
 }
-INSTANTIATE_TEST_SUITE_P(Colour, Needs,
-                         testing::Values(NeedCase{"Flag", "EnableMonitorProfile", "0", "0", ""},
-                                         NeedCase{"Off", "MonitorProfile", "0", "0", "monitor"},
-                                         NeedCase{"On", "MonitorProfile", "1", "0", ""},
-                                         NeedCase{"OwnFlagOff", "DefaultProfile", "1", "0", "default profile"},
-                                         NeedCase{"FlagAboveOff", "DefaultProfile", "0", "1", "monitor"},
-                                         NeedCase{"AllOn", "DefaultProfile", "1", "1", ""},
-                                         NeedCase{"TurnedRound", "OpenEditorCmdLine", "0", "0", "desktop"}),
-                         [](const auto& c) { return std::string(c.param.name); });
 
-struct SchemeCase {
-  const char* stored;
-  const char* shown;
-};
-class Backgrounds : public testing::TestWithParam<SchemeCase> {};
-
-TEST_P(Backgrounds, AreShownAsTheyAreDrawn) {
+TEST(Backgrounds, AreShownAsTheyAreDrawn) {
   const auto& field = std::get<ChoiceField>(FindPreference("ThumbnailBackgroundColour")->field);
-  EXPECT_EQ(field.choices[ChoiceOf(field, GetParam().stored)].value, GetParam().shown);
+  for (const auto& [stored, shown] : {std::pair("white", "White"),
+                                      {"GRAY", "Gray"},
+                                      {"border", "Gray"},
+                                      {"grey", "Gray"},
+                                      {"", "Black"},
+                                      {"grey border", "Black"},
+                                      {"pink", "Black"}}) {
+    EXPECT_EQ(field.choices[ChoiceOf(field, stored)].value, shown) << stored;
+  }
 }
-INSTANTIATE_TEST_SUITE_P(Stored, Backgrounds,
-                         testing::Values(SchemeCase{"white", "White"}, SchemeCase{"GRAY", "Gray"},
-                                         SchemeCase{"border", "Gray"}, SchemeCase{"grey", "Gray"},
-                                         SchemeCase{"", "Black"}, SchemeCase{"grey border", "Black"},
-                                         SchemeCase{"pink", "Black"}));
 
 }  // namespace
 }  // namespace ml::app

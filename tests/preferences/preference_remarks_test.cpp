@@ -16,34 +16,31 @@ struct RemarkCase {
   std::string value;
   bool told, refused;
 };
-class Remarks : public testing::TestWithParam<RemarkCase> {};
-
-TEST_P(Remarks, TellWhatIsWrong) {
-  const auto remark = RemarkOn(*FindPreference(GetParam().key), GetParam().value);
-  EXPECT_EQ(!remark.text.empty(), GetParam().told) << remark.text;
-  EXPECT_EQ(remark.refused, GetParam().refused);
+TEST(Remarks, TellWhatIsWrong) {
+  const RemarkCase cases[] = {{"Smallest", "ExtraLargeThumbnailSize", "16", false, false},
+                              {"TooSmall", "ExtraLargeThumbnailSize", "15", true, true},
+                              {"Largest", "HighlightBlinkThreshold", "255", false, false},
+                              {"TooLarge", "HighlightBlinkThreshold", "256", true, true},
+                              {"Wraps", "HighlightBlinkThreshold", "4294967297", true, true},
+                              {"NoNumber", "HighlightBlinkThreshold", "12a", true, true},
+                              {"Empty", "HighlightBlinkThreshold", "", true, true},
+                              {"Program", "OpenEditorCmdLine", "gimp -n", false, false},
+                              {"NoProgram", "OpenEditorCmdLine", "  ", true, false},
+                              {"Quoted", "OpenEditorCmdLine", "\"a b c\" -x", false, false},
+                              {"OpenQuotes", "OpenEditorCmdLine", " \"a b c -x", true, true},
+                              {"NothingQuoted", "OpenEditorCmdLine", "\"ab\" c", true, true},
+                              {"LongestText", "OpenEditorCmdLine", std::string(511, 'a'), false, false},
+                              {"LongText", "OpenEditorCmdLine", std::string(512, 'a'), true, true},
+                              {"NoProfile", "MonitorProfile", "", false, false},
+                              {"ProfileGone", "MonitorProfile", "/nowhere/a.icc", true, false},
+                              {"Directory", "MonitorProfile", "/tmp", true, false},
+                              {"RelativeJunk", "DefaultProfile", "\x01\xff", true, false}};
+  for (const auto& c : cases) {
+    const auto remark = RemarkOn(*FindPreference(c.key), c.value);
+    EXPECT_EQ(!remark.text.empty(), c.told) << c.name << remark.text;
+    EXPECT_EQ(remark.refused, c.refused) << c.name;
+  }
 }
-INSTANTIATE_TEST_SUITE_P(Values, Remarks,
-                         testing::Values(RemarkCase{"Smallest", "ExtraLargeThumbnailSize", "16", false, false},
-                                         RemarkCase{"TooSmall", "ExtraLargeThumbnailSize", "15", true, true},
-                                         RemarkCase{"Largest", "HighlightBlinkThreshold", "255", false, false},
-                                         RemarkCase{"TooLarge", "HighlightBlinkThreshold", "256", true, true},
-                                         RemarkCase{"Wraps", "HighlightBlinkThreshold", "4294967297", true, true},
-                                         RemarkCase{"NoNumber", "HighlightBlinkThreshold", "12a", true, true},
-                                         RemarkCase{"Empty", "HighlightBlinkThreshold", "", true, true},
-                                         RemarkCase{"Program", "OpenEditorCmdLine", "gimp -n", false, false},
-                                         RemarkCase{"NoProgram", "OpenEditorCmdLine", "  ", true, false},
-                                         RemarkCase{"Quoted", "OpenEditorCmdLine", "\"a b c\" -x", false, false},
-                                         RemarkCase{"OpenQuotes", "OpenEditorCmdLine", " \"a b c -x", true, true},
-                                         RemarkCase{"NothingQuoted", "OpenEditorCmdLine", "\"ab\" c", true, true},
-                                         RemarkCase{"LongestText", "OpenEditorCmdLine", std::string(511, 'a'), false,
-                                                    false},
-                                         RemarkCase{"LongText", "OpenEditorCmdLine", std::string(512, 'a'), true, true},
-                                         RemarkCase{"NoProfile", "MonitorProfile", "", false, false},
-                                         RemarkCase{"ProfileGone", "MonitorProfile", "/nowhere/a.icc", true, false},
-                                         RemarkCase{"Directory", "MonitorProfile", "/tmp", true, false},
-                                         RemarkCase{"RelativeJunk", "DefaultProfile", "\x01\xff", true, false}),
-                         [](const auto& c) { return std::string(c.param.name); });
 
 TEST(ProfileRemark, LooksIntoTheFile) {
   const test::TempDir dir;

@@ -136,9 +136,11 @@ TEST_F(ConvertRawFile, FindsNoPictureInSilence) {
 TEST_F(ConvertRawFile, WritesNothingOnceItIsCancelled) {
   const auto source = Crw(kD60);
   const auto target = dir.Write("out.jpg", "old");
+  const auto picture = Convert(source, OutputFormat::Jpeg);
+  ASSERT_TRUE(picture);
   stop.request_stop();
-  EXPECT_THROW(rawconvert::ConvertRawFile(source, target, settings, {}, {developer, progress, stop.get_token()}),
-               platform::Cancelled);
+  EXPECT_THROW(WriteConverted(*picture, target, stop.get_token()), platform::Cancelled);
+  EXPECT_THROW(Convert(source, OutputFormat::Jpeg), platform::Cancelled);
   EXPECT_EQ(test::ReadAll(target), "old");
 }
 

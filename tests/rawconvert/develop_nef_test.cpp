@@ -248,8 +248,8 @@ TEST(DevelopNefTest, TellsOfItsProgressAndStops) {
   test::ToldProgress progress;
   const auto sensor = Scene("NIKON D1", 64, 400);
   DevelopNef(sensor, {}, {.progress = &progress});
-  EXPECT_TRUE(std::ranges::is_sorted(progress.Percentages()));
-  EXPECT_TRUE(std::ranges::all_of(progress.Percentages(), [](int p) { return p >= 20 && p <= 100; }));
+  EXPECT_TRUE(std::ranges::is_sorted(progress.percents));
+  EXPECT_TRUE(std::ranges::all_of(progress.percents, [](int p) { return p >= 20 && p <= 100; }));
   std::stop_source stop;
   stop.request_stop();
   EXPECT_THROW(DevelopNef(sensor, {}, {.stop = stop.get_token()}), platform::Cancelled);

@@ -18,6 +18,7 @@
 #include "rawconvert/picture_collection.h"
 #include "rawconvert/raw_developer.h"
 #include "support/temp_dir.h"
+#include "support/told_progress.h"
 
 namespace ml::rawconvert {
 namespace {
@@ -105,17 +106,6 @@ TEST(DevelopedSamples, AWhiteBalanceIsRepeatedByWhatItLeft) {
   }
 }
 
-/// Remembers the percentages.
-class Percentages final : public platform::Progress {
- public:
-  std::vector<int> told;
-  void percent(int value) override { told.push_back(value); }
-  void text(const std::string&) override {}
-  void secondText(const std::string&) override {}
-  void picture(std::span<const std::byte>, int, int) override {}
-  void position(int, int) override {}
-};
-
 TEST(DevelopedSamples, BothEnginesGiveTheSamePictureAndProgress) {
   for (const auto& path : OneCrw()) {
     const auto developer = MakeRawDeveloper();
@@ -125,11 +115,11 @@ TEST(DevelopedSamples, BothEnginesGiveTheSamePictureAndProgress) {
     image.linear = true;
     image.SetWhiteBalance(9);
     image.colourTemperature = 4000;
-    Percentages progress;
+    test::ToldProgress progress;
     const auto one = imaging::HighBytes(image.Develop(model, true, {.progress = &progress}));
-    EXPECT_TRUE(std::ranges::is_sorted(progress.told));
-    EXPECT_GT(progress.told.size(), 5U);
-    EXPECT_EQ(progress.told.back(), 100);
+    EXPECT_TRUE(std::ranges::is_sorted(progress.percents));
+    EXPECT_GT(progress.percents.size(), 5U);
+    EXPECT_EQ(progress.percents.back(), 100);
 
     PictureCollection pictures(path, developer->Development());
     auto params = AsShotParams();

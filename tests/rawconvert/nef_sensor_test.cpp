@@ -147,7 +147,7 @@ TEST(NefSensorTest, ReachesAFifthOfTheWork) {
   ReadNefSensor(path, {.progress = &progress});
   std::vector<int> all(20);
   std::iota(all.begin(), all.end(), 0);
-  EXPECT_EQ(progress.Percentages(), all);
+  EXPECT_EQ(progress.percents, all);
 }
 
 TEST(NefSensorTest, StopsWhenAsked) {

@@ -10,6 +10,12 @@ constexpr std::array<int, 16> kThresholds{0, 8, 2, 10, 12, 4, 14, 6, 3, 11, 1, 9
 
 }  // namespace
 
+std::string IndexedPicture::Rgb() const {
+  std::string out;
+  for (const char index : pixels) out += palette.substr(static_cast<unsigned char>(index) * 3U, 3);
+  return out;
+}
+
 IndexedPicture ToIndexed(const Picture& picture) {
   IndexedPicture out{picture.width, picture.height, {}, {}};
   for (int red = 0; red < kLevels[0]; ++red) {

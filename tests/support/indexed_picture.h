@@ -11,6 +11,9 @@ struct IndexedPicture {
   int width = 0, height = 0;
   std::string palette;  ///< 256 times red, green, blue
   std::string pixels;
+
+  /// Red, green and blue of each pixel.
+  std::string Rgb() const;
 };
 
 /// Dithered in a fixed pattern.

@@ -1,24 +1,24 @@
 #pragma once
 
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/progress.h"
 
 namespace ml::test {
 
-/// Remembers the percentages told.
-class ToldProgress final : public platform::Progress {
+/// Remembers what it is told.
+class ToldProgress final : public platform::NoProgress {
  public:
-  const std::vector<int>& Percentages() const { return percentages_; }
+  std::vector<int> percents;
+  std::vector<std::string> texts, secondTexts;
+  std::vector<std::pair<int, int>> positions;  ///< index from 1, and count
 
-  void percent(int value) override { percentages_.push_back(value); }
-  void text(const std::string&) override {}
-  void secondText(const std::string&) override {}
-  void picture(std::span<const std::byte>, int, int) override {}
-  void position(int, int) override {}
-
- private:
-  std::vector<int> percentages_;
+  void percent(int value) override { percents.push_back(value); }
+  void text(const std::string& line) override { texts.push_back(line); }
+  void secondText(const std::string& line) override { secondTexts.push_back(line); }
+  void position(int index, int count) override { positions.emplace_back(index, count); }
 };
 
 }  // namespace ml::test

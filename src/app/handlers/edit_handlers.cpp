@@ -34,34 +34,40 @@ using platform::ui::JobWindowShows;
 /// Changes one image; called on the job's thread.
 using Edit = std::function<void(const std::string& path, const EditTools& tools, const platform::JobHost& host)>;
 
-/// The job with all that edits need; without a window for a single CRW file. Afterwards thumbnails and the image on
-/// show are made anew, whatever came of it; the latter not while a window covers it, `over` which boxes stand then. An
-/// edit that `lasts` has a progress window for a single raw file as well.
-void RunEdits(CommandContext& context, std::string_view title, std::string_view verb,
-              const std::vector<std::string>& paths, const Edit& edit, QWidget* over = nullptr, bool lasts = false) {
+struct EditJob {
+  std::string_view title, verb;
+  std::vector<std::string> paths;
+  Edit edit;
+  QWidget* over = nullptr;                              ///< a window that covers the image on show, for boxes
+  JobWindowShows forSingleCrw = JobWindowShows::Never;  ///< most edits of one are done at once
+};
+
+/// The job with all that edits need. Afterwards thumbnails and the image on show are made anew, whatever came of it;
+/// the latter not while a window covers it.
+void RunEdits(CommandContext& context, const EditJob& job) {
   auto& session = context.session;
-  if (paths.empty()) return;
+  if (job.paths.empty()) return;
   const auto options = session.ImageOptions();
   imagefiles::CompanionFinder companions(options);
-  const bool quick = !lasts && paths.size() == 1 && platform::EndsWithNoCase(paths.front(), ".crw");
+  const bool singleCrw = job.paths.size() == 1 && platform::EndsWithNoCase(job.paths.front(), ".crw");
   const auto settle = [&] {
-    session.FilesChanged(paths);
-    if (session.mode != ViewMode::Thumbnails && over == nullptr) context.view.ReloadImage();
+    session.FilesChanged(job.paths);
+    if (session.mode != ViewMode::Thumbnails && job.over == nullptr) context.view.ReloadImage();
   };
   const auto act = [&](const std::string& path, const ImageJobTools& tools) {
     try {
-      edit(path, {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}}, tools.host);
+      job.edit(path, {.options = options, .companions = companions, .edit = {.recorder = &tools.batch}}, tools.host);
     } catch (const platform::UserError& error) {
       throw platform::UserError(NamingTheFile(error.what(), path));
     }
   };
   try {
-    RunImageJob(context, {.title = std::string(title),
-                          .progressVerb = std::string(verb),
-                          .paths = paths,
+    RunImageJob(context, {.title = std::string(job.title),
+                          .progressVerb = std::string(job.verb),
+                          .paths = job.paths,
                           .act = act,
-                          .window = quick ? JobWindowShows::Never : JobWindowShows::AfterHalfASecond,
-                          .over = over});
+                          .window = singleCrw ? job.forSingleCrw : JobWindowShows::AfterHalfASecond,
+                          .over = job.over});
   } catch (...) {
     settle();
     throw;
@@ -96,7 +102,7 @@ void TurnAll(CommandContext& context, const std::vector<std::string>& paths, Tur
     if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::Rotate(*file, turn, tools);
   };
-  RunEdits(context, kRotateJob, "Rotating", paths, rotate, over);
+  RunEdits(context, {.title = kRotateJob, .verb = "Rotating", .paths = paths, .edit = rotate, .over = over});
 }
 
 template <Turn turn>
@@ -114,11 +120,11 @@ void EditComments(CommandContext& context) {
   if (!before->Row().commentRefusal.empty()) throw platform::UserError(std::string(before->Row().commentRefusal));
   const auto text = EditComment(context.frame, std::string(platform::FileName(path)), before->GetComment());
   if (!text) return;
-  RunEdits(context, kCommentJob, "Writing the comment of", {path},
-           [&](const std::string& changed, const EditTools& tools, const platform::JobHost&) {
-             const auto file = imagefiles::CreateImageFile(changed, tools.options);
-             if (file) imagefiles::SetComment(*file, *text, tools);
-           });
+  const auto write = [&](const std::string& changed, const EditTools& tools, const platform::JobHost&) {
+    const auto file = imagefiles::CreateImageFile(changed, tools.options);
+    if (file) imagefiles::SetComment(*file, *text, tools);
+  };
+  RunEdits(context, {.title = kCommentJob, .verb = "Writing the comment of", .paths = {path}, .edit = write});
 }
 
 DateShiftQuestion QuestionFor(const Session& session, const std::vector<std::string>& selected) {
@@ -138,14 +144,17 @@ void AdjustDateTime(CommandContext& context) {
   const auto shift = AskDateShift(context.frame, QuestionFor(session, selected));
   if (!shift) return;
   session.settings.shootingData.adjustTimeTimestamp = shift->fileTimes ? 1 : 0;
-  RunEdits(context, kAdjustDateJob, "Adjusting the date of", shift->all ? session.list.files : selected,
-           [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-             try {
-               imagefiles::AdjustDates(path, shift->seconds, shift->fileTimes, tools);
-             } catch (const platform::UserError& error) {
-               throw platform::UserError(ErrorAdjustingDate(path, error.what()));
-             }
-           });
+  const auto adjust = [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+    try {
+      imagefiles::AdjustDates(path, shift->seconds, shift->fileTimes, tools);
+    } catch (const platform::UserError& error) {
+      throw platform::UserError(ErrorAdjustingDate(path, error.what()));
+    }
+  };
+  RunEdits(context, {.title = kAdjustDateJob,
+                     .verb = "Adjusting the date of",
+                     .paths = shift->all ? session.list.files : selected,
+                     .edit = adjust});
 }
 
 std::vector<std::string> OnlyJpegs(std::vector<std::string> paths) {
@@ -161,7 +170,8 @@ void AutoRotate(CommandContext& context) {
   const auto turn = [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::AutoRotate(*file, tools);
   };
-  TellTurnErrors(context, [&] { RunEdits(context, kAutoRotateJob, "Rotating", paths, turn); });
+  TellTurnErrors(
+      context, [&] { RunEdits(context, {.title = kAutoRotateJob, .verb = "Rotating", .paths = paths, .edit = turn}); });
 }
 
 void EmbedProfile(CommandContext& context) {
@@ -172,22 +182,25 @@ void EmbedProfile(CommandContext& context) {
                                                 .filter = std::string(kProfileFilter),
                                                 .start = session.settings.colour.monitorProfile});
   if (!profile) return;
-  RunEdits(context, kEmbedJob, "Embedding the profile in", paths,
-           [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-             const auto file = imagefiles::CreateImageFile(path, tools.options);
-             if (file && !imagefiles::EmbedIccProfile(*file, profile->path, tools)) {
-               throw platform::UserError(NoPlaceForProfile(path));
-             }
-           });
+  const auto embed = [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+    const auto file = imagefiles::CreateImageFile(path, tools.options);
+    if (file && !imagefiles::EmbedIccProfile(*file, profile->path, tools)) {
+      throw platform::UserError(NoPlaceForProfile(path));
+    }
+  };
+  RunEdits(context, {.title = kEmbedJob, .verb = "Embedding the profile in", .paths = paths, .edit = embed});
 }
 
 void RegenerateThumbnails(CommandContext& context) {
   std::vector<std::string> full;  // without room for a new one
-  RunEdits(context, kThumbnailJob, "Making the thumbnail of", OnlyJpegs(TargetsOf(context, kSelectForThumbnails)),
-           [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-             const auto file = imagefiles::CreateImageFile(path, tools.options);
-             if (file && !imagefiles::RegenerateThumbnail(*file, tools)) full.push_back(path);
-           });
+  const auto make = [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+    const auto file = imagefiles::CreateImageFile(path, tools.options);
+    if (file && !imagefiles::RegenerateThumbnail(*file, tools)) full.push_back(path);
+  };
+  RunEdits(context, {.title = kThumbnailJob,
+                     .verb = "Making the thumbnail of",
+                     .paths = OnlyJpegs(TargetsOf(context, kSelectForThumbnails)),
+                     .edit = make});
   if (!full.empty()) context.session.Ask().message({.text = NoRoomForThumbnails(full)});
 }
 
@@ -203,13 +216,15 @@ void RegenerateJpegs(CommandContext& context) {
   remembered.regenEmbeddedJpegWidth = settings->width;
   remembered.regenEmbeddedJpegQuality = settings->quality;
   auto& developer = session.Developer();
-  RunEdits(
-      context, kRegenerateJob, "Making the embedded JPEG of", paths,
-      [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
-        const auto file = imagefiles::CreateImageFile(path, tools.options);
-        if (file) imagefiles::RegenerateEmbeddedJpeg(*file, *settings, &developer, tools);
-      },
-      nullptr, true);
+  const auto make = [&](const std::string& path, const EditTools& tools, const platform::JobHost&) {
+    const auto file = imagefiles::CreateImageFile(path, tools.options);
+    if (file) imagefiles::RegenerateEmbeddedJpeg(*file, *settings, &developer, tools);
+  };
+  RunEdits(context, {.title = kRegenerateJob,
+                     .verb = "Making the embedded JPEG of",
+                     .paths = paths,
+                     .edit = make,
+                     .forSingleCrw = JobWindowShows::AfterHalfASecond});
 }
 
 constexpr HandlerRow kHandlers[] = {

@@ -18,7 +18,8 @@ struct StartOptions {
   std::string scriptPath;       ///< of "-s"; accepted for old shortcuts, no script is ever run
 };
 
-/// The options in front of a command line given as one string, and what stands behind them.
+/// The options in front of a command line given as one string, and what stands behind them. The program itself has its
+/// arguments one by one and uses ScanArguments.
 struct StartLine {
   StartOptions options;
   std::string rest;  ///< for ScanTokens; empty: no names were given

@@ -1,36 +1,25 @@
 #include "batch/ui/batch_rename_dialog.h"
 
 #include <QCheckBox>
-#include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFontInfo>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSpinBox>
-#include <QStyle>
-#include <QTableView>
 #include <QVBoxLayout>
-#include <algorithm>
-#include <iterator>
 
 #include "batch/apply_rename.h"
 #include "batch/ui/messages.h"
-#include "batch/ui/rename_list_model.h"
-#include "batch/ui/rename_rows.h"
+#include "batch/ui/rename_list_pane.h"
 #include "batch/ui/token_menu.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
-#include "platform/ui/field_frame.h"
 #include "platform/ui/help_button.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
@@ -46,7 +35,6 @@ constexpr QSize kFirstSize{760, 640}, kSmallestSize{480, 320};
 /// Of a window; how much it is is known only once it shows.
 constexpr QSize kRoomForFrame{8, 32};
 constexpr int kMargin = 12, kSpacing = 8;
-constexpr int kRowHeight = 24, kSmallestList = 3 * kRowHeight;
 /// The settings give back texts of less than 512 bytes.
 constexpr int kLongestText = 127;
 
@@ -94,8 +82,7 @@ CBatchRenameDialog::CBatchRenameDialog(RenameDialogInput input, const RenameChoi
   grid->setVerticalSpacing(kSpacing);
   layout->addLayout(grid);
   MakeFields(*grid);
-  MakeList();
-  layout->addWidget(MakeSummary());
+  list_ = new RenameListPane(this);
   layout->addWidget(list_, 1);
   layout->addWidget(MakeButtons());
   ShowForm();
@@ -150,61 +137,6 @@ void CBatchRenameDialog::MakeNumberFields(QGridLayout& grid) {
     box->setFixedWidth(firstNumber_->sizeHint().width());
     box->setFont(platform::ui::WithTabularFigures(font()));
   }
-}
-
-QWidget* CBatchRenameDialog::MakeSummary() {
-  auto* whole = new QWidget(this);
-  auto* layout = new QHBoxLayout(whole);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(kSpacing);
-  auto* heading = new QLabel(QLatin1String(kListLabel), whole);
-  heading->setBuddy(list_);
-  const int edge = QFontInfo(font()).pixelSize() + kSpacing / 2;
-  sign_ = new QLabel(whole);
-  sign_->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(edge));
-  summary_ = new QLabel(whole);
-  summary_->setObjectName(QStringLiteral("summary"));
-  summary_->setTextFormat(Qt::PlainText);
-  summary_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  nextProblem_ = new QPushButton(QLatin1String(kNextProblem), whole);
-  nextProblem_->setAutoDefault(false);
-  auto kept = nextProblem_->sizePolicy();
-  kept.setRetainSizeWhenHidden(true);
-  nextProblem_->setSizePolicy(kept);
-  connect(nextProblem_, &QPushButton::clicked, this, &CBatchRenameDialog::GoToNextProblem);
-  layout->addWidget(heading);
-  layout->addSpacing(kSpacing);
-  layout->addWidget(sign_);
-  layout->addWidget(summary_, 1);
-  layout->addWidget(nextProblem_);
-  return whole;
-}
-
-void CBatchRenameDialog::MakeList() {
-  list_ = new QTableView(this);
-  model_ = new RenameListModel(style()->standardIcon(QStyle::SP_MessageBoxWarning), list_);
-  list_->setModel(model_);
-  list_->setAccessibleName(QLatin1String(kListLabel).mid(1).chopped(1));
-  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  list_->setTabKeyNavigation(false);
-  list_->setWordWrap(false);
-  list_->setTextElideMode(Qt::ElideMiddle);
-  list_->setShowGrid(false);
-  list_->setMinimumHeight(kSmallestList);
-  list_->setFont(platform::ui::WithTabularFigures(font()));
-  platform::ui::MarkAsField(*list_);
-  list_->verticalHeader()->hide();
-  list_->verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() + kSpacing));
-  auto* header = list_->horizontalHeader();
-  header->setHighlightSections(false);
-  header->setSectionsClickable(false);
-  for (const int column : {RenameListModel::kOldName, RenameListModel::kNewName}) {
-    header->setSectionResizeMode(column, QHeaderView::Stretch);
-  }
-  header->resizeSection(RenameListModel::kRemark,
-                        fontMetrics().horizontalAdvance(QLatin1String(kWidestRemark)) + 2 * kRowHeight);
-  auto* copy = new QShortcut(QKeySequence::Copy, list_, nullptr, nullptr, Qt::WidgetShortcut);
-  connect(copy, &QShortcut::activated, this, &CBatchRenameDialog::CopyList);
 }
 
 QWidget* CBatchRenameDialog::MakeButtons() {
@@ -299,42 +231,9 @@ void CBatchRenameDialog::ShowForm() {
 
 void CBatchRenameDialog::Rebuild(Tell tell) {
   names_ = BuildNewNames(input_.images, form_.Style(), input_.otherFiles);
-  model_->SetRows(RowsOf(names_));
-  ShowSummary();
+  list_->Show(names_);
+  format_->setAccessibleDescription(list_->ProblemText());
   if (tell == Tell::ByBox && names_.HasConflict()) platform::ui::QtInteraction(this).message(ConflictMessage(names_));
-}
-
-void CBatchRenameDialog::ShowSummary() {
-  const auto& rows = model_->Rows();
-  const auto problems =
-      static_cast<std::size_t>(std::ranges::count_if(rows, [](const auto& row) { return !row.problem.empty(); }));
-  const auto changed =
-      static_cast<std::size_t>(std::ranges::count_if(rows, [](const auto& row) { return row.oldName != row.newName; }));
-  auto text = RenamedText(changed, rows.size());
-  if (problems > 0) {
-    const auto& first = rows[static_cast<std::size_t>(model_->NextProblem(-1))];
-    text = ProblemsText(problems, rows.size(), first.remark, first.newName);
-  }
-  summary_->setText(ToLabel(text));
-  summary_->setToolTip(PlainToolTip(ToQString(text)));
-  sign_->setVisible(problems > 0);
-  nextProblem_->setVisible(problems > 0);
-  format_->setAccessibleDescription(problems > 0 ? summary_->text() : QString());
-}
-
-void CBatchRenameDialog::GoToNextProblem() {
-  const int row = model_->NextProblem(list_->currentIndex().row());
-  if (row < 0) return;
-  list_->setCurrentIndex(model_->index(row, RenameListModel::kOldName));
-  list_->scrollTo(list_->currentIndex(), QAbstractItemView::PositionAtCenter);
-}
-
-void CBatchRenameDialog::CopyList() {
-  NewNames chosen;
-  for (const auto& index : list_->selectionModel()->selectedRows()) {
-    chosen.rows.push_back(names_.rows[static_cast<std::size_t>(index.row())]);
-  }
-  QGuiApplication::clipboard()->setText(ToQString(PreviewText(chosen.rows.empty() ? names_ : chosen)));
 }
 
 void CBatchRenameDialog::accept() {
@@ -342,8 +241,7 @@ void CBatchRenameDialog::accept() {
     check_(names_, form_.Style());
   } catch (const platform::UserError& error) {
     platform::ui::QtInteraction(this).message({.text = error.what(), .icon = platform::BoxIcon::Error});
-    list_->setCurrentIndex({});
-    GoToNextProblem();
+    list_->GoToFirstProblem();
     return;
   }
   QDialog::accept();

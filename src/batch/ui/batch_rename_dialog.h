@@ -12,15 +12,13 @@
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
-class QTableView;
 
 namespace ml::batch::ui {
 
-class RenameListModel;
+class RenameListPane;
 
 enum class RenameTargets { Selected, All };
 
@@ -54,8 +52,6 @@ class CBatchRenameDialog final : public QDialog {
   void MakeFields(QGridLayout& grid);
   void MakeFormatField(QGridLayout& grid);
   void MakeNumberFields(QGridLayout& grid);
-  QWidget* MakeSummary();
-  void MakeList();
   QWidget* MakeButtons();
   void ConnectFields();
   std::string ExampleOf(std::string_view token) const;
@@ -63,9 +59,6 @@ class CBatchRenameDialog final : public QDialog {
   void ShowForm();
   void ShowNumber(QSpinBox& box, const NumberField& field);
   void Rebuild(Tell tell);
-  void ShowSummary();
-  void GoToNextProblem();
-  void CopyList();
 
   RenameDialogInput input_;
   RenameForm form_;
@@ -74,12 +67,10 @@ class CBatchRenameDialog final : public QDialog {
 
   QComboBox *style_ = nullptr, *sort_ = nullptr, *case_ = nullptr;
   QLineEdit *name_ = nullptr, *format_ = nullptr;
-  QPushButton *insert_ = nullptr, *nextProblem_ = nullptr;
+  QPushButton* insert_ = nullptr;
   QSpinBox *digits_ = nullptr, *firstNumber_ = nullptr;
   QCheckBox* continuous_ = nullptr;
-  QLabel *sign_ = nullptr, *summary_ = nullptr;
-  RenameListModel* model_ = nullptr;
-  QTableView* list_ = nullptr;
+  RenameListPane* list_ = nullptr;
 };
 
 }  // namespace ml::batch::ui

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <cstddef>
-#include <vector>
+#include <string>
 
-#include "imaging/pixel_buffer.h"
+#include "imaging/writers/write_image.h"
 
 namespace ml::imaging {
 
-enum class PngColour { Rgb, Grey };
-
-/// `picture` (8-bit, not empty, either order) as a PNG file; Grey writes one channel, the first of each pixel,
-/// for pictures whose channels are equal. Throws LibraryError.
-std::vector<std::byte> EncodePng(const PixelBuffer& picture, PngColour colour);
+/// A picture of colours whose channels are all equal goes out with one. See WriteImage.
+void WritePNG(const PixelRows& pixels, const MetadataBlocks& blocks, const std::string& path,
+              const WriteOptions& options);
 
 }  // namespace ml::imaging

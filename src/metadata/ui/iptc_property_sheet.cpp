@@ -134,7 +134,7 @@ QWidget* CIptcPropertySheet::MakeRules() {
 QPushButton* CIptcPropertySheet::MakeApply(const char* text, const QString& does, void (CIptcPropertySheet::*run)()) {
   auto* button = new QPushButton(QLatin1String(text), this);
   button->setAutoDefault(false);
-  button->setToolTip(PlainToolTip(host_.apply.one ? does : ToQString(host_.whyNoApply).arg(does)));
+  button->setToolTip(PlainToolTip(does));
   connect(button, &QPushButton::clicked, this, run);
   return button;
 }
@@ -153,7 +153,8 @@ QWidget* CIptcPropertySheet::MakeButtons() {
   selected_ = MakeApply(kIptcApplyToSelected, merges.arg(ToQString(Images(images_.selected.size()))),
                         &CIptcPropertySheet::ApplyToSelected);
   if (images_.selected.empty()) selected_->setToolTip(QLatin1String(kNoImagesSelected));
-  all_ = MakeApply(kIptcApplyToAll, merges.arg(ToQString(Images(images_.all.size()))), &CIptcPropertySheet::ApplyToAll);
+  auto* all =
+      MakeApply(kIptcApplyToAll, merges.arg(ToQString(Images(images_.all.size()))), &CIptcPropertySheet::ApplyToAll);
   apply_ = MakeApply(kIptcApply, QStringLiteral("Write these values into the image"), &CIptcPropertySheet::Apply);
   apply_->setDefault(true);
   report_ = MakeStatus(whole);
@@ -161,7 +162,7 @@ QWidget* CIptcPropertySheet::MakeButtons() {
   line->addWidget(save);
   line->addWidget(platform::ui::MakeHelpButton(platform::HelpPage::Iptc, *this));
   line->addWidget(report_, 1);
-  for (auto* button : {selected_, all_, apply_, close}) line->addWidget(button);
+  for (auto* button : {selected_, all, apply_, close}) line->addWidget(button);
   setTabOrder(apply_, close);
   return whole;
 }
@@ -231,9 +232,8 @@ void CIptcPropertySheet::ShowValues(const IptcSheetValues& values) {
 }
 
 void CIptcPropertySheet::Refresh() {
-  apply_->setEnabled(host_.apply.one && HasChanges());
-  selected_->setEnabled(host_.apply.many && !images_.selected.empty());
-  all_->setEnabled(host_.apply.many != nullptr);
+  apply_->setEnabled(HasChanges());
+  selected_->setEnabled(!images_.selected.empty());
   report_->clear();
 }
 
@@ -265,7 +265,7 @@ bool CIptcPropertySheet::IsValid(std::optional<int> page) {
 
 bool CIptcPropertySheet::MayLeave() {
   if (!HasChanges()) return true;
-  switch (AskAboutChanges(Path(), host_.apply.one ? CanApply::Yes : CanApply::No, this)) {
+  switch (AskAboutChanges(Path(), this)) {
     case ChangesAnswer::Apply:
       return ApplyOne();
     case ChangesAnswer::Discard:

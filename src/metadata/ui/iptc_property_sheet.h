@@ -22,7 +22,7 @@ namespace ml::metadata::ui {
 
 class IptcPageView;
 
-/// How edited values get into images; both empty while nobody can. They throw UserError, or Cancelled.
+/// How edited values get into images. Both throw UserError, or Cancelled.
 struct IptcApplier {
   std::function<void(const std::string& path, const IptcSheetValues& values)> one;
   std::function<IptcBatchReport(const IptcBatch& batch, QWidget& parent)> many;
@@ -34,8 +34,7 @@ struct IptcSheetHost {
   /// Nothing if the user cancelled.
   std::function<std::optional<std::string>(QWidget& parent)> chooseFileToLoad, chooseFileToSave;
   const platform::Clock& clock;
-  IptcApplier apply{};
-  std::string whyNoApply{};  ///< tool tip while there is no applier, "%1" stands for what the button does
+  IptcApplier apply;
 };
 
 /// The images that the sheet goes through and writes into, by their paths.
@@ -114,7 +113,7 @@ class CIptcPropertySheet final : public QDialog {
   QTabWidget* tabs_ = nullptr;
   QLabel* place_ = nullptr;
   QLabel* report_ = nullptr;
-  QPushButton *previous_ = nullptr, *next_ = nullptr, *apply_ = nullptr, *selected_ = nullptr, *all_ = nullptr;
+  QPushButton *previous_ = nullptr, *next_ = nullptr, *apply_ = nullptr, *selected_ = nullptr;
 };
 
 }  // namespace ml::metadata::ui

@@ -20,10 +20,9 @@ class Question {
   }
   QPushButton* Add(const char* text, QMessageBox::ButtonRole role) { return box_.addButton(QLatin1String(text), role); }
   /// What was pressed; Cancel is none of those added before.
-  const QAbstractButton* Run(QPushButton* otherwise) {
-    auto* cancel = Add("Cancel", QMessageBox::RejectRole);
-    box_.setEscapeButton(cancel);
-    box_.setDefaultButton(otherwise != nullptr ? otherwise : cancel);
+  const QAbstractButton* Run(QPushButton* usual) {
+    box_.setEscapeButton(Add("Cancel", QMessageBox::RejectRole));
+    box_.setDefaultButton(usual);
     box_.exec();
     return box_.clickedButton();
   }
@@ -40,13 +39,12 @@ bool AskYes(const std::string& text, const char* yes, QWidget* parent) {
 
 }  // namespace
 
-ChangesAnswer AskAboutChanges(const std::string& path, CanApply canApply, QWidget* parent) {
-  const bool can = canApply == CanApply::Yes;
-  Question question(can ? ApplyChanges(path) : DiscardChanges(path), parent);
-  auto* apply = can ? question.Add("&Apply", QMessageBox::AcceptRole) : nullptr;
+ChangesAnswer AskAboutChanges(const std::string& path, QWidget* parent) {
+  Question question(ApplyChanges(path), parent);
+  auto* apply = question.Add("&Apply", QMessageBox::AcceptRole);
   const auto* discard = question.Add("&Discard", QMessageBox::DestructiveRole);
   const auto* pressed = question.Run(apply);
-  if (can && pressed == apply) return ChangesAnswer::Apply;
+  if (pressed == apply) return ChangesAnswer::Apply;
   return pressed == discard ? ChangesAnswer::Discard : ChangesAnswer::Cancel;
 }
 

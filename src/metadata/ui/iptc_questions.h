@@ -8,10 +8,9 @@ class QWidget;
 /// What the sheet asks, with buttons that say what they do.
 namespace ml::metadata::ui {
 
-enum class CanApply { Yes, No };
 enum class ChangesAnswer { Apply, Discard, Cancel };
-/// What to do with changes to the image at `path`. Apply is not offered where it is not possible.
-ChangesAnswer AskAboutChanges(const std::string& path, CanApply canApply, QWidget* parent);
+/// What to do with changes to the image at `path`.
+ChangesAnswer AskAboutChanges(const std::string& path, QWidget* parent);
 
 /// Whether a file at `path` may replace what was changed.
 bool AskToReplace(const std::string& path, QWidget* parent);

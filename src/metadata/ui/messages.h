@@ -37,9 +37,6 @@ inline std::string Images(std::size_t count) {
 inline std::string ApplyChanges(const std::string& name) {
   return "Apply the changes to the IPTC data of this image?\n" + name;
 }
-inline std::string DiscardChanges(const std::string& name) {
-  return "The changes to the IPTC data of this image cannot be applied, but they can be saved to a file:\n" + name;
-}
 inline std::string ReplaceByFile(const std::string& path) {
   return "Replace what was changed by the values of this file?\n" + path;
 }

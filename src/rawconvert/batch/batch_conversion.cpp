@@ -1,7 +1,6 @@
 #include "rawconvert/batch/batch_conversion.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <future>
 #include <optional>
@@ -23,12 +22,6 @@ namespace ml::rawconvert {
 namespace {
 
 constexpr int kMinResolution = 25, kMaxResolution = 999;
-
-std::string Hexadecimal(std::uint32_t code) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%x", code);
-  return text;
-}
 
 /// What ends the run; the sentence names the file.
 class RunFailed : public platform::UserError {
@@ -154,7 +147,7 @@ class BatchRun {
       throw RunFailed(named + "\n" + error.what());
     } catch (const DevelopError& error) {
       const auto complaint = RawFileComplaint(error.Code(), metadata::ExifData(source).model);
-      report_ += named + "\npsCException = 0x" + Hexadecimal(error.Code()) + "\n" + complaint;
+      report_ += named + "\npsCException = " + CodeText(error.Code()) + "\n" + complaint;
       return failed(complaint.empty() ? error.what() : std::string(platform::TrimRight(complaint)));
     } catch (const UndevelopableRaw& error) {
       report_ += named + "\n" + error.what() + "\n";

@@ -112,7 +112,7 @@ bool ConversionDialog::TellComplaint() {
 }
 
 bool ConversionDialog::MayReduce() {
-  if (!NeedsEightBitWarning(question_.family, static_cast<int>(choice_.format), choice_.settings.method)) return true;
+  if (!NeedsEightBitWarning(question_.family, choice_.format, choice_.settings.method)) return true;
   return ask_.ask({.text = EightBitWarning(question_.exif.model),
                    .icon = platform::BoxIcon::Warning,
                    .buttons = platform::Buttons::YesNo}) == platform::Button::Yes;

@@ -1,4 +1,4 @@
-#include "imaging/png/png_writer.h"
+#include "imaging/png/png_encoder.h"
 
 #include <gtest/gtest.h>
 #include <png.h>
