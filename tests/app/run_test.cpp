@@ -131,15 +131,6 @@ TEST_F(Run, SignalEndsInOrder) {
   EXPECT_NE(SettingsText().find("img_1.jpg"), std::string::npos);
 }
 
-TEST_F(Run, BrokenSettingsAreToldAndKept) {
-  const auto file = home.Write("xdg/Tarnwick/Marrowlantern/100.toml", "ThumbnailSize = = 1\n");
-  testing::internal::CaptureStderr();
-  Start({photos.Path()}, [](CMainFrame&, Session& session) { EXPECT_EQ(session.list.Count(), 3); });
-  EXPECT_NE(testing::internal::GetCapturedStderr().find(file), std::string::npos);
-  EXPECT_EQ(test::ReadAll(file + ".bad"), "ThumbnailSize = = 1\n");
-  EXPECT_NE(SettingsText().find("MRU0"), std::string::npos);
-}
-
 BoxReader* earlyReader = nullptr;
 
 /// Reads boxes that come before there is a window that could tell of itself.
@@ -183,6 +174,20 @@ TEST_F(Run, FinishesAndTellsWhatACrashCutOff) {
     frame.Runner().Run(CommandId::Quit);
   });
   EXPECT_EQ(reader.texts, Names{"A change that was cut off has been finished:\n" + (photos / "tagged_files.txt")});
+}
+
+TEST_F(Run, BrokenSettingsAreToldAndKept) {
+  const auto file = home.Write("xdg/Tarnwick/Marrowlantern/100.toml", "ThumbnailSize = = 1\n");
+  BoxReader reader;
+  const EarlyBoxes early(reader);
+  Launch({photos.Path()}, [&](CMainFrame& frame, Session& session) {
+    EXPECT_EQ(session.list.Count(), 3);
+    frame.Runner().Run(CommandId::Quit);
+  });
+  ASSERT_EQ(reader.texts.size(), 1U);
+  EXPECT_NE(reader.texts[0].find(file), std::string::npos) << reader.texts[0];
+  EXPECT_EQ(test::ReadAll(file + ".bad"), "ThumbnailSize = = 1\n");
+  EXPECT_NE(SettingsText().find("MRU0"), std::string::npos);
 }
 
 TEST_F(Run, WrongOptionEndsBeforeAnythingIsWritten) {
