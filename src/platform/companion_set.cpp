@@ -39,6 +39,12 @@ std::string FindCompanion(const std::string& path, std::string_view extension, D
   return companion != path && IsRegularFile(companion) ? companion : std::string();
 }
 
+std::string FindCompanion(const std::string& path, std::string_view extension) {
+  const auto directory = DirectoryOf(path);
+  DirIndex index(directory.empty() ? "." : std::string(directory));
+  return FindCompanion(path, extension, index);
+}
+
 CompanionSet FindCompanions(const std::string& path, CompanionFacts facts, DirIndex& index) {
   CompanionSet set;
   struct stat status {};

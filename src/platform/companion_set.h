@@ -31,4 +31,7 @@ CompanionSet FindCompanions(const std::string& path, CompanionFacts facts, DirIn
 /// there is none. `index` must be that of the directory of `path`.
 std::string FindCompanion(const std::string& path, std::string_view extension, DirIndex& index);
 
+/// The same for whoever asks about one file only.
+std::string FindCompanion(const std::string& path, std::string_view extension);
+
 }  // namespace ml::platform

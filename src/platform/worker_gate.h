@@ -12,14 +12,13 @@ class WorkerGate {
   virtual void Resume() = 0;
 };
 
-/// A pause for one scope. After an inner gated call, which resumes, call Again().
+/// A pause for one scope.
 class PauseGuard {
  public:
   explicit PauseGuard(WorkerGate& gate) : gate_(gate) { gate_.Pause(); }
   ~PauseGuard() { gate_.Resume(); }
   PauseGuard(const PauseGuard&) = delete;
   PauseGuard& operator=(const PauseGuard&) = delete;
-  void Again() { gate_.Pause(); }
 
  private:
   WorkerGate& gate_;
