@@ -10,7 +10,6 @@
 #include "metadata/tiff_raw.h"
 #include "platform/companion_set.h"
 #include "platform/errors.h"
-#include "platform/paths.h"
 #include "platform/readable_file.h"
 
 namespace ml::imagefiles {
@@ -81,9 +80,7 @@ Picture Develop(const PictureRequest& request, Turn turn) {
 
 std::string FindViewingJpeg(const PictureRequest& request) {
   if (request.companions != nullptr) return request.companions->jpg;
-  const auto directory = platform::DirectoryOf(request.path);
-  platform::DirIndex index(directory.empty() ? "." : std::string(directory));
-  return platform::FindCompanion(request.path, ".jpg", index);
+  return platform::FindCompanion(request.path, ".jpg");
 }
 
 std::optional<Picture> ReadViewingJpeg(const PictureRequest& request) {

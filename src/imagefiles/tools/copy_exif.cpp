@@ -183,11 +183,6 @@ CopyExifResult CopyExif(const std::string& source, const std::string& destinatio
   return CopyTo(destination, Source(source, tools.options), tools, ask);
 }
 
-bool TakesExif(const std::string& path) {
-  const auto* row = FindFormat(path);
-  return row != nullptr && row->exifCopyTarget != ExifCopyTarget::No;
-}
-
 std::vector<std::string> FindCopyTargets(const std::string& source, platform::DirIndex& index, CopyTargets targets) {
   const std::string stem(platform::SplitPath(source).stem);
   std::vector<std::string> found;

@@ -24,9 +24,6 @@ enum class CopyExifResult {
 CopyExifResult CopyExif(const std::string& source, const std::string& destination, const EditTools& tools,
                         platform::Interaction& ask);
 
-/// Whether such data can be put into a file of this name.
-bool TakesExif(const std::string& path);
-
 enum class CopyTargets { JpegsOnly, JpegsAndTiffs };
 
 /// The files in the directory of `index` that are made of `source` by their names, in the order in which they are

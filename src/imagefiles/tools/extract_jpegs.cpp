@@ -38,11 +38,6 @@ std::optional<std::string> FindExisting(const std::string& path) {
   return platform::IsNameTaken(path) ? std::optional(path) : std::nullopt;  // a link that leads nowhere
 }
 
-std::string FindViewingJpeg(const std::string& raw) {
-  platform::DirIndex index(platform::normaliseDirectory(platform::DirectoryOf(raw)));
-  return platform::FindCompanion(raw, kExtension, index);
-}
-
 Format RawFormatOf(const std::string& image) {
   const auto format = FindFormat(image)->format;
   return format == Format::Tiff ? Format::Eos1DRaw : format;
@@ -142,7 +137,7 @@ ToolItem ExtractJpeg(const std::string& image, const std::string& output, const 
   if (!platform::Exists(image)) throw UserError(tool_messages::NoJpegIn(image));
   if (!MayHoldJpeg(image)) return skipped(tool_messages::NoRawFile(image));
   const auto format = RawFormatOf(image);
-  const auto viewing = format == Format::Eos1DRaw ? FindViewingJpeg(image) : "";
+  const auto viewing = format == Format::Eos1DRaw ? platform::FindCompanion(image, kExtension) : "";
   if (const auto refusal = Refusal(image, format, viewing, settings)) return skipped(*refusal);
   const auto existing = FindExisting(output);
   const bool isViewing = existing && !viewing.empty() && platform::SameFile(*existing, viewing);

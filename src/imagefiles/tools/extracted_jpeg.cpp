@@ -7,6 +7,7 @@
 #include "imagefiles/edits/jpeg_edits.h"
 #include "imagefiles/edits/jpeg_thumbnail.h"
 #include "imagefiles/edits/jpeg_turn.h"
+#include "imagefiles/edits/turned_orientation.h"
 #include "imagefiles/tools/messages.h"
 #include "imaging/read_whole.h"
 #include "metadata/edit/edited_file.h"
@@ -22,10 +23,6 @@ using imaging::JpegTransform;
 using metadata::EditedFile;
 
 void AddNote(ExtractedJpeg& jpeg, const std::string& note) { jpeg.note += (jpeg.note.empty() ? "" : "; ") + note; }
-
-int DegreesOf(imaging::Turn turn) {
-  return turn == imaging::Turn::cw90 ? 90 : turn == imaging::Turn::half ? 180 : turn == imaging::Turn::cw270 ? 270 : 0;
-}
 
 void Keep(ExtractedJpeg& jpeg, const EditedFile& edited) {
   if (edited.Touched()) jpeg.bytes = imaging::ReadWhole(edited);
