@@ -11,8 +11,6 @@
 #include "metadata/maker_note.h"
 #include "platform/companion_set.h"
 #include "platform/dates.h"
-#include "platform/dir_index.h"
-#include "platform/paths.h"
 #include "platform/readable_file.h"
 
 namespace ml::metadata {
@@ -26,9 +24,7 @@ struct SizeEraser {
 
 /// False if there is no companion that can be read.
 bool ReadCompanion(ExifData& data) {
-  const auto directory = platform::DirectoryOf(data.path);
-  platform::DirIndex index{directory.empty() ? "." : std::string(directory)};
-  const auto path = platform::FindCompanion(data.path, ".thm", index);
+  const auto path = platform::FindCompanion(data.path, ".thm");
   const auto file = path.empty() ? std::nullopt : platform::OpenIfReadable(path);
   if (!file) return false;
   const SizeEraser eraser{data};

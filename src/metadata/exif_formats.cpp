@@ -7,6 +7,7 @@
 #include "metadata/companion_exif.h"
 #include "metadata/exif_reader.h"
 #include "metadata/gif_size.h"
+#include "metadata/iptc/iptc_limits.h"
 #include "metadata/iptc/iptc_readers.h"
 #include "metadata/jp2_boxes.h"
 #include "metadata/png_chunks.h"
@@ -21,7 +22,6 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::uint64_t kSmallestEos1DRaw = 1'638'401;  ///< bytes
-constexpr std::uint64_t kMostIptc = 64ULL << 20;        ///< bytes; nobody writes a thousandth of it
 constexpr std::int32_t kLargestEos1DThumbnail = 289;    ///< pixels
 
 template <class Size>
@@ -78,7 +78,7 @@ void ReadPsd(ExifData& data, const ByteSource& file) {
   data.hasIccProfile = FindPsdResource(psd->resources, psd_resource::kIccProfile) != nullptr;
   const auto* iptc = FindPsdResource(psd->resources, psd_resource::kIptc);
   if (iptc == nullptr) return;
-  const auto bytes = file.ReadUpTo(iptc->data.position, std::min(iptc->data.size, kMostIptc));
+  const auto bytes = file.ReadUpTo(iptc->data.position, std::min<std::uint64_t>(iptc->data.size, kMostIptcBytes));
   ReadIptcResource(data, ByteView(bytes, ByteOrder::Big));
 }
 
@@ -87,7 +87,7 @@ void ReadJp2(ExifData& data, const ByteSource& file) {
     TakeSize(data, *jp2);
     data.hasIccProfile = jp2->iccProfile.size > 0;
     if (const auto iptc = jp2->FindUuid(file, kIptcUuid)) {
-      const auto bytes = file.ReadUpTo(iptc->position, std::min(iptc->size, kMostIptc));
+      const auto bytes = file.ReadUpTo(iptc->position, std::min<std::uint64_t>(iptc->size, kMostIptcBytes));
       ReadBareIptc(data, ByteView(bytes, ByteOrder::Big));
     }
   }

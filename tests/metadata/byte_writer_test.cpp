@@ -8,12 +8,11 @@ namespace {
 std::string Written(ByteOrder order) {
   ByteWriter out(order);
   out.Byte(0xab);
-  const auto size = out.ReserveShort();
+  out.Short(0x1122);
   const auto place = out.ReserveLong();
   out.Text("xy");
   out.Zeros(1);
   out.Long(0x01020304);
-  out.PatchShort(size, 0x1122);
   out.PatchLong(place, static_cast<std::uint32_t>(out.Size()));
   const auto bytes = out.Take();
   EXPECT_EQ(out.Size(), 0U);

@@ -51,7 +51,7 @@ class Records {
   }
   std::string FindText(std::uint16_t tag, std::optional<std::uint16_t> heap = {}) const {
     const auto bytes = Find(tag, heap);
-    return std::string(ByteView(bytes, order_).Text(0, bytes.size()));
+    return std::string(ByteView(bytes, order_).Text());
   }
 
  private:

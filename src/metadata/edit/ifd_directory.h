@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "metadata/byte_source.h"
+#include "metadata/byte_writer.h"
 #include "metadata/file_range.h"
 #include "metadata/ifd.h"
 #include "metadata/tiff_raw.h"
@@ -26,6 +28,10 @@ struct IfdDirectory {
 /// Where the bytes of an entry's value stand: in the entry itself if they are at most four. Not looked whether the
 /// file is that long. Types that nobody defined count as bytes.
 FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index);
+
+/// Writes entries as they are, their values staying where they stand, and as a whole directory with its link.
+void PutIfdEntry(ByteWriter& out, const IfdEntry& entry);
+void PutIfdDirectory(ByteWriter& out, std::span<const IfdEntry> entries, std::uint32_t next);
 
 /// Throws ExifException: OutOfBounds where an entry is missing.
 IfdDirectory ReadIfdDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset);

@@ -3,14 +3,13 @@
 #include "metadata/byte_writer.h"
 #include "metadata/exif_block.h"
 #include "metadata/ifd.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kOrientation = 274;
 constexpr std::uint16_t kSignedShort = 8;
 constexpr std::uint64_t kValueInEntry = 8;
-constexpr int kMaxBlocks = 16;  ///< as many as readers look into
 
 /// Bytes of the value in the entry; 0 if it is no number that could be an orientation.
 std::uint32_t WidthOf(const IfdEntry& entry) {
@@ -28,7 +27,7 @@ std::optional<OrientationPlace> FindTiffOrientation(const ByteSource& file, File
   try {
     IfdWalker walker(file, header->order, {.base = tiff.position});
     walker.Walk(header->firstDirectory, [&](const IfdEntry& entry) {
-      const auto width = entry.tag == kOrientation ? WidthOf(entry) : 0;
+      const auto width = entry.tag == tiff_tag::kOrientation ? WidthOf(entry) : 0;
       const auto position = entry.position + kValueInEntry;
       if (width == 0 || position + 4 > tiff.End()) return Visit::Continue;
       found = {position, width, header->order, file.ReadNumber(position, width, header->order)};
@@ -42,7 +41,7 @@ std::optional<OrientationPlace> FindTiffOrientation(const ByteSource& file, File
 
 std::optional<OrientationPlace> FindExifOrientation(const ByteSource& jpeg) {
   JpegSegments segments(jpeg);
-  for (int i = 0; i < kMaxBlocks; ++i) {
+  for (int i = 0; i < kMaxExifBlocks; ++i) {
     const auto block = NextExifBlock(segments);
     if (!block) break;
     if (const auto place = FindTiffOrientation(jpeg, {block->position, block->tiff.size()})) return place;
