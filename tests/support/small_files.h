@@ -19,7 +19,5 @@ const std::vector<SmallFile>& SmallFiles();
 /// Files with the private notes of camera makers, in each form in which cameras write them; the raw ones hold no
 /// picture.
 const std::vector<SmallFile>& MakerNoteFiles();
-/// The first of SmallFiles whose extension this is. Ends the program if there is none.
-const SmallFile& SmallFileWith(const std::string& extension);
 
 }  // namespace ml::test
