@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "memory.h"
+
 namespace ml::metadata {
 namespace {
 
@@ -14,9 +16,7 @@ std::string Written(ByteOrder order) {
   out.Zeros(1);
   out.Long(0x01020304);
   out.PatchLong(place, static_cast<std::uint32_t>(out.Size()));
-  const auto bytes = out.Take();
-  EXPECT_EQ(out.Size(), 0U);
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+  return TextOf(out.Take());
 }
 
 TEST(ByteWriter, PutsNumbersInItsOrderAndPatchesWhatWasReserved) {
