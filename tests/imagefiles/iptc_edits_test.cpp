@@ -1,7 +1,6 @@
 #include "imagefiles/edits/iptc_edits.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 
@@ -77,15 +76,6 @@ TEST_F(IptcEdits, EachFormatHoldsThem) {
     EXPECT_EQ(Read(path), values) << name;
     EXPECT_EQ(test::ReadAll(path) == content, needsThm) << name;
   }
-}
-
-TEST_F(IptcEdits, ProtectedFilesAreProtectedAgain) {
-  const auto path = Jpeg("a.jpg", {});
-  ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
-  EXPECT_TRUE(ApplyIptc(*Open(path), {{2, 120, "new"}}, Tools()).changed);
-  struct stat status {};
-  ASSERT_EQ(::stat(path.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777, 0444U);
 }
 
 TEST_F(IptcEdits, CommentsThatAreCaptions) {
