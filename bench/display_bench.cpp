@@ -86,7 +86,9 @@ class Display {
   std::condition_variable changed_;
   std::vector<double> delays_;
   std::vector<Clock::time_point> pressTimes_;
-  LookAhead look_{ml::imagefiles::MakeDisplayPicture,
+  LookAhead look_{[](const std::string& path, const ml::imagefiles::DisplayOptions& options) {
+                    return ml::imagefiles::MakeDisplayPicture(path, options);
+                  },
                   [this](std::uint64_t wish, const LookAhead::PicturePtr&) { Take(wish); },
                   static_cast<int>(std::thread::hardware_concurrency())};
 };

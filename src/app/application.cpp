@@ -41,7 +41,9 @@ void PrepareToolkit() {
 bool ReadCommandLine(std::span<const char* const> arguments, platform::Interaction& ask, StartArguments& start) {
   start = ScanArguments(arguments, platform::Exists);
   if (start.options.usageRequested) {
-    ask.message(UsageBox());
+    const auto usage = UsageBox();
+    std::fprintf(stderr, "%s\n", usage.text.c_str());  // for who types in a terminal, and looks there
+    ask.message(usage);
     return false;
   }
   if (const auto box = CheckScript(start.options, platform::Exists)) ask.message(*box);
@@ -69,10 +71,8 @@ void SaveOrAsk(platform::Interaction& ask, const std::function<void()>& save) {
     try {
       return save();
     } catch (const platform::UserError& error) {
-      const platform::MessageBox box{.text = TryAgain(error.what()),
-                                     .caption = "Error",
-                                     .icon = platform::BoxIcon::Error,
-                                     .buttons = platform::Buttons::YesNo};
+      const platform::MessageBox box{
+          .text = TryAgain(error.what()), .icon = platform::BoxIcon::Error, .buttons = platform::Buttons::YesNo};
       if (ask.ask(box) != platform::Button::Yes) return;
     }
   }

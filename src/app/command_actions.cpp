@@ -65,6 +65,7 @@ constexpr std::optional<CommandId> kContextMenu[] = {
     CommandId::BatchConvert,
     CommandId::ExtractJpegs,
     CommandId::PlayVideo,
+    CommandId::PlaySound,
     std::nullopt,
     CommandId::ViewActualImage,
     CommandId::EditImage,

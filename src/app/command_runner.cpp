@@ -20,8 +20,8 @@ HandlerTable CollectHandlers() {
   HandlerTable handlers{};
   for (const auto group :
        {CatalogueHandlers(), ConvertHandlers(), DirectoryHandlers(), EditHandlers(), ExifToolHandlers(), FileHandlers(),
-        IptcHandlers(), OrderHandlers(), PreferencesHandlers(), RenameHandlers(), SlideshowHandlers(), TagHandlers(),
-        ViewHandlers(), DisplayHandlers(), HelpHandlers()}) {
+        IptcHandlers(), OrderHandlers(), PreferencesHandlers(), ProgramHandlers(), RenameHandlers(),
+        SlideshowHandlers(), TagHandlers(), ViewHandlers(), DisplayHandlers(), HelpHandlers()}) {
     for (const auto& row : group) {
       auto& place = handlers.at(static_cast<std::size_t>(row.id));
       if (place) throw std::logic_error("two handlers: " + std::string(FindCommand(row.id).text));
@@ -55,7 +55,7 @@ void CommandRunner::Do(const std::function<void()>& act) {
   } catch (const platform::Cancelled&) {
     // The user knows.
   } catch (const std::exception& error) {
-    session_.Ask().message({.text = error.what(), .caption = "Error", .icon = platform::BoxIcon::Error});
+    session_.Ask().message({.text = error.what(), .icon = platform::BoxIcon::Error});
   }
   frame_.UpdateAll();
 }

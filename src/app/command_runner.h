@@ -34,6 +34,7 @@ std::span<const HandlerRow> ExifToolHandlers();
 std::span<const HandlerRow> FileHandlers();
 std::span<const HandlerRow> OrderHandlers();
 std::span<const HandlerRow> PreferencesHandlers();
+std::span<const HandlerRow> ProgramHandlers();
 std::span<const HandlerRow> RenameHandlers();
 std::span<const HandlerRow> SlideshowHandlers();
 std::span<const HandlerRow> TagHandlers();

@@ -27,11 +27,12 @@ struct CommandState {
   bool blackAndWhite = false;
   bool statusBarShown = true;
   FileKinds targetKinds{};         ///< of the image of Target()
+  bool targetHasSound = false;     ///< it is marked as having a sound note beside it
   FileKinds kinds{};               ///< any of: the selected images, or in the main view the image on show
   bool hasGallery = false;         ///< an earlier gallery lies beside the first image
   bool treeHasFocus = false;       ///< the keys go to the directory tree
   bool treeHasDirectory = false;   ///< one is chosen there
-  bool treeAtDriveRoot = false;    ///< that is a root: home, "/" or a mounted volume
+  bool treeAtDriveRoot = false;    ///< that is home, "/" or where something is mounted
   bool histogramShown = false;     ///< its window is open, or comes back with the mode
   bool shootingDataShown = false;  ///< its window is open
   bool flashingHighlights = false;

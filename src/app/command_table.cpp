@@ -155,6 +155,8 @@ constexpr CommandRow kCommands[] = {
      [](S s) { return HaveTarget(s) && s.targetKinds.raw; }},
     {CommandId::PlayVideo, Menu::Image, 2, "Pla&y Video", "Play the video in another program", "", "",
      [](S s) { return HaveTarget(s) && s.targetKinds.avi; }},
+    {CommandId::PlaySound, Menu::Image, 2, "Play S&ound", "Play the sound note beside the image in another program", "",
+     "", [](S s) { return HaveTarget(s) && s.targetHasSound; }},
     {CommandId::EditComments, Menu::Image, 3, "Edit Co&mments...", "Write a comment into the image", "Ctrl+M", "",
      HaveTarget},
     {CommandId::EditIptcData, Menu::Image, 3, "Edit &IPTC Data...", "Write caption, keywords and more into the image",

@@ -77,6 +77,7 @@ enum class CommandId {
   ViewActualImage,
   ConvertRawImage,
   PlayVideo,
+  PlaySound,
   CopyExifFrom,
   Slideshow,
   RenameImage,

@@ -31,8 +31,4 @@ void PutConversionChoice(const ConversionChoice& choice, settings::Settings& set
   raw.filenameAppend = choice.appendMethodLetter ? 1 : 0;
 }
 
-void PutOpenedChoice(const ConversionChoice& start, settings::Settings& settings) {
-  options::PutRawDialogValues(start.values, settings);
-}
-
 }  // namespace ml::app

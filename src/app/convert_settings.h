@@ -10,7 +10,5 @@ namespace ml::app {
 rawconvert::ConversionChoice ConversionChoiceOf(const settings::Settings& settings);
 /// After a dialog was accepted.
 void PutConversionChoice(const rawconvert::ConversionChoice& choice, settings::Settings& settings);
-/// After it was cancelled. Kept: the values that it began with stay as they were brought to the camera.
-void PutOpenedChoice(const rawconvert::ConversionChoice& start, settings::Settings& settings);
 
 }  // namespace ml::app

@@ -4,6 +4,7 @@
 
 #include "app/edit_messages.h"
 #include "app/file_dialogs.h"
+#include "app/jobs/image_job.h"
 #include "app/messages.h"
 #include "app/session.h"
 #include "imagefiles/edits/iptc_edits.h"
@@ -52,10 +53,11 @@ metadata::IptcBatchReport ApplyToMany(Session& session, const metadata::IptcBatc
                                      .rules = wanted.rules,
                                      .exifTimestamp = wanted.exifTimestamp};
   std::vector<imagefiles::IptcResult> results;
-  platform::ui::RunJob(&parent, {.title = platform::ui::ToQString(kIptcJob)}, ask,
-                       [&](const platform::JobHost& host, const std::stop_token& stop) {
-                         results = imagefiles::MergeIptcInto(job, {tools, session.locale}, host, stop);
-                       });
+  platform::ui::RunJob(
+      &parent, {.title = platform::ui::ToQString(kIptcJob), .nice = NiceOf(session.settings.raw.threadPriority)}, ask,
+      [&](const platform::JobHost& host, const std::stop_token& stop) {
+        results = imagefiles::MergeIptcInto(job, {tools, session.locale}, host, stop);
+      });
   batch.Commit();
   session.FilesChanged({});
   metadata::IptcBatchReport report;

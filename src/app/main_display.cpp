@@ -34,6 +34,12 @@ std::optional<imagefiles::HighlightOptions> HighlightOptionsFrom(const settings:
       .threshold = from.highlightBlinkThreshold};
 }
 
+/// On a thread of the look-ahead, so what it develops with is its own.
+imagefiles::DisplayPicture MakePicture(const std::string& path, const imagefiles::DisplayOptions& options) {
+  const auto developer = options.developEos1D ? rawconvert::MakeRawDeveloper() : nullptr;
+  return imagefiles::MakeDisplayPicture(path, options, developer.get());
+}
+
 }  // namespace
 
 MainDisplay::MainDisplay(Session& session, PictureView& view, QObject* parent)
@@ -41,7 +47,7 @@ MainDisplay::MainDisplay(Session& session, PictureView& view, QObject* parent)
       session_(session),
       view_(view),
       lookAhead_(
-          imagefiles::MakeDisplayPicture,
+          MakePicture,
           [this](std::uint64_t wish, LookAhead::PicturePtr picture) { Q_EMIT ready(wish, std::move(picture)); },
           Processors()) {
   blink_.setInterval(kBlinkMilliseconds);
@@ -66,7 +72,8 @@ imagefiles::DisplayOptions MainDisplay::Options(int columnWidth) const {
           .file = session_.ImageOptions(),
           .colour = options::ColourOptionsOf(session_.settings),
           .highlights = HighlightOptionsFrom(from),
-          .focusPoints = from.showFocusPoints != 0};
+          .focusPoints = from.showFocusPoints != 0,
+          .developEos1D = session_.settings.raw.convertEos1DRawInMainView != 0};
 }
 
 void MainDisplay::Show(int index, int columnWidth) {

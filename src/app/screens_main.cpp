@@ -254,7 +254,7 @@ class Photographer final : public QObject {
 
 /// marrowlantern-screens DIRECTORY [the window program's arguments]
 int main(int argc, char** argv) {
-  if (argc < 2) {
+  if (argc < 2 || argv[1][0] == '-') {
     std::fprintf(stderr, "usage: marrowlantern-screens DIRECTORY [ARGUMENTS]\n");
     return 2;
   }

@@ -89,6 +89,8 @@ CommandState Session::Place() const {
 void Session::AddKinds(CommandState& state) const {
   if (const int target = Target(state); target >= 0) {
     state.targetKinds = kinds_.Of(list.files[static_cast<std::size_t>(target)]);
+    const auto* item = worker_.Item(target);
+    state.targetHasSound = item != nullptr && item->hasSound;
   }
   if (mode == ViewMode::Main) {
     state.kinds = state.targetKinds;

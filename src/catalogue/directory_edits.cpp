@@ -8,10 +8,29 @@
 #include "catalogue/rename_steps.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 
 namespace ml::catalogue {
 
 using platform::UserError;
+
+namespace {
+
+/// Whole volumes would go with a directory in which they are mounted. What cannot be looked into is left out: it cannot
+/// be deleted either.
+void RefuseMountedVolumes(const std::string& directory) {
+  using std::filesystem::recursive_directory_iterator;
+  std::error_code error;
+  if (std::filesystem::is_symlink(directory, error)) return;  // the link alone is deleted
+  recursive_directory_iterator entry(directory, std::filesystem::directory_options::skip_permission_denied, error);
+  for (; !error && entry != recursive_directory_iterator(); entry.increment(error)) {
+    if (platform::IsMountPoint(entry->path().native())) {
+      throw UserError(volumeInDirectory(directory, entry->path().native()));
+    }
+  }
+}
+
+}  // namespace
 
 std::optional<std::string> RefuseFolderName(const std::string& name) {
   if (!platform::IsPortableName(name)) return kFolderNameNotTaken;
@@ -41,6 +60,7 @@ std::string RenameDirectory(const std::string& directory, const std::string& nam
 }
 
 void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch) {
+  RefuseMountedVolumes(directory);
   if (to == DeleteTo::Trash) {
     if (batch != nullptr) batch->WillTrash(directory);
     return trash.Put(directory);

@@ -18,7 +18,8 @@ std::string MakeFolder(const std::string& parent, const std::string& name);
 /// case only is another one. Throws UserError with nothing changed, also if anything else bears the name.
 std::string RenameDirectory(const std::string& directory, const std::string& name, platform::EditBatch* batch);
 
-/// Deletes a directory with all that is in it, or a link itself; `to` is not DeletedFolder. Throws UserError.
+/// Deletes a directory with all that is in it, or a link itself; `to` is not DeletedFolder. Throws UserError, with
+/// nothing deleted if a volume is mounted in it.
 void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch);
 
 }  // namespace ml::catalogue

@@ -90,6 +90,10 @@ inline std::string copiedButNotRemoved(const std::string& path, const std::strin
   return "The file was copied, but the original could not be removed:\n" + path + "\n" + reason;
 }
 
+inline std::string volumeInDirectory(const std::string& directory, const std::string& mountPoint) {
+  return "Nothing was deleted, because a volume is mounted in:\n" + directory + "\nIt would be emptied, too:\n" +
+         mountPoint;
+}
 inline std::string errorDeletingImage(const std::string& path) { return "Error deleting: " + path; }
 inline std::string existsButIsNoDirectory(const std::string& path) {
   return "Error: " + path + "\nexists already but is not a directory";

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "imagefiles/colour_options.h"
+#include "imagefiles/develop_library.h"
 #include "imagefiles/highlights.h"
 #include "imagefiles/histogram.h"
 #include "imagefiles/image_file.h"
@@ -19,6 +20,7 @@ struct DisplayOptions {
   ColourOptions colour;
   std::optional<HighlightOptions> highlights;  ///< blown highlights flash
   bool focusPoints = false;
+  bool developEos1D = false;  ///< EOS-1D raw files are developed instead of showing their viewing JPEGs
   bool operator==(const DisplayOptions&) const = default;
 };
 
@@ -32,7 +34,9 @@ struct DisplayPicture {
   std::size_t Bytes() const { return main.data.size() + blink.data.size() + sizeof *this; }
 };
 
-/// Decodes the image at `path`. Safe on several threads at once. Never throws for what the file holds.
-DisplayPicture MakeDisplayPicture(const std::string& path, const DisplayOptions& options);
+/// Decodes the image at `path`. Safe on several threads at once, with a library each; it is needed only where raw files
+/// are to be developed, and those that it refuses show what they show without it. Never throws for what the file holds.
+DisplayPicture MakeDisplayPicture(const std::string& path, const DisplayOptions& options,
+                                  DevelopLibrary* library = nullptr);
 
 }  // namespace ml::imagefiles

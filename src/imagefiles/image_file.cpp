@@ -64,8 +64,13 @@ imaging::DecodedPicture ImageFile::Decode(const imaging::WantedSize& wanted) try
 }
 
 imaging::PixelBuffer ImageFile::GetBitmap(const DisplayLimits& limits, BitmapQuality quality) {
+  return GetBitmapOf(Decode([&](int width, int height) { return FitToLimits(width, height, limits); }), limits,
+                     quality);
+}
+
+imaging::PixelBuffer ImageFile::GetBitmapOf(imaging::DecodedPicture picture, const DisplayLimits& limits,
+                                            BitmapQuality quality) {
   const auto fit = [&](int width, int height) { return FitToLimits(width, height, limits); };
-  auto picture = Decode(fit);
   auto size = fit(picture.fullWidth, picture.fullHeight);
   if (Exceeds(size, picture.pixels)) size = fit(picture.pixels.width, picture.pixels.height);
   const bool smaller = size.width < picture.pixels.width || size.height < picture.pixels.height;

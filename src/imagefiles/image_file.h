@@ -38,6 +38,8 @@ class ImageFile {
   /// The picture fitted into `limits`: 8-bit, blue-green-red, rows padded to a multiple of 4 pixels. Fills the
   /// histogram with the channel values before greying. Throws UserError, naming the file, if there is no picture.
   imaging::PixelBuffer GetBitmap(const DisplayLimits& limits, BitmapQuality quality);
+  /// The same of a picture of this file that was made elsewhere, as GetPixels gives it.
+  imaging::PixelBuffer GetBitmapOf(imaging::DecodedPicture picture, const DisplayLimits& limits, BitmapQuality quality);
   /// The picture at its full size, red-green-blue without padding; of a raw file its preview's. Throws UserError.
   imaging::PixelBuffer GetPixels();
   /// Counted by the last GetBitmap.

@@ -20,6 +20,7 @@ inline constexpr char kOverwriteKeptBeside[] =
 inline constexpr char kUnableToRename[] = "Unable to rename file:\n";
 inline constexpr char kUnableToChangeStatus[] = "Unable to set time or permissions of file:\n";
 inline constexpr char kUnableToStart[] = "Unable to start program:\n";
+inline constexpr char kNoClosingQuotes[] = "Invalid command line - no closing quotes:\n";
 inline constexpr char kUnableToFindHelp[] = "Unable to find HTML help file:\n";
 inline constexpr char kUnableToTrash[] = "Unable to move to the trash:\n";
 

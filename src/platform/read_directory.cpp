@@ -1,6 +1,7 @@
 #include "platform/read_directory.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -51,6 +52,12 @@ bool IsRegularFile(const std::string& path) {
 bool IsDirectory(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool IsMountPoint(const std::string& directory) {
+  struct statx status {};
+  if (::statx(AT_FDCWD, directory.c_str(), AT_SYMLINK_NOFOLLOW, STATX_TYPE, &status) != 0) return false;
+  return S_ISDIR(status.stx_mode) && (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
 bool IsNameTaken(const std::string& path) {

@@ -26,6 +26,8 @@ DirectoryListing ReadDirectory(const std::string& directory);
 bool IsRegularFile(const std::string& path);
 /// The same for a directory.
 bool IsDirectory(const std::string& path);
+/// Whether a volume, or a part of one, is mounted at `directory`; "/" is such a place. A link to one is none.
+bool IsMountPoint(const std::string& directory);
 /// Whether anything bears this name; a link that leads nowhere does.
 bool IsNameTaken(const std::string& path);
 /// Whether `path` leads to anything, through symbolic links.

@@ -117,6 +117,10 @@ CommandState OfKind(CommandState state, bool FileKinds::*kind) {
   state.targetKinds.*kind = state.kinds.*kind = true;
   return state;
 }
+CommandState SoundBeside(CommandState state) {
+  state.targetHasSound = true;
+  return state;
+}
 /// Nothing has the focus, some are selected: there is no target, but there is something.
 CommandState Chosen() { return Thumbs(9, -1, 2); }
 CommandState InTree(CommandState state, bool atRoot) {
@@ -167,6 +171,8 @@ INSTANTIATE_TEST_SUITE_P(
                     RuleCase{"RegenerateCrw", Id::RegenerateJpegs, OfKind(Chosen(), &FileKinds::crw), true},
                     RuleCase{"PlayVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::avi), true},
                     RuleCase{"PlayNoVideo", Id::PlayVideo, OfKind(Main(1, 0), &FileKinds::jpeg), false},
+                    RuleCase{"PlaySound", Id::PlaySound, SoundBeside(Main(1, 0)), true},
+                    RuleCase{"PlayNoSound", Id::PlaySound, Main(1, 0), false},
                     RuleCase{"Iptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::holdsIptc), true},
                     RuleCase{"NoIptc", Id::EditIptcData, OfKind(Main(1, 0), &FileKinds::jpeg), false},
                     RuleCase{"AutoRotate", Id::AutoRotateJpegs, OfKind(Chosen(), &FileKinds::jpeg), true},

@@ -137,7 +137,7 @@ TEST(ConversionDialogTest, WhatIsShownComesBack) {
   choice.format = OutputFormat::Png16;
   choice.quality = 7;
   choice.resolution = 300;
-  choice.directory = {false, "../made"};
+  choice.directory = {false, "../caf\xe9"};
   choice.appendMethodLetter = false;
   const Opened opened("Canon EOS 10D", false, choice);
   const auto& after = opened.dialog->Choice();
@@ -145,8 +145,8 @@ TEST(ConversionDialogTest, WhatIsShownComesBack) {
   EXPECT_EQ(after.values, opened.start.values);
   EXPECT_EQ(after.format, OutputFormat::Png16);
   EXPECT_EQ(after.quality, 7);
-  EXPECT_EQ(after.directory.directory, "../made");
-  EXPECT_EQ(opened.Find<QLabel>("example")->text().toStdString(), "/made/a.png");
+  EXPECT_EQ(after.directory.directory, "../caf\xe9");
+  EXPECT_EQ(opened.Find<QLabel>("example")->text().toStdString(), "/caf\u00e9/a.png");
   EXPECT_EQ(opened.Find<QLabel>("result")->text().toStdString(), "(850 x 567 pixels)");
   EXPECT_EQ(opened.Find<QComboBox>("whiteBalance")->currentText().toStdString(), "As shot (CT:5200)");
 }

@@ -166,7 +166,7 @@ TEST_F(ConvertCommand, BatchTakesWhatIsMeantAndLeavesThePostProcessingAlone) {
   EXPECT_FALSE(Run(CommandId::BatchConvert, "")) << "the command is off";
 }
 
-TEST_F(ConvertCommand, CancelKeepsTheValuesAsTheyWereBroughtToTheCamera) {
+TEST_F(ConvertCommand, CancelLeavesTheValuesOfOtherCamerasAlone) {
   auto& raw = session.settings.raw;
   raw.developTone = 2;
   raw.developContrast = 2;
@@ -176,8 +176,8 @@ TEST_F(ConvertCommand, CancelKeepsTheValuesAsTheyWereBroughtToTheCamera) {
     dialog.findChild<ValueList*>(QStringLiteral("contrast"))->setCurrentIndex(0);
     dialog.findChild<ValueList*>(QStringLiteral("method"))->setCurrentIndex(0);
   }));
-  EXPECT_EQ(raw.developTone, -10);
-  EXPECT_EQ(raw.developContrast, 1);
+  EXPECT_EQ(raw.developTone, 2);
+  EXPECT_EQ(raw.developContrast, 2);
   EXPECT_EQ(raw.method, 2);
 }
 
@@ -201,12 +201,15 @@ TEST_F(ConvertCommand, EmbeddedJpegsAreMadeAnewAndComeBack) {
 
 TEST_F(ConvertCommand, MissingViewingJpegsAreMadeWhereTheyAreWanted) {
   const test::CameraRaw raw{.width = 64, .height = 48};
-  photos.Write("9.tif", test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build());
+  const auto tif = test::Eos1DDirectories(raw).Pieces(50000, 50001, {std::string(1'700'000, 'x')}).Build();
+  for (const char* name : {"8.TIF", "9.tif"}) photos.Write(name, tif);
+  photos.Write("8.JPG", "as the camera writes it");
   for (const int wanted : {0, 1}) {
     session.settings.catalogue.autoCreateEos1DRawJpegs = wanted;
     session.Images().RefreshDirectory();
     QTest::qWait(50);
     EXPECT_EQ(platform::Exists(photos / "9.jpg"), wanted == 1);
+    EXPECT_FALSE(platform::Exists(photos / "8.jpg")) << "it has one";
   }
   EXPECT_GE(session.list.IndexOfPath(photos / "9.tif"), 0);
   EXPECT_EQ(session.list.IndexOfPath(photos / "9.jpg"), -1) << "it stands for the raw file";
@@ -226,6 +229,50 @@ TEST_F(ConvertCommand, ShowsWhatItMadeInTheDirectoryOnShow) {
   EXPECT_TRUE(Run(CommandId::ConvertRawImage, "Convert"));
   EXPECT_TRUE(ask.fileAnswers.empty());
   EXPECT_TRUE(sdk->asked.empty());
+}
+
+TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
+  const test::TempDir other;
+  const auto log = other / "log";
+  const auto editor = other.Write("an editor", "#!/bin/sh\nprintf '%s\\n' \"$*\" >> '" + log + "'\n");
+  std::filesystem::permissions(editor, std::filesystem::perms::owner_all);
+  auto& settings = session.settings.editor;
+  settings.shellOpenEditor = 0;
+  settings.openEditorCmdLine = "\"" + editor + "\" -n";
+  std::string expected;
+  const auto edited = [&](const std::string& line) {
+    expected += line;
+    for (int i = 0; i < 500 && test::ReadAll(log) != expected; ++i) QTest::qWait(10);
+    EXPECT_EQ(test::ReadAll(log), expected);
+  };
+  const auto made = photos / "CONVERTED/1.tif";
+  Choose({"1.crw"});
+  ask.buttons = {platform::Button::No};
+  EXPECT_FALSE(Run(CommandId::EditImage, ""));
+  EXPECT_EQ(ask.shown.back().text, photos / "1.crw" +
+                                       "\nis a raw file which doesn't appear to\nhave been converted.\n"
+                                       "Do you wish to convert it now?");
+  ask.buttons = {platform::Button::Yes};
+  EXPECT_TRUE(Run(CommandId::EditImage, "Convert"));
+  edited("-n " + made + "\n");
+  std::filesystem::rename(made, photos / "CONVERTED/1C.TIF");
+  EXPECT_FALSE(Run(CommandId::EditImage, "")) << "it is there, under another name";
+  edited("-n " + photos.Path() + "/CONVERTED/1C.TIF\n");
+  settings.editorSupportsRaw = 1;
+  Choose({"1.crw", "3.gif"});
+  Run(CommandId::EditImage, "");
+  edited("-n " + photos / "1.crw" + "\n");
+  settings.allowMultiEdit = 1;
+  Choose({"3.gif"});
+  Run(CommandId::EditImage, "");
+  edited("-n " + photos / "3.gif" + "\n");
+  EXPECT_EQ(ask.shown.size(), 2U);
+  settings.openEditorCmdLine = "no-such-editor";
+  Run(CommandId::EditImage, "");
+  EXPECT_EQ(ask.shown.back().text,
+            "Error trying to edit file:\nENOENT: File or path not found\ncmd: no-such-editor\n"
+            "arg 0: no-such-editor\narg 1: " +
+                photos / "3.gif");
 }
 
 }  // namespace

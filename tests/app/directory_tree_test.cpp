@@ -233,6 +233,16 @@ TEST(DirectoryTreeView, VolumesComeAndGoAndTheOthersStayOpen) {
   EXPECT_EQ(model.rowCount(model.RootAt(0)), 1);
 }
 
+TEST(DirectoryTreeView, PlacesOfOtherFileSystemsCountAsRoots) {
+  const test::TempDir dir;
+  Tree tree;
+  for (const auto& [path, isRoot] : {std::pair(std::string("/"), true), {"/proc", true}, {dir.Path(), false}}) {
+    tree.view.SetDirectory(path);
+    ASSERT_TRUE(tree.WaitAt(path));
+    EXPECT_EQ(tree.view.IsAtRoot(), isRoot) << path;
+  }
+}
+
 TEST(DirectoryTreeView, FocusAloneChoosesNothing) {
   Tree tree;
   tree.view.activateWindow();

@@ -19,8 +19,8 @@
 #include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
-#include "app/picture_view.h"
 #include "app/own_home.h"
+#include "app/picture_view.h"
 #include "app/session.h"
 #include "catalogue/ui/directory_tree.h"
 #include "imagefiles/edits/format_edits.h"
@@ -241,6 +241,7 @@ TEST_F(FileOperations, FoldersAreMadeRenamedAndDeletedInTheTree) {
   TypeIntoNextDialog(QStringLiteral("new"));
   Run(CommandId::NewFolder);
   EXPECT_TRUE(LastText().starts_with("Error creating folder:\n" + (dir / "far/new"))) << LastText();
+  EXPECT_EQ(ask.shown.back().caption, "Error");
 
   session->list.SetTag(2, true);
   ASSERT_TRUE(ChooseInTree(dir / "day"));

@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "platform/errors.h"
+#include "platform/ui/qt_interaction.h"
 #include "support/fakes.h"
 
 namespace ml::platform::ui {
@@ -74,6 +75,21 @@ TEST(JobWindowTest, LongJobShowsItsProgressAndEndsWhenCancelled) {
                Cancelled);
   EXPECT_TRUE(shown);
   EXPECT_EQ(Window(), nullptr);
+}
+
+TEST(JobWindowTest, AQuestionAtTheEndOfTheProgramIsAnsweredWithNo) {
+  QtInteraction ask(nullptr);
+  Button answer = Button::Yes;
+  RunJob(nullptr, {.title = QStringLiteral("Cut off")}, ask, [&](const JobHost& host, const std::stop_token& stop) {
+    QMetaObject::invokeMethod(
+        qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    while (!stop.stop_requested()) Rest();
+    answer = host.ask.ask({.text = "Go on?", .buttons = Buttons::YesNo});
+  });
+  EXPECT_EQ(answer, Button::No);
+  // Only a main event loop takes the wish to end off the thread.
+  QTimer::singleShot(0, [] { QCoreApplication::exit(); });
+  QCoreApplication::exec();
 }
 
 TEST(JobWindowTest, TwoBarsTellOfTheFileAndOfAll) {

@@ -58,8 +58,8 @@ int Number(const char* variable, int otherwise) {
   return value ? std::atoi(value) : otherwise;
 }
 
-/// The files that the others work on have to stay as they are, the tree leads to the whole system, and nobody wants a
-/// browser to open a hundred times.
+/// The files that the others work on have to stay as they are, the tree leads to the whole system, and nobody wants
+/// browser and editor to open a hundred times.
 constexpr CommandId kLeftOut[] = {CommandId::CopyToFolder,
                                   CommandId::MoveToFolder,
                                   CommandId::Delete,
@@ -72,6 +72,9 @@ constexpr CommandId kLeftOut[] = {CommandId::CopyToFolder,
                                   CommandId::RotateLeft,
                                   CommandId::RotateRight,
                                   CommandId::AutoRotateJpegs,
+                                  CommandId::EditImage,
+                                  CommandId::PlayVideo,
+                                  CommandId::PlaySound,
                                   CommandId::EditComments,
                                   CommandId::EditIptcData,
                                   CommandId::EmbedColorProfile,

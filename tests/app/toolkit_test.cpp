@@ -10,13 +10,13 @@
 #include <QTimer>
 #include <thread>
 
-#include "app/dialogs/byte_line.h"
 #include "app/icons.h"
 #include "app/picture_view.h"
 #include "app/theme.h"
 #include "app/thumbnail_list_fixture.h"
 #include "catalogue/ui/thumbnail_colours.h"
 #include "platform/ui/accent.h"
+#include "platform/ui/byte_line.h"
 #include "platform/ui/file_filter.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/uri_list.h"
@@ -205,7 +205,7 @@ TEST(QtInteraction, OffersEveryAnswerToAFileInTheWay) {
 
 TEST(ByteLine, GivesWhatItShows) {
   const std::string latin = "/caf\xe9";
-  app::ByteLine line(latin);
+  platform::ui::ByteLine line(latin);
   EXPECT_EQ(line.Bytes(), latin);
   QTest::keyClicks(&line, QStringLiteral("s"));
   EXPECT_EQ(line.Bytes(), "/caf\xc3\xa9s");

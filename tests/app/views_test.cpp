@@ -278,7 +278,7 @@ TEST_F(Views, EnterDoesWhatTheSettingsSay) {
   EXPECT_EQ(session->mode, ViewMode::FilmStripBelow);
   QTest::keyClick(&List(), Qt::Key_Return);
   EXPECT_EQ(session->mode, ViewMode::Thumbnails);
-  Kept().imageDclickAction = 2;
+  Kept().imageDclickAction = 1;
   QTest::keyClick(&List(), Qt::Key_Return);
   EXPECT_EQ(session->mode, ViewMode::Main) << "there is no such command yet";
   Kept().imageDclickAction = 0;
@@ -347,11 +347,11 @@ TEST_F(Views, WheelGoesFromImageToImage) {
 TEST_F(Views, WhatIsToComeIsOffAndSaysSo) {
   Open();
   QTest::keyClick(&List(), Qt::Key_Home);
-  ASSERT_TRUE(FindCommand(CommandId::EditImage).enabled(session->State()));
-  const auto* action = frame->Actions().At(CommandId::EditImage);
+  ASSERT_TRUE(FindCommand(CommandId::ViewActualImage).enabled(session->State()));
+  const auto* action = frame->Actions().At(CommandId::ViewActualImage);
   EXPECT_FALSE(action->isEnabled());
   EXPECT_TRUE(action->toolTip().startsWith(QStringLiteral("Not in this version yet: ")));
-  Run(CommandId::EditImage);
+  Run(CommandId::ViewActualImage);
   EXPECT_TRUE(ask.shown.empty());
   EXPECT_TRUE(frame->Actions().At(CommandId::MainView)->isEnabled());
 }

@@ -1,6 +1,7 @@
 #include "catalogue/directory_edits.h"
 
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -52,6 +53,18 @@ TEST_F(DirectoryEdits, DeletedDirectoriesComeBackWhole) {
   ASSERT_EQ(symlink("day", (dir_ / "link").c_str()), 0);
   DeleteDirectory(dir_ / "link", DeleteTo::Nowhere, trash_, nullptr);
   EXPECT_TRUE(fs::exists(dir_ / "day/a.jpg")) << "a link goes alone";
+}
+
+TEST_F(DirectoryEdits, NoVolumeIsEmptiedWithTheDirectoryItIsMountedIn) {
+  dir_.Write("volume/precious.jpg", "image");
+  const auto place = dir_ / "day/sub";
+  if (mount((dir_ / "volume").c_str(), place.c_str(), nullptr, MS_BIND, nullptr) != 0) GTEST_SKIP() << "may not mount";
+  for (const auto to : {DeleteTo::Nowhere, DeleteTo::Trash}) {
+    EXPECT_THROW(DeleteDirectory(dir_ / "day", to, trash_, nullptr), platform::UserError);
+  }
+  ASSERT_EQ(umount(place.c_str()), 0);
+  EXPECT_TRUE(fs::exists(dir_ / "volume/precious.jpg"));
+  EXPECT_TRUE(fs::exists(dir_ / "day/a.jpg"));
 }
 
 TEST_F(DirectoryEdits, RenamingIsUndoneThoughTheDirectoryWasUsedSince) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "imagefiles/display_limits.h"
+#include "platform/errors.h"
+#include "support/camera_raw.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
@@ -120,6 +122,37 @@ TEST(DisplayPicture, TellsWhyThereIsNone) {
   EXPECT_EQ(picture.failure.rfind("Unable to read image:\n" + broken, 0), 0U) << picture.failure;
   EXPECT_TRUE(picture.main.Empty());
   EXPECT_EQ(picture.histogram.pixelCount, 0U);
+}
+
+/// Develops a picture all of one colour, or refuses.
+class PlainDevelopment final : public DevelopLibrary {
+ public:
+  bool refuses = false;
+  PixelBuffer Develop(const std::string& path) override {
+    if (refuses) throw platform::UserError(path);
+    auto pixels = imaging::MakePixelBuffer(60, 40, imaging::PixelOrder::Rgb);
+    for (std::size_t i = 0; i < pixels.data.size(); i += 3) pixels.data[i] = std::byte{200};
+    return pixels;
+  }
+};
+
+TEST(DisplayPicture, DevelopsEos1DFilesWhereThatIsWanted) {
+  const test::TempDir dir;
+  test::CameraRaw camera;
+  camera.orientation = 6;
+  const auto raw = dir.Write("a.tif", test::Eos1DDirectories(camera).Build());
+  const auto viewing = dir.Write("a.jpg", test::EncodeJpeg(test::PaintPlain(300, 200, 0xff)));
+  PlainDevelopment library;
+  auto options = Box(30);
+  EXPECT_EQ(MakeDisplayPicture(raw, options, &library).main.height, 20);
+  options.developEos1D = true;
+  const auto developed = MakeDisplayPicture(raw, options, &library);
+  EXPECT_EQ(developed.main.height, 30) << "turned as the camera was held";
+  EXPECT_EQ(developed.main.data[2], std::byte{200});
+  EXPECT_EQ(developed.histogram.pixelCount, 600U);
+  EXPECT_EQ(MakeDisplayPicture(viewing, options, &library).main.height, 20) << "no raw file";
+  library.refuses = true;
+  EXPECT_EQ(MakeDisplayPicture(raw, options, &library).main.height, 20) << "the viewing JPEG instead";
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/dialogs/byte_line.h"
 #include "app/file_dialogs.h"
+#include "platform/ui/byte_line.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -23,7 +23,7 @@ std::optional<std::string> AskDirectory(QWidget& parent, const DirectoryQuestion
   layout->addWidget(prompt);
   auto* row = new QHBoxLayout;
   layout->addLayout(row);
-  auto* line = new ByteLine(question.start);
+  auto* line = new platform::ui::ByteLine(question.start);
   line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 60);
   line->setAccessibleName(prompt->text());
   line->selectAll();

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "app/dialogs/byte_line.h"
+#include "platform/ui/byte_line.h"
 
 namespace ml::app {
 
@@ -19,7 +19,7 @@ std::optional<std::string> AskName(QWidget& parent, const NameQuestion& question
   auto* prompt = new QLabel(platform::ui::ToLabel(question.prompt));
   prompt->setTextFormat(Qt::PlainText);
   layout->addWidget(prompt);
-  auto* line = new ByteLine(question.name);
+  auto* line = new platform::ui::ByteLine(question.name);
   line->setAccessibleName(prompt->text());
   line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 44);
   line->selectAll();

@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/dialogs/byte_line.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "platform/ui/byte_line.h"
 #include "platform/ui/remark.h"
 
 namespace ml::app {
@@ -18,7 +18,10 @@ constexpr int kWidthInCharacters = 56;
 }  // namespace
 
 PathField::PathField(const std::string& path, std::string base, Browse browse, QWidget* parent)
-    : QWidget(parent), base_(std::move(base)), line_(new ByteLine(path)), remark_(platform::ui::MakeRemark(this)) {
+    : QWidget(parent),
+      base_(std::move(base)),
+      line_(new platform::ui::ByteLine(path)),
+      remark_(platform::ui::MakeRemark(this)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* row = new QHBoxLayout;

@@ -7,9 +7,11 @@
 
 class QLabel;
 
-namespace ml::app {
-
+namespace ml::platform::ui {
 class ByteLine;
+}
+
+namespace ml::app {
 
 /// A line for a path with a button to choose it, and below it what is to be said about the path.
 class PathField final : public QWidget {
@@ -33,7 +35,7 @@ class PathField final : public QWidget {
 
  private:
   std::string base_;
-  ByteLine* line_;
+  platform::ui::ByteLine* line_;
   QLabel* remark_;
 };
 

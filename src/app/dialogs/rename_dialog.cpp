@@ -7,8 +7,8 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "app/dialogs/byte_line.h"
 #include "platform/paths.h"
+#include "platform/ui/byte_line.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -25,10 +25,10 @@ std::optional<std::string> AskNewName(QWidget& parent, const std::string& oldNam
   auto* row = new QHBoxLayout;
   layout->addLayout(row);
   const auto parts = platform::SplitPath(oldName);
-  auto* stem = new ByteLine(std::string(parts.stem));
+  auto* stem = new platform::ui::ByteLine(std::string(parts.stem));
   stem->setAccessibleName(QStringLiteral("Name"));
   stem->setMinimumWidth(stem->fontMetrics().averageCharWidth() * 44);
-  auto* extension = new ByteLine(std::string(parts.extension));
+  auto* extension = new platform::ui::ByteLine(std::string(parts.extension));
   extension->setAccessibleName(QStringLiteral("Extension"));
   extension->setFixedWidth(extension->fontMetrics().averageCharWidth() * 10);
   row->addWidget(stem);

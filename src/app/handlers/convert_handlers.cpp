@@ -1,3 +1,5 @@
+#include "app/handlers/convert_image.h"
+
 #include <QScopeGuard>
 #include <string>
 #include <vector>
@@ -9,6 +11,7 @@
 #include "app/jobs/convert_job.h"
 #include "app/main_frame.h"
 #include "app/session.h"
+#include "imagefiles/eos1d_test.h"
 #include "imagefiles/raw_files.h"
 #include "options/conversion_options_of.h"
 #include "platform/errors.h"
@@ -31,7 +34,7 @@ struct Asked {
   rawconvert::BatchConversion batch;  ///< without files
 };
 
-/// The dialog over `path` and `count` images in all. Puts what is to be remembered into the settings.
+/// The dialog over `path` and `batchCount` images in all. Once it is accepted, the settings remember what it was told.
 Asked AskConversion(CommandContext& context, const std::string& path, const metadata::ExifData& exif,
                     std::optional<int> batchCount) {
   auto& session = context.session;
@@ -56,10 +59,7 @@ Asked AskConversion(CommandContext& context, const std::string& path, const meta
       .chooseDirectory = [](QWidget& parent, const std::string& start) { return ChooseDirectory(parent, start); }};
   ConversionDialog dialog(question, choice, session.Ask(), &context.frame);
   asked.answer = dialog.RunAt(settings.dialogPlaces[batchCount ? "BatchConvert" : "ConvertRawImage"]);
-  if (asked.answer == ConversionAnswer::Cancel) {
-    PutOpenedChoice(choice, settings);
-    return asked;
-  }
+  if (asked.answer == ConversionAnswer::Cancel) return asked;
   choice = dialog.Choice();
   rawconvert::AcceptChoice(choice, family);
   PutConversionChoice(choice, settings);
@@ -73,6 +73,11 @@ Asked AskConversion(CommandContext& context, const std::string& path, const meta
   return asked;
 }
 
+/// Whether a file beside the one at hand is developed along with it: a TIFF file counts as the menus see it.
+bool GoesAlong(const std::string& path) {
+  return platform::EndsWithNoCase(path, ".tif") ? imagefiles::catalogueEos1D(path) : imagefiles::IsRawFile(path);
+}
+
 /// `first`, and then all others, or the selected ones, that are raw.
 std::vector<std::string> WithOthers(const Session& session, const std::string& first, bool selected) {
   std::vector<std::string> files{first};
@@ -80,23 +85,16 @@ std::vector<std::string> WithOthers(const Session& session, const std::string& f
   for (std::size_t i = 0; i < list.files.size(); ++i) {
     const auto& path = list.files[i];
     if (path == first || (selected && !list.marks[i].selected)) continue;
-    if (imagefiles::IsRawFile(path)) files.push_back(path);
+    if (GoesAlong(path)) files.push_back(path);
   }
   return files;
 }
 
 void ConvertImage(CommandContext& context) {
-  auto& session = context.session;
-  const int index = session.TargetIndex();
+  const int index = context.session.TargetIndex();
   if (index < 0) return;
-  const auto path = session.list.files[static_cast<std::size_t>(index)];
-  const bool selection = session.mode != ViewMode::Main && session.State().selectedCount > 0;
-  const metadata::ExifData exif(path, session.ImageOptions().ForExif());
-  rawconvert::RequireConvertible(exif);
-  auto asked = AskConversion(context, path, exif, std::nullopt);
-  if (asked.answer == ConversionAnswer::Cancel) return;
-  asked.batch.files = asked.answer == ConversionAnswer::One ? std::vector{path} : WithOthers(session, path, selection);
-  RunConversion(context, asked.batch, asked.choice.settings);
+  const std::string path = context.session.list.files[static_cast<std::size_t>(index)];
+  ConvertRawImage(context, path);
 }
 
 /// Of the list what is selected and raw; in the main view all of it. Kept: that leaves out NEF files.
@@ -106,7 +104,7 @@ std::vector<std::string> FilesOfBatch(const Session& session) {
   for (std::size_t i = 0; i < session.list.files.size(); ++i) {
     const auto& path = session.list.files[i];
     const bool named = platform::EndsWithNoCase(path, ".crw") || platform::EndsWithNoCase(path, ".tif");
-    if ((all ? named : session.list.marks[i].selected) && imagefiles::IsRawFile(path)) files.push_back(path);
+    if ((all ? named : session.list.marks[i].selected) && GoesAlong(path)) files.push_back(path);
   }
   return files;
 }
@@ -138,6 +136,17 @@ constexpr HandlerRow kHandlers[] = {
 };
 
 }  // namespace
+
+std::vector<rawconvert::ConvertedFile> ConvertRawImage(CommandContext& context, const std::string& path) {
+  auto& session = context.session;
+  const bool selection = session.mode != ViewMode::Main && session.State().selectedCount > 0;
+  const metadata::ExifData exif(path, session.ImageOptions().ForExif());
+  rawconvert::RequireConvertible(exif);
+  auto asked = AskConversion(context, path, exif, std::nullopt);
+  if (asked.answer == ConversionAnswer::Cancel) return {};
+  asked.batch.files = asked.answer == ConversionAnswer::One ? std::vector{path} : WithOthers(session, path, selection);
+  return RunConversion(context, asked.batch, asked.choice.settings);
+}
 
 std::span<const HandlerRow> ConvertHandlers() { return kHandlers; }
 

@@ -58,9 +58,13 @@ void NewFolder(CommandContext& context) {
       AskName(context.frame, {.title = kNewFolderTitle, .prompt = std::string(kNewFolderPrompt), .name = "New Folder"},
               catalogue::RefuseFolderName);
   if (!name) return;
-  const auto made = catalogue::MakeFolder(parent, *name);
-  context.view.RefreshTree();
-  context.view.SelectInTree(made);
+  try {
+    const auto made = catalogue::MakeFolder(parent, *name);
+    context.view.RefreshTree();
+    context.view.SelectInTree(made);
+  } catch (const platform::UserError& error) {
+    context.session.Ask().message({.text = error.what(), .caption = "Error", .icon = platform::BoxIcon::Error});
+  }
 }
 
 void RenameFolder(CommandContext& context) {

@@ -58,10 +58,12 @@ std::vector<batch::RenameImage> ReadImages(CommandContext& context, const std::v
     return batch::ReadRenameImages(paths, options, silent, {});
   }
   std::vector<batch::RenameImage> images;
-  platform::ui::RunJob(&context.frame, {.title = platform::ui::ToQString(kBatchRenameJob)}, context.session.Ask(),
-                       [&](const platform::JobHost& host, const std::stop_token& stop) {
-                         images = batch::ReadRenameImages(paths, options, host.progress, stop);
-                       });
+  platform::ui::RunJob(
+      &context.frame,
+      {.title = platform::ui::ToQString(kBatchRenameJob), .nice = NiceOf(context.session.settings.raw.threadPriority)},
+      context.session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+        images = batch::ReadRenameImages(paths, options, host.progress, stop);
+      });
   return images;
 }
 

@@ -36,13 +36,13 @@ void BringUpToDate(CommandContext& context, const std::vector<ConvertedFile>& ma
 
 }  // namespace
 
-void RunConversion(CommandContext& context, const rawconvert::BatchConversion& batch,
-                   rawconvert::RawConversionSettings settings) {
+std::vector<ConvertedFile> RunConversion(CommandContext& context, const rawconvert::BatchConversion& batch,
+                                         rawconvert::RawConversionSettings settings) {
   auto& session = context.session;
   auto& developer = session.Developer();
   std::vector<ConvertedFile> made;
-  const auto settle = qScopeGuard([&] { BringUpToDate(context, made); });
   {
+    const auto settle = qScopeGuard([&] { BringUpToDate(context, made); });
     const platform::PauseGuard thumbnails(session.Worker());
     const platform::PauseGuard pictures(context.view.Display().Gate());
     platform::ui::RunJob(
@@ -58,6 +58,7 @@ void RunConversion(CommandContext& context, const rawconvert::BatchConversion& b
   }
   const auto done = std::ranges::count(made, rawconvert::Converted::Yes, &ConvertedFile::result);
   ShowStatus(context, Converted(static_cast<int>(done), static_cast<int>(batch.files.size())));
+  return made;
 }
 
 }  // namespace ml::app

@@ -9,17 +9,19 @@
 #include "app/session.h"
 #include "imagefiles/edits/developed_jpegs.h"
 #include "imagefiles/eos1d_test.h"
+#include "platform/companion_set.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
-#include "platform/read_directory.h"
 
 namespace ml::app {
 namespace {
 
 std::vector<std::string> RawFilesWithout(Session& session) {
   std::vector<std::string> paths;
+  platform::DirIndexes indexes;
   for (const auto& path : session.list.files) {
-    if (!platform::EndsWithNoCase(path, ".tif") || platform::Exists(platform::WithExtension(path, ".jpg"))) continue;
+    if (!platform::EndsWithNoCase(path, ".tif")) continue;
+    if (!platform::FindCompanion(path, ".jpg", indexes.Of(std::string(platform::DirectoryOf(path)))).empty()) continue;
     if (imagefiles::IsEos1DRawFile(path) && session.viewingJpegsTried.insert(path).second) paths.push_back(path);
   }
   return paths;

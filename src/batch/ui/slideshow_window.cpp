@@ -183,8 +183,7 @@ void SlideshowWindow::WithDialog(const std::function<void()>& ask) {
 void SlideshowWindow::Tell(const QString& sentence) {
   if (!isVisible()) return;
   WithDialog([&] {
-    platform::ui::QtInteraction(this).message(
-        {.text = sentence.toStdString(), .caption = "Error", .icon = platform::BoxIcon::Error});
+    platform::ui::QtInteraction(this).message({.text = sentence.toStdString(), .icon = platform::BoxIcon::Error});
   });
 }
 

@@ -13,6 +13,7 @@
 #include "catalogue/ui/directory_drop.h"
 #include "catalogue/ui/directory_model.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 #include "platform/ui/accent.h"
 #include "platform/ui/volume_watcher.h"
 
@@ -109,7 +110,7 @@ bool DirectoryTree::IsAtRoot() const {
   for (int row = 0; row < model_->rowCount(); ++row) {
     if (model_->Path(model_->RootAt(row)) == directory) return true;
   }
-  return false;
+  return platform::IsMountPoint(directory);
 }
 
 void DirectoryTree::SetShowHidden(bool show) {

@@ -27,7 +27,7 @@ class DirectoryTree final : public QTreeView {
   void Select(const std::string& directory);
   /// The selected directory; empty if there is none.
   std::string Directory() const;
-  /// Whether that is one of the roots: home, "/" or a mounted volume.
+  /// Whether that is one of the roots, home, "/" and the volumes of the user, or the top of any other file system.
   bool IsAtRoot() const;
   /// "ShowHiddenDirectories"
   void SetShowHidden(bool show);

@@ -287,8 +287,7 @@ bool CIptcPropertySheet::Try(const std::function<void()>& act) {
   } catch (const platform::Cancelled&) {
     // The user knows.
   } catch (const std::exception& error) {
-    platform::ui::QtInteraction(this).message(
-        {.text = error.what(), .caption = "Error", .icon = platform::BoxIcon::Error});
+    platform::ui::QtInteraction(this).message({.text = error.what(), .icon = platform::BoxIcon::Error});
   }
   return false;
 }

@@ -13,7 +13,7 @@ void ShowHelpPage(HelpPage page, QWidget& parent) {
   try {
     OpenHelpPage(page);
   } catch (const UserError& error) {
-    QtInteraction(&parent).message({.text = error.what(), .caption = "Error", .icon = BoxIcon::Error});
+    QtInteraction(&parent).message({.text = error.what(), .icon = BoxIcon::Error});
   }
 }
 

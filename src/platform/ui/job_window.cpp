@@ -1,6 +1,7 @@
 #include "platform/ui/job_window.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QEventLoop>
 #include <QImage>
@@ -11,7 +12,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <atomic>
+#include <chrono>
 #include <exception>
 #include <mutex>
 #include <optional>
@@ -161,6 +162,7 @@ class JobWindow final : public QDialog {
 
 void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& job) {
   constexpr int kQuietMilliseconds = 500;
+  constexpr std::chrono::milliseconds kEndPoll{5};
   JobState state(look.bars);
   const SystemClock clock;
   std::stop_source stop;
@@ -195,6 +197,11 @@ void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& j
     loop.exec();
   }
   if (!done) stop.request_stop();  // the program ends
+  while (!done) {
+    // The job may be waiting for an answer, which no event loop fetches any more.
+    QCoreApplication::sendPostedEvents();
+    std::this_thread::sleep_for(kEndPoll);
+  }
   thread.join();
   if (failure) std::rethrow_exception(failure);
 }

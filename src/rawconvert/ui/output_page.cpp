@@ -1,7 +1,5 @@
 #include "rawconvert/ui/output_page.h"
 
-#include <QFile>
-
 #include "platform/ui/qt_text.h"
 #include "rawconvert/batch/batch_conversion.h"
 #include "rawconvert/ui/messages.h"
@@ -17,9 +15,6 @@ bool HasQuality(int format) {
   return format == static_cast<int>(OutputFormat::Jpeg) || format == static_cast<int>(OutputFormat::Jp2Bits8) ||
          format == static_cast<int>(OutputFormat::Jp2Bits16);
 }
-
-/// The bytes of a name that the toolkit cannot show are kept.
-QString PathText(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
 
 }  // namespace
 
@@ -51,7 +46,7 @@ void OutputPage::AddFolder() {
   elsewhere_ = new QRadioButton(QStringLiteral("I&n this folder:"), Content());
   AddButton("beside", beside_);
   AddButton("elsewhere", elsewhere_);
-  folder_ = new QLineEdit;
+  folder_ = new platform::ui::ByteLine;
   browse_ = new QPushButton(QStringLiteral("Bro&wse..."));
   browse_->setAutoDefault(false);
   auto* row = Row({folder_, browse_});
@@ -77,7 +72,7 @@ void OutputPage::Browse() {
   ConversionChoice now;
   Take(now);
   const auto start = ConversionDirectory(question_.path, {false, now.directory.directory});
-  if (const auto chosen = question_.chooseDirectory(*window(), start)) folder_->setText(PathText(*chosen));
+  if (const auto chosen = question_.chooseDirectory(*window(), start)) folder_->SetBytes(*chosen);
 }
 
 void OutputPage::Show(const ConversionChoice& choice) {
@@ -85,7 +80,7 @@ void OutputPage::Show(const ConversionChoice& choice) {
   quality_->Show(choice.quality);
   resolution_->Show(choice.resolution);
   (choice.directory.besideSource ? beside_ : elsewhere_)->setChecked(true);
-  folder_->setText(PathText(choice.directory.directory));
+  folder_->SetBytes(choice.directory.directory);
   letter_->setChecked(choice.appendMethodLetter);
   Update();
 }
@@ -94,7 +89,7 @@ void OutputPage::Take(ConversionChoice& choice) const {
   choice.format = static_cast<OutputFormat>(format_->Value());
   choice.quality = quality_->Whole();
   choice.resolution = resolution_->Whole();
-  choice.directory = {beside_->isChecked(), platform::ui::PathFromQt(folder_->text())};
+  choice.directory = {beside_->isChecked(), folder_->Bytes()};
   choice.appendMethodLetter = letter_->isChecked();
 }
 

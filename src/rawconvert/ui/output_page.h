@@ -2,10 +2,10 @@
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "platform/ui/byte_line.h"
 #include "rawconvert/ui/conversion_question.h"
 #include "rawconvert/ui/field_page.h"
 #include "rawconvert/ui/number_field.h"
@@ -43,7 +43,7 @@ class OutputPage final : public FieldPage {
   QLabel* profile_;
   QRadioButton* beside_;
   QRadioButton* elsewhere_;
-  QLineEdit* folder_;
+  platform::ui::ByteLine* folder_;
   QPushButton* browse_;
   QCheckBox* letter_;
   QLabel* example_;

@@ -14,12 +14,12 @@
 #include "app/preferences/ui/number_box.h"
 #include "app/preferences/ui/text_line.h"
 #include "platform/numbers.h"
+#include "platform/ui/byte_line.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
 
-using platform::ui::PathFromQt;
 using platform::ui::ToQString;
 using Edited = std::function<void(const std::string&)>;
 
@@ -69,8 +69,8 @@ FieldWidgets Make(const ChoiceField& field, const PreferenceRow&, const Edited& 
 
 FieldWidgets Make(const CommandLineField&, const PreferenceRow&, const Edited& edited, QWidget* parent) {
   auto* line = MakeTextLine(parent);
-  QObject::connect(line, &QLineEdit::textEdited, line, [edited](const QString& text) { edited(PathFromQt(text)); });
-  return {line, line, [line](const std::string& value) { line->setText(LineText(value)); }};
+  QObject::connect(line, &QLineEdit::textEdited, line, [edited, line] { edited(line->Bytes()); });
+  return {line, line, [line](const std::string& value) { line->SetBytes(value); }};
 }
 
 FieldWidgets MakeProfile(const PreferenceRow& row, const BrowseProfile& browse, const Edited& edited, QWidget* parent) {
@@ -81,13 +81,13 @@ FieldWidgets MakeProfile(const PreferenceRow& row, const BrowseProfile& browse, 
   button->setAutoDefault(false);
   button->setAccessibleName(QStringLiteral("Browse for %1").arg(ToQString(PlainLabel(row.label)).toLower()));
   // The clear button, too, is an edit.
-  QObject::connect(line, &QLineEdit::textChanged, line, [edited](const QString& text) { edited(PathFromQt(text)); });
+  QObject::connect(line, &QLineEdit::textChanged, line, [edited, line] { edited(line->Bytes()); });
   const auto show = [line](const std::string& value) {
     const QSignalBlocker quiet(line);
-    line->setText(LineText(value));
+    line->SetBytes(value);
   };
   QObject::connect(button, &QPushButton::clicked, line, [line, browse, edited, show] {
-    const auto chosen = browse ? browse(PathFromQt(line->text())) : std::nullopt;
+    const auto chosen = browse ? browse(line->Bytes()) : std::nullopt;
     if (!chosen) return;
     show(*chosen);
     edited(*chosen);

@@ -1,7 +1,6 @@
 #include "app/preferences/ui/format_widgets.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -11,12 +10,12 @@
 #include "app/preferences/ui/token_button.h"
 #include "metadata/format_strings/format_strings.h"
 #include "platform/text.h"
+#include "platform/ui/byte_line.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
 
-using platform::ui::PathFromQt;
 using platform::ui::ToQString;
 
 constexpr qsizetype kExampleLines = 6, kExampleCharacters = 500;
@@ -54,13 +53,13 @@ FieldWidgets MakeFormatWidgets(const FormatField& field, const PreferenceRow& ro
   button->setAccessibleName(QStringLiteral("Insert into %1").arg(ToQString(PlainLabel(row.label)).toLower()));
   auto* label = MakeExample(row, parent);
   const auto showExample = [=](const std::string& format) { label->setText(ExampleText(example, field.form, format)); };
-  QObject::connect(line, &QLineEdit::textChanged, line, [=](const QString& text) {
-    showExample(PathFromQt(text));
-    edited(PathFromQt(text));
+  QObject::connect(line, &QLineEdit::textChanged, line, [=] {
+    showExample(line->Bytes());
+    edited(line->Bytes());
   });
   const auto show = [=](const std::string& value) {
     const QSignalBlocker quiet(line);
-    line->setText(LineText(value));
+    line->SetBytes(value);
     line->setCursorPosition(0);  // a format is known by its begin
     showExample(value);
   };

@@ -1,8 +1,8 @@
 #include "app/preferences/ui/text_line.h"
 
-#include <QFile>
 #include <QHBoxLayout>
-#include <QLineEdit>
+
+#include "platform/ui/byte_line.h"
 
 namespace ml::app {
 namespace {
@@ -11,14 +11,10 @@ constexpr int kTextWidthInCharacters = 20;
 
 }  // namespace
 
-QLineEdit* MakeTextLine(QWidget* parent) {
-  auto* line = new QLineEdit(parent);
+platform::ui::ByteLine* MakeTextLine(QWidget* parent) {
+  auto* line = new platform::ui::ByteLine({}, parent);
   line->setMinimumWidth(line->fontMetrics().averageCharWidth() * kTextWidthInCharacters);
   return line;
-}
-
-QString LineText(const std::string& bytes) {
-  return QFile::decodeName(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
 
 QWidget* SideBySide(QWidget* field, QWidget* button, QWidget* parent) {

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <QString>
-#include <string>
-
-class QLineEdit;
 class QWidget;
+
+namespace ml::platform::ui {
+class ByteLine;
+}
 
 namespace ml::app {
 
 /// Wide enough for a path or a text with tokens.
-QLineEdit* MakeTextLine(QWidget* parent);
-/// Bytes as such a line can give them back.
-QString LineText(const std::string& bytes);
+platform::ui::ByteLine* MakeTextLine(QWidget* parent);
 /// `field` takes the width that `button` leaves.
 QWidget* SideBySide(QWidget* field, QWidget* button, QWidget* parent);
 
