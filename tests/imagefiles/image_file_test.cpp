@@ -95,7 +95,7 @@ TEST_F(JpegPicture, IsAveragedOnlyIfAskedFor) {
 
 TEST_F(JpegPicture, IsTurnedOnlyIfAskedFor) {
   auto halves = test::PaintPlain(64, 32, 0x202020);
-  for (int y = 0; y < 32; ++y) halves.rgb.replace(static_cast<std::size_t>(y * 64 * 3), 96, 96, '\xe0');  // left: light
+  for (int y = 0; y < 32; ++y) halves.rgb.replace(static_cast<std::size_t>(y) * 64 * 3, 96, 96, '\xe0');  // left: light
   const auto bytes = test::WithExif(EncodeJpeg(halves), {.orientation = 6});
   const auto plain = Open(bytes)->GetPixels();
   EXPECT_EQ(plain.width, 64);

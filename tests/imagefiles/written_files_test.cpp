@@ -72,7 +72,7 @@ void ExpectHalves(const imaging::PixelBuffer& pixels) {
   ASSERT_EQ(pixels.height, kHeight);
   const int red = pixels.order == imaging::PixelOrder::Rgb ? 0 : 2;
   for (const int x : {0, kWidth - 1}) {
-    const auto* pixel = pixels.Row(kHeight - 1) + x * 3;
+    const auto* pixel = pixels.Row(kHeight - 1) + std::ptrdiff_t{x} * 3;
     const int strong = x == 0 ? red : 2 - red;
     EXPECT_NEAR(std::to_integer<int>(pixel[strong]), 0xe0, 3) << x;
     EXPECT_NEAR(std::to_integer<int>(pixel[2 - strong]), 0, 3) << x;

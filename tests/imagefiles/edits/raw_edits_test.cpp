@@ -199,7 +199,8 @@ TEST_F(Edits, TiffPicturesTurnButFilesThatOnlyLookLikeOnesGetATag) {
   EXPECT_EQ(facts->width, 20U);
   EXPECT_EQ(facts->height, 30U);
   EXPECT_EQ(Read(path).orientation, 1);
-  EXPECT_TRUE(Turn90(Write("bad.tif", "II*\0 no directory")).starts_with("Unable to read TIFF file\nReason: "));
+  EXPECT_TRUE(Turn90(Write("bad.tif", std::string("II*\0 no directory", 17)))
+                  .starts_with("Unable to read TIFF file\nReason: "));
   const auto full = test::PictureDirectory(test::PaintLandscape(30, 20, 1)).Without(284).FillTo(70).Build();
   EXPECT_TRUE(Turn90(Write("full.tif", full)).ends_with("more entries than are read"));
   EXPECT_EQ(Content(dir_ / "full.tif"), full);

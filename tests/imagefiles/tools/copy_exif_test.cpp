@@ -96,7 +96,7 @@ TEST_F(CopyExifTest, TriesTheToldNamesInTheirOrder) {
   for (const auto& one : cases) {
     const auto folder = "out" + std::to_string(number++);
     Write(folder + "/other.txt", "");
-    for (const auto& file : one.files) Write(folder + "/" + file, "");
+    for (const auto& file : one.files) Write(std::string(folder).append("/").append(file), "");
     platform::DirIndex index(dir_ / folder);
     std::vector<std::string> names;
     for (const auto& path : FindCopyTargets(dir_ / one.source, index, one.targets)) {
