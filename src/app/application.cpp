@@ -58,10 +58,10 @@ void FinishEarlierRuns(platform::Interaction& ask) {
   if (!text.empty()) ask.message({.text = text});
 }
 
-settings::Settings LoadSettings(settings::SettingsStore& store) {
+settings::Settings LoadSettings(settings::SettingsStore& store, platform::Interaction& ask) {
   std::string warning;
   auto settings = store.Load(&warning);
-  if (!warning.empty()) std::fprintf(stderr, "marrowlantern: %s\n", warning.c_str());
+  if (!warning.empty()) ask.message({.text = warning, .icon = platform::BoxIcon::Warning});
   return settings;
 }
 
@@ -106,7 +106,7 @@ int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&,
 
   settings::SettingsStore store;
   ThumbnailRelay relay;
-  Session session(LoadSettings(store), ask, [&relay](int index) { Q_EMIT relay.ready(index); });
+  Session session(LoadSettings(store, ask), ask, [&relay](int index) { Q_EMIT relay.ready(index); });
   CMainFrame frame(session);
   ask.SetParent(&frame);
   frame.RestorePlace(session.settings.window);

@@ -1,7 +1,6 @@
 #include "app/file_dialogs.h"
 
 #include <QCheckBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QGridLayout>
 
@@ -12,11 +11,8 @@ namespace ml::app {
 namespace {
 
 using platform::ui::PathFromQt;
+using platform::ui::PathToQt;
 using platform::ui::ToQString;
-
-QString ToDialogPath(const std::string& path) {
-  return QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
-}
 
 /// Only the toolkit's own dialog can be extended.
 QCheckBox* AddCheckBox(QFileDialog& dialog, const OpenFileQuestion& question) {
@@ -31,7 +27,7 @@ QCheckBox* AddCheckBox(QFileDialog& dialog, const OpenFileQuestion& question) {
 }  // namespace
 
 std::optional<OpenFileAnswer> OpenFile(QWidget& parent, const OpenFileQuestion& question) {
-  QFileDialog dialog(&parent, ToQString(question.title), ToDialogPath(question.start));
+  QFileDialog dialog(&parent, ToQString(question.title), PathToQt(question.start));
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);  // the patterns are spelt for any case
   const auto* box = AddCheckBox(dialog, question);
@@ -41,7 +37,7 @@ std::optional<OpenFileAnswer> OpenFile(QWidget& parent, const OpenFileQuestion& 
 }
 
 std::optional<std::string> ChooseDirectory(QWidget& parent, const std::string& start) {
-  const auto chosen = QFileDialog::getExistingDirectory(&parent, QStringLiteral("Open Directory"), ToDialogPath(start));
+  const auto chosen = QFileDialog::getExistingDirectory(&parent, QStringLiteral("Open Directory"), PathToQt(start));
   if (chosen.isEmpty()) return std::nullopt;
   return PathFromQt(chosen);
 }

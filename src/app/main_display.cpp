@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <algorithm>
-#include <thread>
 #include <utility>
 
 #include "app/navigation.h"
@@ -23,8 +22,6 @@ constexpr int kBlinkMilliseconds = 750;
 constexpr int kPatienceMilliseconds = 150;
 /// Longer than from key to key while one is held down.
 constexpr int kRestMilliseconds = 200;
-
-int Processors() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4); }
 
 std::optional<imagefiles::HighlightOptions> HighlightOptionsFrom(const settings::DisplaySettings& from) {
   if (from.highlightBlink == 0) return std::nullopt;
@@ -49,7 +46,7 @@ MainDisplay::MainDisplay(Session& session, PictureView& view, QObject* parent)
       lookAhead_(
           MakePicture,
           [this](std::uint64_t wish, LookAhead::PicturePtr picture) { Q_EMIT ready(wish, std::move(picture)); },
-          Processors()) {
+          LookAhead::UsualProcessors()) {
   blink_.setInterval(kBlinkMilliseconds);
   connect(&blink_, &QTimer::timeout, this, &MainDisplay::OnBlinkTimer);
   patience_.setSingleShot(true);

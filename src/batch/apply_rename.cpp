@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "batch/messages.h"
 #include "batch/name_faults.h"
@@ -59,23 +58,6 @@ void CheckNewNames(const std::string& directory, const NewNames& names, catalogu
   const auto displaced = std::ranges::find_if(
       plan.steps, [](const auto& step) { return step.kind == catalogue::RenameStep::Kind::Displace; });
   if (displaced != plan.steps.end()) throw UserError(fileInTheWay(displaced->change.to));
-}
-
-std::vector<std::string> FollowRename(std::vector<std::string> paths, const RenamePaths& renamed) {
-  std::unordered_map<std::string, std::size_t> exact, folded;
-  for (std::size_t i = 0; i < renamed.sources.size(); ++i) {
-    exact.emplace(renamed.sources[i], i);
-    folded.emplace(platform::nameFold(renamed.sources[i]), i);
-  }
-  for (auto& path : paths) {
-    auto found = exact.find(path);
-    if (found == exact.end()) {
-      found = folded.find(platform::nameFold(path));
-      if (found == folded.end()) continue;
-    }
-    path = renamed.destinations[found->second];
-  }
-  return paths;
 }
 
 }  // namespace ml::batch

@@ -25,7 +25,4 @@ platform::MessageBox ConflictMessage(const NewNames& names);
 void CheckNewNames(const std::string& directory, const NewNames& names, catalogue::CaseMode caseMode,
                    imagefiles::CompanionFinder& companions);
 
-/// `paths` (tagged ones) with each that is one of the sources, without regard to case, replaced by where it goes.
-std::vector<std::string> FollowRename(std::vector<std::string> paths, const RenamePaths& renamed);
-
 }  // namespace ml::batch

@@ -73,8 +73,6 @@ inline platform::MessageBox createDirectory(const std::string& path) {
           platform::BoxIcon::Question, platform::Buttons::YesNo};
 }
 
-inline std::string unableToCreateDirectory(const std::string& path) { return "Unable to create directory:\n" + path; }
-
 inline std::string isTheSameFile(const std::string& path) {
   return "Source and destination are the same file:\n" + path;
 }

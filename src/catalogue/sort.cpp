@@ -1,10 +1,11 @@
 #include "catalogue/sort.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "imagefiles/format_table.h"
 #include "platform/dir_index.h"
+#include "platform/name_pieces.h"
+#include "platform/numbers.h"
 #include "platform/paths.h"
 
 namespace ml::catalogue {
@@ -21,15 +22,8 @@ struct SortRecord {
 
 /// The first run of digits of the stem; numbers above 31 bits are all the same.
 std::int64_t NumberInName(std::string_view path) {
-  const auto stem = platform::SplitPath(path).stem;
-  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  const auto first = std::ranges::find_if(stem, isDigit);
-  if (first == stem.end()) return kNoKey;
-  std::int64_t number = 0;
-  for (auto digit = first; digit != stem.end() && isDigit(*digit); ++digit) {
-    number = std::min<std::int64_t>(number * 10 + (*digit - '0'), std::numeric_limits<std::int32_t>::max());
-  }
-  return number;
+  const auto digits = platform::FirstDigits(platform::SplitPath(path).stem);
+  return digits.empty() ? kNoKey : platform::LeadingInteger(digits);
 }
 
 /// The file that holds the time of an image: its ".thm" companion, where it may have one and has.

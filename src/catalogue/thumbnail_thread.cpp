@@ -163,12 +163,6 @@ void CThumbnailThread::InvalidateEntries(const std::vector<int>& indices) {
   }
 }
 
-std::vector<std::string> CThumbnailThread::SetTimestamps(const std::vector<std::string>& paths, bool setReadOnly,
-                                                         const TimestampTools& tools) {
-  const platform::PauseGuard pause(*this);
-  return catalogue::SetTimestamps(paths, setReadOnly, tools);
-}
-
 std::vector<std::string> CThumbnailThread::RenameFiles(const std::vector<std::string>& sources,
                                                        const std::vector<std::string>& destinations, CaseMode caseMode,
                                                        const RenameTools& tools) {

@@ -13,8 +13,6 @@
 #include "catalogue/image_list.h"
 #include "catalogue/list_gate.h"
 #include "catalogue/rename_files.h"
-#include "catalogue/shooting_timestamps.h"
-#include "imagefiles/image_file_options.h"
 #include "imaging/pixel_buffer.h"
 
 namespace ml::catalogue {
@@ -66,16 +64,11 @@ class CThumbnailThread final : public ListGate {
   /// Gated. See ImageList::MoveSelectedTo; thumbnails travel along, failed ones are tried again. To the user
   /// this is a change of order: see Catalogue::MoveSelectedTo.
   void MoveSelectedTo(int position) override;
-  /// Gated. Bad indices are passed over.
-  void RemoveEntry(int index) { RemoveEntries({index}); }
   /// Gated. `indices` ascend; bad ones are passed over.
   void RemoveEntries(const std::vector<int>& indices);
   /// Gated. The entries' thumbnails are made again.
   void InvalidateEntries(const std::vector<int>& indices);
 
-  /// Gated. See catalogue::SetTimestamps.
-  std::vector<std::string> SetTimestamps(const std::vector<std::string>& paths, bool setReadOnly,
-                                         const TimestampTools& tools);
   /// Pauses and does not resume, also when it throws: the caller reads the directory anew, which resumes. See
   /// catalogue::RenameFiles; the entries follow their files.
   std::vector<std::string> RenameFiles(const std::vector<std::string>& sources,

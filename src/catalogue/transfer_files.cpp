@@ -10,6 +10,7 @@
 #include "catalogue/messages.h"
 #include "catalogue/rename_steps.h"
 #include "platform/copy_file.h"
+#include "platform/data_folders.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -144,8 +145,7 @@ std::optional<std::string> TransferDirectory(const std::string& typed, const std
   }
   if (std::filesystem::exists(status)) throw UserError(outputIsNoDirectory(directory));
   if (ask.ask(createDirectory(directory)) != platform::Button::Yes) return std::nullopt;
-  std::filesystem::create_directories(directory, error);
-  if (error) throw UserError(unableToCreateDirectory(directory));
+  platform::ensureDirectory(directory);
   return directory;
 }
 

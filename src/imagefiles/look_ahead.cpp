@@ -35,6 +35,8 @@ LookAhead::LookAhead(Maker maker, Ready ready, int processors, std::size_t maxBy
   }
 }
 
+int LookAhead::UsualProcessors() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4); }
+
 LookAhead::~LookAhead() {
   WantNothing();
   for (auto& thread : threads_) thread.request_stop();

@@ -41,6 +41,9 @@ class LookAhead final : public platform::WorkerGate {
 
   static constexpr std::size_t kMaxBytes = std::size_t{256} * 1024 * 1024;
 
+  /// Those of the system up to four: with more, pictures that nobody may ever see would push each other out of memory.
+  static int UsualProcessors();
+
   /// Decodes up to `processors` (at least 1) pictures at a time; a wanted one never waits for neighbours.
   LookAhead(Maker maker, Ready ready, int processors, std::size_t maxBytes = kMaxBytes);
   /// Waits for the pictures in progress.

@@ -5,10 +5,13 @@
 namespace ml::imagefiles {
 namespace {
 
-/// side * numerator / denominator without overflow; a picture has at least one pixel.
-int Proportional(int side, int numerator, int denominator) {
-  return std::max(1, static_cast<int>(static_cast<long long>(side) * numerator / denominator));
+/// side * numerator / denominator without overflow.
+int Share(int side, int numerator, int denominator) {
+  return static_cast<int>(static_cast<long long>(side) * numerator / denominator);
 }
+
+/// The same where a picture has at least one pixel.
+int Proportional(int side, int numerator, int denominator) { return std::max(1, Share(side, numerator, denominator)); }
 
 }  // namespace
 
@@ -27,6 +30,12 @@ imaging::PictureSize FitToLimits(int sourceWidth, int sourceHeight, const Displa
     }
   }
   if (size.width > sourceWidth || size.height > sourceHeight) return {sourceWidth, sourceHeight};
+  return size;
+}
+
+imaging::PictureSize FillBox(imaging::PictureSize picture, imaging::PictureSize box) {
+  imaging::PictureSize size{box.width, Share(picture.height, box.width, picture.width)};
+  if (size.height > box.height) size = {Share(picture.width, box.height, picture.height), box.height};
   return size;
 }
 

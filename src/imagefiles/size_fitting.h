@@ -2,6 +2,7 @@
 
 #include "imaging/decoded_picture.h"
 
+/// Every way to fit a picture into a box; all in whole divisions.
 namespace ml::imagefiles {
 
 /// The box that a picture is fitted into. The alternative pair lets a portrait image use a wider limit; 0 x 0
@@ -19,5 +20,9 @@ imaging::PictureSize FitToLimits(int sourceWidth, int sourceHeight, const Displa
 inline imaging::PictureSize FitToSquare(int sourceWidth, int sourceHeight, int side) {
   return FitToLimits(sourceWidth, sourceHeight, {.maxWidth = side, .maxHeight = side});
 }
+
+/// The largest size of that aspect ratio in a box, larger than the picture too: the width of the box with the height
+/// that belongs to it, or else the height of the box. A side may become 0.
+imaging::PictureSize FillBox(imaging::PictureSize picture, imaging::PictureSize box);
 
 }  // namespace ml::imagefiles

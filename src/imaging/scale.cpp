@@ -78,22 +78,6 @@ std::vector<int> NearestSteps(int source, int target) {
   return steps;
 }
 
-PixelBuffer ScaleNearest(const PixelBuffer& source, int width, int height) {
-  CheckReduction(source, width, height);
-  auto result = MakePixelBuffer(width, height, source.order);
-  const auto columns = NearestSteps(source.width, width);
-  const auto rows = NearestSteps(source.height, height);
-  for (int y = 0; y < height; ++y) {
-    const auto* in = source.Row(rows[static_cast<std::size_t>(y)]);
-    auto* out = result.Row(y);
-    for (const int column : columns) {
-      std::memcpy(out, in + static_cast<std::ptrdiff_t>(column) * 3, 3);
-      out += 3;
-    }
-  }
-  return result;
-}
-
 PixelBuffer ScaleAverage(const PixelBuffer& source, int width, int height) {
   CheckReduction(source, width, height);
   auto result = MakePixelBuffer(width, height, source.order);

@@ -12,9 +12,6 @@ namespace ml::imaging {
 /// stays above 0.
 std::vector<int> NearestSteps(int source, int target);
 
-/// `source` reduced by leaving pixels out; width and height are 1 up to the source's.
-PixelBuffer ScaleNearest(const PixelBuffer& source, int width, int height);
-
 /// `source` reduced to the mean of the area under each pixel; width and height are 1 up to the source's.
 PixelBuffer ScaleAverage(const PixelBuffer& source, int width, int height);
 

@@ -105,11 +105,15 @@ void CompleteDate(ExifData& data) {
 }
 
 void CompleteSize(ExifData& data) {
-  if (platform::EndsWithNoCase(data.path, ".nef") && data.model == "NIKON D1X") {
+  const bool isNef = platform::EndsWithNoCase(data.path, ".nef");
+  if (isNef && data.model == "NIKON D1X") {
     data.imageWidth = 3008;  // its sensor's cells are half as high as wide: the file tells their number
     data.imageHeight = 1960;
   }
-  if (data.userRotation == 90 || data.userRotation == 270) std::swap(data.imageWidth, data.imageHeight);
+  // Of other files, which took the note along from a raw one, the pixels themselves were turned.
+  const bool isRaw = isNef || platform::EndsWithNoCase(data.path, ".crw");
+  const bool onItsSide = data.userRotation == 90 || data.userRotation == 270;
+  if (isRaw && onItsSide) std::swap(data.imageWidth, data.imageHeight);
 }
 
 }  // namespace ml::metadata

@@ -16,7 +16,7 @@ void ClearFieldsOfOtherModels(ExifData& data);
 void CompleteImageNumber(ExifData& data);
 /// Makes `dateTime` and `shootingTime`, which holds the file's time until then, agree.
 void CompleteDate(ExifData& data);
-/// Sides of pictures that were turned since shooting. Also for a file that does not exist.
+/// Sides of raw pictures that were turned since shooting. Also for a file that does not exist.
 void CompleteSize(ExifData& data);
 
 }  // namespace ml::metadata

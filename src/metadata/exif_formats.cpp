@@ -22,6 +22,7 @@ namespace ml::metadata {
 namespace {
 
 constexpr std::uint64_t kSmallestEos1DRaw = 1'638'401;  ///< bytes
+constexpr std::uint64_t kMostExif = 1ULL << 20;         ///< bytes; in a JPEG there is room for 64 KiB
 constexpr std::int32_t kLargestEos1DThumbnail = 289;    ///< pixels
 
 template <class Size>
@@ -47,10 +48,24 @@ void ReadTiff(ExifData& data, const ByteSource& file) {
                     data.imageWidth <= kLargestEos1DThumbnail && data.imageHeight <= kLargestEos1DThumbnail;
 }
 
+/// EXIF data beside a picture that has its size in its own header and is shown as it lies. Damage in them costs nothing
+/// else, and nobody writes into them, so there are no places to remember.
+void TakeExif(ExifData& data, const ByteSource& file, const FileRange& range) {
+  const auto bytes = file.ReadUpTo(range.position, static_cast<std::size_t>(std::min(range.size, kMostExif)));
+  try {
+    ReadExifTiff(data, bytes);
+  } catch (ExifException) {
+    data.exifInvalid = true;
+  }
+  data.orientation = data.userRotation = 0;
+  data.userCommentPtr = data.userCommentSize = data.imageDescriptionPtr = data.imageDescriptionCount = 0;
+}
+
 /// The texts that our own writer of PNG files puts in.
 void TakePngTexts(ExifData& data, const PngInfo& png) {
   const auto take = [&](std::string_view key, std::string& field) {
-    if (const auto* text = png.FindText(key)) field = platform::TrimRight(*text);
+    const auto* text = field.empty() ? png.FindText(key) : nullptr;
+    if (text != nullptr) field = platform::TrimRight(*text);
   };
   take("Description", data.comment);
   take("Software", data.firmware);
@@ -65,6 +80,8 @@ void TakePngTexts(ExifData& data, const PngInfo& png) {
 void ReadPng(ExifData& data, const ByteSource& file) {
   const auto png = ReadPngInfo(file);
   if (!png) return;
+  TakeExif(data, file, png->exif);
+  data.comment.clear();  // stands in a text of its own, which alone is edited
   TakeSize(data, *png);
   data.hasIccProfile = png->hasIccProfile;
   TakePngTexts(data, *png);
@@ -84,6 +101,7 @@ void ReadPsd(ExifData& data, const ByteSource& file) {
 
 void ReadJp2(ExifData& data, const ByteSource& file) {
   if (const auto jp2 = ReadJp2File(file)) {
+    if (const auto exif = jp2->FindUuid(file, kExifUuid)) TakeExif(data, file, *exif);
     TakeSize(data, *jp2);
     data.hasIccProfile = jp2->iccProfile.size > 0;
     if (const auto iptc = jp2->FindUuid(file, kIptcUuid)) {

@@ -11,6 +11,7 @@ namespace {
 constexpr std::size_t kSmallestExifBlock = 31;  ///< bytes of a segment with its length field
 constexpr std::size_t kLengthSize = 2;
 
+constexpr std::string_view kExifMark("Exif\0\0", kExifPrefix);
 constexpr std::string_view kXmpMark = "/xap/";
 constexpr std::size_t kXmpVersionSize = 3;  ///< "1.0"; with its zero it stands between the mark and the packet
 
@@ -35,12 +36,16 @@ void ReadXmpSegment(ExifData& data, const JpegSegments& segments, const JpegSegm
 void ReadExifBlock(ExifData& data, std::span<const std::byte> segment) {
   const ByteView whole(segment, ByteOrder::Big);
   if (segment.size() < kSmallestExifBlock || !whole.StartsWith("Exif", kLengthSize)) return;
-  const auto bytes = segment.subspan(kExifSegmentHead);
-  const MemorySource source(bytes);
+  ReadExifTiff(data, segment.subspan(kExifSegmentHead));
+}
+
+void ReadExifTiff(ExifData& data, std::span<const std::byte> tiff) {
+  if (ByteView(tiff, ByteOrder::Big).StartsWith(kExifMark)) tiff = tiff.subspan(kExifPrefix);
+  const MemorySource source(tiff);
   const auto header = ReadTiffHeader(source, 0);
   if (!header || !header->IsTiff()) return;
   data.littleEndian = header->order == ByteOrder::Little;
-  ExifWalk(data, source, ByteView(bytes, header->order), BlockRules()).WalkIfd0(header->firstDirectory);
+  ExifWalk(data, source, ByteView(tiff, header->order), BlockRules()).WalkIfd0(header->firstDirectory);
 }
 
 void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, TiffMagic magic) {

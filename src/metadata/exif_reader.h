@@ -16,6 +16,10 @@ namespace ml::metadata {
 /// header. Throws ExifException where the block ends too early; the record keeps what was read until then.
 void ReadExifBlock(ExifData& data, std::span<const std::byte> segment);
 
+/// The same without a segment around it, as PNG and JPEG 2000 files hold it: `tiff` begins with the TIFF header, in
+/// files of some programs with the start of the segment in front.
+void ReadExifTiff(ExifData& data, std::span<const std::byte> tiff);
+
 /// A TIFF file, or a raw file with its TIFF header at `baseOffset`. Reads directories and the values it keeps, never
 /// pictures. A broken structure ends the reading without a sign; the record keeps what was read until then.
 void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, TiffMagic magic);

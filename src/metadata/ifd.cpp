@@ -12,6 +12,26 @@ IfdEntry ReadIfdEntry(ByteView directory, std::size_t index) {
   return entry;
 }
 
+FileRange IfdValueRange(const IfdEntry& entry, std::uint64_t base) {
+  constexpr std::uint64_t kInEntry = 4, kValueField = 8;
+  const auto size = std::uint64_t{entry.count} * std::max(TypeSize(entry.type), 1U);
+  if (size <= kInEntry) return {entry.position + kValueField, size};
+  return {base + entry.rawValue, size};
+}
+
+std::vector<std::uint32_t> ReadIfdNumbers(const ByteSource& source, ByteOrder order, const IfdEntry& entry,
+                                          FileRange place, std::uint32_t most) {
+  const std::size_t width = entry.Is(IfdType::Short) ? 2 : 4;
+  const auto bytes = source.ReadUpTo(place.position, std::min<std::uint64_t>(place.size, most * width));
+  const ByteView view(bytes, order);
+  std::vector<std::uint32_t> numbers;
+  numbers.reserve(bytes.size() / width);
+  for (std::size_t at = 0; at + width <= view.Size(); at += width) {
+    numbers.push_back(width == 2 ? view.readShort(at) : view.readLong(at));
+  }
+  return numbers;
+}
+
 std::optional<TiffHeader> ReadTiffHeader(const ByteSource& source, std::uint64_t base) {
   std::array<std::byte, 8> bytes{};
   if (source.ReadSome(base, bytes) != bytes.size()) return std::nullopt;
@@ -20,6 +40,18 @@ std::optional<TiffHeader> ReadTiffHeader(const ByteSource& source, std::uint64_t
   if (!little && !marks.StartsWith("MM")) return std::nullopt;
   const auto view = marks.WithOrder(little ? ByteOrder::Little : ByteOrder::Big);
   return TiffHeader{view.Order(), view.readShort(2), view.readLong(4)};
+}
+
+std::uint32_t ReadIfdLink(const ByteSource& source, ByteOrder order, std::uint64_t position) {
+  std::array<std::byte, 4> link{};
+  return source.ReadSome(position, link) == link.size() ? ByteView(link, order).readLong(0) : 0;
+}
+
+std::uint32_t NextDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset) {
+  const auto position = base + offset;
+  std::array<std::byte, 2> count{};
+  if (source.ReadSome(position, count) != count.size()) return 0;
+  return ReadIfdLink(source, order, position + 2 + ByteView(count, order).readShort(0) * kIfdEntrySize);
 }
 
 Visit IfdWalker::Walk(std::uint32_t offset, const IfdVisitor& visitor) { return Walk(offset, policy_, visitor); }
@@ -48,12 +80,7 @@ Visit IfdWalker::WalkOne(std::uint64_t position, const IfdPolicy& policy, const 
     entry.position = position + 2 + i * kIfdEntrySize;
     if (visitor(entry) == Visit::Stop) return Visit::Stop;
   }
-  if (policy.followNext) {
-    std::array<std::byte, 4> link{};
-    // Some writers leave the link out behind the last directory of the file.
-    const auto end = position + 2 + size;
-    if (source_.ReadSome(end, link) == link.size()) next = ByteView(link, order_).readLong(0);
-  }
+  if (policy.followNext) next = ReadIfdLink(source_, order_, position + 2 + size);
   return Visit::Continue;
 }
 

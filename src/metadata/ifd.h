@@ -5,9 +5,11 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <vector>
 
 #include "metadata/byte_source.h"
 #include "metadata/byte_view.h"
+#include "metadata/file_range.h"
 
 /// The structure that all TIFF-like data share: a header and chains of directories of 12-byte entries.
 namespace ml::metadata {
@@ -45,6 +47,13 @@ constexpr std::uint32_t TypeSize(std::uint16_t type) {
 /// The entry at `index` of a view that begins with the first entry.
 IfdEntry ReadIfdEntry(ByteView directory, std::size_t index);
 
+/// Where the value of an entry stands whose `position` is known: in the entry itself if it has at most four bytes. Not
+/// looked whether the source is that long. Types that nobody defined count as bytes.
+FileRange IfdValueRange(const IfdEntry& entry, std::uint64_t base);
+/// The value in `place` as numbers, shorts or else longs: at most `most`, and no more than the source holds.
+std::vector<std::uint32_t> ReadIfdNumbers(const ByteSource& source, ByteOrder order, const IfdEntry& entry,
+                                          FileRange place, std::uint32_t most);
+
 struct TiffHeader {
   ByteOrder order = ByteOrder::Little;
   std::uint16_t magic = 0;
@@ -53,6 +62,12 @@ struct TiffHeader {
 };
 /// The header at `base`; nothing if it is cut short or shows no byte order.
 std::optional<TiffHeader> ReadTiffHeader(const ByteSource& source, std::uint64_t base);
+
+/// The link behind the last entry of a directory; 0 where the source ends before it, as some writers leave it out
+/// behind the last directory of a file.
+std::uint32_t ReadIfdLink(const ByteSource& source, ByteOrder order, std::uint64_t position);
+/// What the directory at `offset` is chained to; 0 at the end of the chain and where there is no directory.
+std::uint32_t NextDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset);
 
 struct IfdPolicy {
   std::uint64_t base = 0;             ///< where the TIFF header stands; directory offsets count from there

@@ -119,6 +119,7 @@ std::optional<PngInfo> ReadPngInfo(const ByteSource& source) {
   int bad = 0;
   while ((chunk = chunks.Next())) {
     if (chunk->type == "iCCP") info->hasIccProfile = true;
+    if (chunk->type == "eXIf" && info->exif.size == 0) info->exif = chunk->data;
     const bool full = total >= kMaxAllTexts || info->texts.size() >= kMaxTexts || bad > kMaxBadTexts;
     if (full || !IsText(chunk->type)) continue;
     auto text = ReadText(source, *chunk);

@@ -49,6 +49,7 @@ struct PngInfo {
   int colourType = 0;  ///< 0 grey, 2 RGB, 3 palette, 4 grey and alpha, 6 RGB and alpha
   bool interlaced = false;
   bool hasIccProfile = false;
+  FileRange exif;  ///< a TIFF structure; empty if there is none
   /// From tEXt, zTXt and iTXt chunks in file order. A text above 1 MiB or whose compressed form is damaged is
   /// left out, as is whatever comes after 8 MiB in all.
   std::vector<PngText> texts;

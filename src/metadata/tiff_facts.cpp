@@ -13,25 +13,10 @@ constexpr std::uint32_t kMaxProfile = std::uint32_t{8} << 20;
 
 /// Shorts or longs. Empty if they are of another type, too many or not in the file.
 std::vector<std::uint32_t> ReadList(const ByteSource& source, ByteOrder order, const IfdEntry& entry) {
-  const std::size_t width = entry.Is(IfdType::Short) ? 2 : entry.Is(IfdType::Long) ? 4 : 0;
-  if (width == 0 || entry.count == 0 || entry.count > kMaxList) return {};
-  if (entry.count == 1) return {entry.value};
-  if (width == 2 && entry.count == 2) {  // both stand in the value field, the first one first
-    const auto first = order == ByteOrder::Big ? entry.rawValue >> 16 : entry.rawValue & 0xffff;
-    return {first, order == ByteOrder::Big ? entry.rawValue & 0xffff : entry.rawValue >> 16};
-  }
-  try {
-    const auto bytes = source.Read(entry.value, entry.count * width);
-    const ByteView view(bytes, order);
-    std::vector<std::uint32_t> values;
-    values.reserve(entry.count);
-    for (std::size_t i = 0; i < entry.count; ++i) {
-      values.push_back(width == 2 ? view.readShort(i * 2) : view.readLong(i * 4));
-    }
-    return values;
-  } catch (ExifException) {
-    return {};
-  }
+  if ((!entry.Is(IfdType::Short) && !entry.Is(IfdType::Long)) || entry.count > kMaxList) return {};
+  auto values = ReadIfdNumbers(source, order, entry, IfdValueRange(entry, 0), kMaxList);
+  if (values.size() != entry.count) values.clear();
+  return values;
 }
 
 struct Lists {

@@ -12,25 +12,18 @@ using namespace tiff_tag;
 constexpr std::uint32_t kOldJpeg = 6, kJpeg = 7;  ///< values of the compression tag
 constexpr std::uint32_t kMaxSubDirectories = 16;
 
-template <class Step>
-void Tolerate(Step&& step) {
-  try {
-    step();
-  } catch (ExifException) {
-    return;
-  }
-}
-
 }  // namespace
 
 void TiffJpegs::TakeDirectory(std::uint32_t offset) {
   Directory found;
-  Tolerate([&] {
+  try {
     walker_.Walk(offset, [&](const IfdEntry& entry) {
       Note(entry, found);
       return Visit::Continue;
     });
-  });
+  } catch (ExifException) {
+    // What was found until then counts.
+  }
   if (found.jpegOffset != 0) Offer(base_ + found.jpegOffset, found.jpegLength);
   const bool jpeg = found.compression == kOldJpeg || found.compression == kJpeg;
   if (jpeg && found.stripOffset != 0) Offer(base_ + found.stripOffset, found.stripLength);
@@ -41,18 +34,14 @@ void TiffJpegs::TakeDirectory(std::uint32_t offset) {
 void TiffJpegs::TakeChain(std::uint32_t offset) {
   for (std::size_t i = 0; i < IfdWalker::kMaxDirectories && offset != 0; ++i) {
     TakeDirectory(offset);
-    offset = Successor(offset);
+    offset = NextDirectory(source_, order_, base_, offset);
   }
 }
 
 void TiffJpegs::TakeSubDirectories() {
   for (const auto& entry : std::exchange(subDirectories_, {})) {
-    for (std::uint32_t i = 0; i < std::min(entry.count, kMaxSubDirectories); ++i) {
-      Tolerate([&] {
-        const bool single = entry.count == 1;
-        TakeDirectory(single ? entry.value : source_.ReadNumber(base_ + entry.value + 4ULL * i, 4, order_));
-      });
-    }
+    const auto offsets = ReadIfdNumbers(source_, order_, entry, IfdValueRange(entry, base_), kMaxSubDirectories);
+    for (const auto offset : offsets) TakeDirectory(offset);
   }
 }
 
@@ -90,16 +79,6 @@ void TiffJpegs::Note(const IfdEntry& entry, Directory& found) {
     default:
       return;
   }
-}
-
-/// The link behind the last entry; 0 where it is missing.
-std::uint32_t TiffJpegs::Successor(std::uint32_t offset) const {
-  std::uint32_t next = 0;
-  Tolerate([&] {
-    const std::uint64_t count = source_.ReadNumber(base_ + offset, 2, order_);
-    next = source_.ReadNumber(base_ + offset + 2 + count * kIfdEntrySize, 4, order_);
-  });
-  return next;
 }
 
 }  // namespace ml::metadata

@@ -38,7 +38,6 @@ class TiffJpegs {
     IfdEntry subDirectories;
   };
   static void Note(const IfdEntry& entry, Directory& found);
-  std::uint32_t Successor(std::uint32_t offset) const;
 
   const ByteSource& source_;
   std::uint64_t base_;

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "metadata/ifd.h"
+#include "metadata/olympus/olympus_note.h"
 #include "metadata/tiff_jpegs.h"
 #include "metadata/tiff_tags.h"
 
@@ -15,15 +16,6 @@ constexpr std::uint32_t kShortestNote = 5;  ///< anything shorter stands in the 
 /// "Olympus Tags": start and length of the preview in the note itself, or in its directory of camera settings.
 constexpr std::uint16_t kNotePreviewStart = 0x88, kNotePreviewLength = 0x89, kCameraSettings = 0x2020,
                         kSettingsPreviewStart = 0x101, kSettingsPreviewLength = 0x102;
-
-/// How a maker note begins, where its directory follows, and whether its offsets count from its own start
-/// rather than from the TIFF header.
-struct NoteForm {
-  std::string_view start;
-  std::uint32_t directory;
-  bool ownBase;
-};
-constexpr NoteForm kNoteForms[] = {{"OLYMPUS", 12, true}, {"OLYMP", 8, false}, {"", 0, false}};
 
 struct TiffPlace {
   std::uint64_t base = 0;
@@ -46,14 +38,11 @@ std::uint32_t OfferFromNote(IfdWalker& walker, std::uint32_t directory, std::uin
 
 void TakeNote(const ByteSource& source, const TiffPlace& tiff, std::uint32_t offset, TiffJpegs& jpegs) {
   const auto position = tiff.base + offset;
-  const auto start = source.ReadUpTo(position, 12);
-  const ByteView head(start, ByteOrder::Big);
-  const auto* form = kNoteForms;
-  while (!head.StartsWith(form->start)) ++form;  // the last one fits everything
-  const auto ownOrder = head.StartsWith("MM", 8) ? ByteOrder::Big : ByteOrder::Little;
-  const auto base = form->ownBase ? position : tiff.base;
-  const auto directory = (form->ownBase ? 0 : offset) + form->directory;
-  IfdWalker walker(source, form->ownBase ? ownOrder : tiff.order, {.base = base, .followNext = false});
+  const auto start = source.ReadUpTo(position, kLongestOlympusHead);
+  const auto head = ReadOlympusHead(ByteView(start, ByteOrder::Big));
+  const auto base = head.order ? position : tiff.base;
+  const auto directory = (head.order ? 0 : offset) + head.directory;
+  IfdWalker walker(source, head.order.value_or(tiff.order), {.base = base, .followNext = false});
   const auto settings = OfferFromNote(walker, directory, kNotePreviewStart, kNotePreviewLength, base, jpegs);
   OfferFromNote(walker, settings, kSettingsPreviewStart, kSettingsPreviewLength, base, jpegs);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "platform/numbers.h"
 
@@ -46,6 +47,12 @@ std::string FormatStops(double stops) {
 std::string ShutterText(double seconds) {
   if (!(seconds > 0)) return {};
   return seconds < 0.3 ? "1/" + platform::FixedNumber(std::round(1 / seconds), 0) : platform::ShortNumber(seconds);
+}
+
+ShutterTime ReadShutterText(const std::string& text) {
+  constexpr std::string_view kFraction = "1/";
+  if (!text.starts_with(kFraction)) return {.seconds = platform::LeadingNumber(text)};
+  return {.fraction = std::max(platform::LeadingInteger(text.substr(kFraction.size())), 0)};
 }
 
 std::string ApertureText(double fNumber) { return fNumber > 0 ? platform::FixedNumber(fNumber, 1) : std::string(); }

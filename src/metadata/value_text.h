@@ -13,6 +13,12 @@ namespace ml::metadata {
 std::string FormatStops(double stops);
 /// "1/250" for times under 0.3 seconds, else the seconds. Empty for what is no time.
 std::string ShutterText(double seconds);
+/// The way back: 250 of "1/250", or else the seconds; 0 for what the text does not tell.
+struct ShutterTime {
+  std::int32_t fraction = 0;
+  double seconds = 0;
+};
+ShutterTime ReadShutterText(const std::string& text);
 /// "2.8"; empty for what is no f-number.
 std::string ApertureText(double fNumber);
 /// Metres with fewer decimals the farther away, without the unit; empty below 0.001.

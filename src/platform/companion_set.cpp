@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <initializer_list>
+#include <optional>
 
 #include "platform/paths.h"
 #include "platform/read_directory.h"
@@ -40,9 +41,11 @@ std::string FindCompanion(const std::string& path, std::string_view extension, D
 }
 
 std::string FindCompanion(const std::string& path, std::string_view extension) {
+  thread_local std::optional<DirIndex> last;
   const auto directory = DirectoryOf(path);
-  DirIndex index(directory.empty() ? "." : std::string(directory));
-  return FindCompanion(path, extension, index);
+  const std::string place(directory.empty() ? "." : directory);
+  if (!last || last->Directory() != place) last.emplace(place);
+  return FindCompanion(path, extension, *last);
 }
 
 CompanionSet FindCompanions(const std::string& path, CompanionFacts facts, DirIndex& index) {

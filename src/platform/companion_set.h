@@ -30,6 +30,9 @@ CompanionSet FindCompanions(const std::string& path, CompanionFacts facts, DirIn
 /// The file beside `path` with the same stem and `extension` (lower case, with its dot), in any case; empty if
 /// there is none. `index` must be that of the directory of `path`.
 std::string FindCompanion(const std::string& path, std::string_view extension, DirIndex& index);
+/// The same for those who are asked about one file after the other: the index of the directory that was looked into
+/// last stays with the thread.
+std::string FindCompanion(const std::string& path, std::string_view extension);
 
 /// The same for whoever asks about one file only.
 std::string FindCompanion(const std::string& path, std::string_view extension);

@@ -3,11 +3,13 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/errors.h"
+#include "platform/file_system.h"
 #include "platform/paths.h"
 
 namespace ml::platform {
@@ -48,7 +50,8 @@ std::string companyConfigDir() { return JoinPath(BaseDir("XDG_CONFIG_HOME", ".co
 void ensureDirectory(const std::string& directory, const std::string& wording) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
-  if (error || !std::filesystem::is_directory(directory, error)) throw UserError(wording + directory);
+  const int cause = error ? error.value() : std::filesystem::is_directory(directory, error) ? 0 : ENOTDIR;
+  if (cause != 0) throw UserError(wording + directory + "\n" + ErrorText(cause));
 }
 
 }  // namespace ml::platform

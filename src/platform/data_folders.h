@@ -18,7 +18,8 @@ std::string homeDir();
 /// Full path of the running program; empty if the system does not tell.
 std::string executablePath();
 
-/// Makes `directory` and what is missing above it. Throws UserError with `wording` + the path if it cannot.
+/// Makes `directory` and what is missing above it. Throws UserError with `wording`, the path and the cause
+/// on a line of its own if it cannot.
 void ensureDirectory(const std::string& directory, const std::string& wording = "Unable to create directory:\n");
 
 }  // namespace ml::platform

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// Numbers to text and back, always with "." as decimal separator.
 namespace ml::platform {
@@ -22,5 +25,15 @@ std::string ExactNumber(double value);
 std::int32_t LeadingInteger(std::string_view text);
 /// The decimal number at the front, as atof reads it: 0 if there is none.
 double LeadingNumber(std::string_view text);
+
+/// The number that all of `text` is, digits of `base` for an integer; blanks and a plus sign are none.
+template <class Number, class... Base>
+std::optional<Number> WholeNumber(std::string_view text, Base... base) {
+  Number number{};
+  const auto* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number, base...);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
 
 }  // namespace ml::platform

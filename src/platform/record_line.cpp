@@ -1,9 +1,9 @@
 #include "platform/record_line.h"
 
-#include <charconv>
 #include <span>
 
 #include "platform/content_hash.h"
+#include "platform/numbers.h"
 #include "platform/text.h"
 
 namespace ml::platform {
@@ -27,8 +27,9 @@ bool ReadLine(std::string_view line, std::vector<std::string>& fields) {
 
 template <class Number>
 bool ReadWholeNumber(std::string_view text, Number& value) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc() && end == text.data() + text.size();
+  const auto number = WholeNumber<Number>(text);
+  value = number.value_or(value);
+  return number.has_value();
 }
 
 }  // namespace

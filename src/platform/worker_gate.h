@@ -12,7 +12,7 @@ class WorkerGate {
   virtual void Resume() = 0;
 };
 
-/// A pause for one scope.
+/// A pause for one scope, or until a gated call inside of it, which resumes.
 class PauseGuard {
  public:
   explicit PauseGuard(WorkerGate& gate) : gate_(gate) { gate_.Pause(); }

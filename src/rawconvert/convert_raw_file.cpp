@@ -1,6 +1,5 @@
 #include "rawconvert/convert_raw_file.h"
 
-#include <cstdio>
 #include <thread>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "imaging/operators/sharpen_luma.h"
 #include "imaging/scale.h"
 #include "metadata/exif_data.h"
+#include "metadata/value_text.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
 #include "rawconvert/develop_raw_file.h"
@@ -39,12 +39,9 @@ void ShowSource(const std::string& source, const ConversionOptions& options, pla
   }
 }
 
-/// "1/250" or a number of seconds; 0 for a fraction of nothing.
 double Seconds(const std::string& shutter) {
-  int numerator = 0, denominator = 0;
-  if (std::sscanf(shutter.c_str(), "%d/%d", &numerator, &denominator) == 2)
-    return denominator > 0 ? static_cast<double>(numerator) / denominator : 0;
-  return platform::LeadingNumber(shutter);
+  const auto time = metadata::ReadShutterText(shutter);
+  return time.fraction > 0 ? 1.0 / time.fraction : time.seconds;
 }
 
 void ReduceNoise(imaging::PixelBuffer& pixels, const imaging::CSmNR& filter, const metadata::ExifData& exif,

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "imagefiles/size_fitting.h"
 #include "imaging/magick/magick_image.h"
 #include "imaging/operators/auto_levels.h"
 #include "imaging/operators/picture_operators.h"
@@ -78,7 +79,7 @@ void PostProcess(PixelBuffer& pixels, const RawConversionSettings& settings, int
   if (settings.resize != 0) {
     steps.Begin(messages::kResizing);
     const auto size =
-        imaging::FitSize({image->Width(), image->Height()}, {settings.resizeWidth, settings.resizeHeight});
+        imagefiles::FillBox({image->Width(), image->Height()}, {settings.resizeWidth, settings.resizeHeight});
     image->Resize(size.width, size.height, imaging::ResizeFilter::Sinc);
   }
   steps.Begin();

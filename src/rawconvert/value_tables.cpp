@@ -55,9 +55,6 @@ constexpr std::array kPhotoEffects = {
     ValueRow{3, "Low sharpening"}, ValueRow{4, "Sepia"}, ValueRow{5, "Black and White"}, ValueRow{6, "Custom"}};
 constexpr std::array kColourSpaces = {ValueRow{0, kAsShotText}, ValueRow{1, "sRGB"}, ValueRow{2, "AdobeRGB"}};
 
-/// By the place in a batch dialog's list.
-constexpr std::array kBalanceByIndex = {kAsShot, 0, 1, 2, 3, 4, 14, 5, 6};
-
 }  // namespace
 
 std::span<const ValueRow> ContrastValues(LevelSteps steps) {
@@ -98,13 +95,6 @@ std::string_view LabelOf(std::span<const ValueRow> rows, int value) {
     if (row.value == value) return row.label;
   }
   return {};
-}
-
-int DevelopValueOfIndex(int index) { return index - 2 < -1 ? kAsShot : index - 2; }
-
-int WhiteBalanceOfIndex(int index) {
-  const auto place = static_cast<std::size_t>(index);
-  return index < 0 || place >= kBalanceByIndex.size() ? kAsShot : kBalanceByIndex[place];
 }
 
 }  // namespace ml::rawconvert

@@ -42,8 +42,4 @@ std::string CustomPointLabel(WhitePoint point);
 /// Empty if no row has this value.
 std::string_view LabelOf(std::span<const ValueRow> rows, int value);
 
-/// From the places of a batch dialog's lists: contrast, saturation and sharpness; white balance.
-int DevelopValueOfIndex(int index);
-int WhiteBalanceOfIndex(int index);
-
 }  // namespace ml::rawconvert

@@ -1,7 +1,6 @@
 #include "settings/setting_list.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -29,22 +28,13 @@ SettingValue ValueIn(const SettingSlot& slot) {
       slot);
 }
 
-/// The number that is the whole of `text`.
-template <class Number>
-std::optional<Number> WholeNumber(std::string_view text) {
-  Number value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
 [[noreturn]] void Refuse(const SettingRow& row, std::string_view range) {
   throw platform::UserError(SettingTakes(row.key, range));
 }
 
 void AssignNumber(const SettingRow& row, const SettingSlot& slot, std::string_view text) {
   const bool isByte = TypeOf(slot) == SettingType::Byte;
-  const auto number = WholeNumber<std::int32_t>(text);
+  const auto number = platform::WholeNumber<std::int32_t>(text);
   const bool fits =
       number && (!isByte || (*number >= 0 && *number <= std::int32_t{std::numeric_limits<std::uint8_t>::max()}));
   if (!fits) Refuse(row, isByte ? kByteRange : kDwordRange);
@@ -62,7 +52,7 @@ void AssignText(const SettingRow& row, const SettingSlot& slot, std::string_view
       *std::get<std::string*>(slot) = text;
       break;
     case SettingType::Decimal: {
-      const auto number = WholeNumber<double>(text);
+      const auto number = platform::WholeNumber<double>(text);
       if (!number || !std::isfinite(*number)) Refuse(row, kDecimalRange);
       *std::get<double*>(slot) = *number;
       break;

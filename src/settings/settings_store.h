@@ -20,7 +20,7 @@ class SettingsStore {
   const std::string& Path() const { return path_; }
 
   /// The defaults with what the file holds in their place. A file that is missing or cannot be read costs
-  /// nothing; if it does not parse, `warning` (otherwise null) gets a sentence for standard error.
+  /// nothing; if it does not parse, `warning` (otherwise null) gets a sentence for the user.
   Settings Load(std::string* warning = nullptr);
 
   /// Reads the file again and puts over it what this run changed since Load() or the last Save(); with

@@ -193,6 +193,12 @@ TEST(CommandMarks, FollowTheState) {
   EXPECT_TRUE(FindCommand(Id::LargeThumbnails).checked(state));
   state.fullView = true;
   EXPECT_FALSE(FindCommand(Id::ShowControls).checked(state));
+  const auto& points = FindCommand(Id::ShowFocusPoints);
+  state.focusPoints = state.targetFromCanonEos = true;
+  EXPECT_TRUE(points.enabled(state));
+  state.mode = ViewMode::Thumbnails;
+  EXPECT_FALSE(points.enabled(state));
+  EXPECT_TRUE(points.checked(state)) << "off, but still marked";
 }
 
 TEST(CommandTable, IsWhole) {

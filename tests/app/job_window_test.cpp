@@ -77,21 +77,6 @@ TEST(JobWindowTest, LongJobShowsItsProgressAndEndsWhenCancelled) {
   EXPECT_EQ(Window(), nullptr);
 }
 
-TEST(JobWindowTest, AQuestionAtTheEndOfTheProgramIsAnsweredWithNo) {
-  QtInteraction ask(nullptr);
-  Button answer = Button::Yes;
-  RunJob(nullptr, {.title = QStringLiteral("Cut off")}, ask, [&](const JobHost& host, const std::stop_token& stop) {
-    QMetaObject::invokeMethod(
-        qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
-    while (!stop.stop_requested()) Rest();
-    answer = host.ask.ask({.text = "Go on?", .buttons = Buttons::YesNo});
-  });
-  EXPECT_EQ(answer, Button::No);
-  // Only a main event loop takes the wish to end off the thread.
-  QTimer::singleShot(0, [] { QCoreApplication::exit(); });
-  QCoreApplication::exec();
-}
-
 TEST(JobWindowTest, TwoBarsTellOfTheFileAndOfAll) {
   test::ScriptedInteraction ask;
   std::vector<std::pair<int, int>> told;
@@ -126,16 +111,27 @@ TEST(JobWindowTest, QuietJobHasNoneHoweverLongItTakes) {
   test::ScriptedInteraction ask;
   std::atomic<bool> enough = false;
   bool seen = false;
-  WhileItRuns([&] {
-    seen = seen || Window() != nullptr;
-    return enough.load();
-  });
+  const std::unique_ptr<QTimer> timer(WhileItRuns([&] { return (seen = seen || Window() != nullptr), false; }));
   QTimer::singleShot(900, [&] { enough = true; });
   RunJob(nullptr, {.title = QStringLiteral("Quiet"), .shows = JobWindowShows::Never}, ask,
          [&](const JobHost&, const std::stop_token&) {
            while (!enough) Rest();
          });
   EXPECT_FALSE(seen);
+}
+
+TEST(JobWindowTest, QuestionsAreAnsweredWhenTheProgramEnds) {
+  QtInteraction ask(nullptr);
+  auto answer = Button::Ok;
+  QTimer::singleShot(0, [&] {
+    QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+    RunJob(nullptr, {.title = QStringLiteral("Asking")}, ask, [&](const JobHost& host, const std::stop_token& stop) {
+      while (!stop.stop_requested()) Rest();
+      answer = host.ask.ask({.text = "Go on?", .buttons = Buttons::OkCancel});
+    });
+  });
+  QApplication::exec();
+  EXPECT_EQ(answer, Button::Cancel);
 }
 
 }  // namespace

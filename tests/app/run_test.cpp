@@ -155,6 +155,11 @@ TEST_F(Run, ShowsTagsAndRemembers) {
     EXPECT_EQ(session.settings.recentDirectories, Names{photos.Path()});
     EXPECT_EQ(frame.size(), QSize(701, 602));
   });
+  std::filesystem::remove(photos / "img_10.jpg");
+  Start({}, [&](CMainFrame&, Session& session) { EXPECT_EQ(session.list.currentPath, photos / "img_2.jpg"); });
+  std::filesystem::remove_all(photos.Path());
+  Start({}, [&](CMainFrame&, Session& session) { EXPECT_TRUE(session.list.Empty()); });
+  EXPECT_TRUE(boxes.empty()) << "what is gone is passed over";
 }
 
 TEST_F(Run, ShowsExactlyTheNamedFiles) {

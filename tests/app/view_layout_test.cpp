@@ -89,7 +89,8 @@ TEST(FileKinds, AreToldByTheName) {
   for (const auto& c :
        {Case{"/a/x.JPEG", {.jpeg = true, .holdsIptc = true}}, Case{"/a/x.tiff", {.tiff = true, .holdsIptc = true}},
         Case{"/a/x.Nef", {.raw = true, .holdsIptc = true}}, Case{"/a/x.crw", {.raw = true, .crw = true}},
-        Case{"/a/x.avi", {.avi = true}}, Case{"/a/x.orf", {}}, Case{"/a/x.gif", {}}}) {
+        Case{"/a/x.THM", {.raw = true}}, Case{"/a/x.avi", {.avi = true}}, Case{"/a/x.orf", {}}, Case{"/a/x.mrw", {}},
+        Case{"/a/x.raf", {}}, Case{"/a/x.pef", {}}, Case{"/a/x.gif", {}}}) {
     EXPECT_EQ(memory.Of(c.path), c.kinds) << c.path;
   }
 }

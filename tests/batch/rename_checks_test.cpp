@@ -71,7 +71,8 @@ TEST(CheckNewNames, LooksAtWhatGoesWithTheImages) {
 }
 
 TEST(CheckNewNames, ConflictsComeBeforeAllElse) {
-  NewNames names{.rows = {{.oldName = "a.jpg", .newName = "?.jpg", .conflict = true}, {.oldName = "b.jpg", .newName = "b.jpg"}}};
+  NewNames names{
+      .rows = {{.oldName = "a.jpg", .newName = "?.jpg", .conflict = true}, {.oldName = "b.jpg", .newName = "b.jpg"}}};
   imagefiles::CompanionFinder companions{{}};
   try {
     CheckNewNames("/", names, catalogue::CaseMode::Unchanged, companions);
@@ -80,11 +81,6 @@ TEST(CheckNewNames, ConflictsComeBeforeAllElse) {
     EXPECT_STREQ(error.what(), "New names conflict with existing files.\nPlease choose a different renaming scheme");
   }
   EXPECT_EQ(ConflictMessage(names).text, "ERROR: the following filenames conflict with\nexisting files:\n?.jpg");
-}
-
-TEST(FollowRename, ReplacesOldPaths) {
-  const RenamePaths renamed{{"/d/a.jpg", "/d/b.jpg"}, {"/d/b.jpg", "/d/c.jpg"}};
-  EXPECT_EQ(FollowRename({"/d/B.jpg", "/d/a.jpg", "/e/a.jpg"}, renamed), (Names{"/d/c.jpg", "/d/b.jpg", "/e/a.jpg"}));
 }
 
 }  // namespace

@@ -235,7 +235,7 @@ TEST_F(Worker, RemovingAndInvalidatingKeepTheOthersRecords) {
   thread_.InvalidateEntries({1, 7});
   WaitUntilFinished(2);
   EXPECT_EQ(maker_.Asked(), Names({"d"}));
-  thread_.RemoveEntry(0);
+  thread_.RemoveEntries({0});
   EXPECT_EQ(list_.files, Names({"d"}));
 }
 

@@ -45,6 +45,20 @@ TEST(FitToLimits, FollowsTheRuleInWholeNumbers) {
   }
 }
 
+TEST(FillBox, TakesTheWidthOrElseTheHeightOfTheBox) {
+  struct Case {
+    imaging::PictureSize picture, box, size;
+  };
+  const Case cases[] = {{{3072, 2048}, {3000, 3000}, {3000, 2000}},
+                        {{2048, 3072}, {3000, 3000}, {2000, 3000}},
+                        {{100, 50}, {3000, 3000}, {3000, 1500}},
+                        {{30000, 20000}, {150000, 150000}, {150000, 100000}}};
+  for (const auto& c : cases) {
+    const auto size = FillBox(c.picture, c.box);
+    EXPECT_EQ(std::pair(size.width, size.height), std::pair(c.size.width, c.size.height));
+  }
+}
+
 class JpegPicture : public testing::Test {
  protected:
   std::unique_ptr<ImageFile> Open(const std::string& bytes, const ImageFileOptions& options = {}) {

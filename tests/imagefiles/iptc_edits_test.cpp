@@ -13,6 +13,7 @@
 #include "support/metadata_blocks.h"
 #include "support/png_builder.h"
 #include "support/psd_builder.h"
+#include "support/refusal.h"
 #include "support/temp_dir.h"
 
 namespace ml::imagefiles {
@@ -75,6 +76,16 @@ TEST_F(IptcEdits, EachFormatHoldsThem) {
     ApplyIptc(*Open(path), values, Tools());
     EXPECT_EQ(Read(path), values) << name;
     EXPECT_EQ(test::ReadAll(path) == content, needsThm) << name;
+  }
+}
+
+TEST_F(IptcEdits, AFileThatIsGoneIsReadOnly) {
+  const std::pair<const char*, const char*> sentences[] = {
+      {"gone.psd", "Unable to write IPTC data because image is read-only"},
+      {"gone.png", "Unable to write IPTC because image is read-only"}};
+  for (const auto& [name, sentence] : sentences) {
+    ImageFile gone(*FindFormat(name), dir / name, options);
+    EXPECT_EQ(test::Refusal([&] { WriteIptc(gone, {}, edit); }), sentence);
   }
 }
 

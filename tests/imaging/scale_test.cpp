@@ -38,13 +38,6 @@ TEST(NearestSteps, MoveByErrorAccumulation) {
   }
 }
 
-TEST(ScaleNearest, TakesWholePixelsOfWholeRows) {
-  const auto source = Of(3, 3, {10, 20, 30, 40, 50, 60, 70, 80, 90});
-  const auto half = ScaleNearest(source, 2, 2);
-  EXPECT_EQ(FirstChannels(half), (Ints{10, 30, 70, 90}));
-  EXPECT_EQ(half.Row(1)[5], std::byte{92});
-}
-
 TEST(ScaleAverage, WeighsByArea) {
   EXPECT_EQ(FirstChannels(ScaleAverage(Of(2, 2, {10, 20, 30, 40}), 1, 1)), Ints{25});
   EXPECT_EQ(FirstChannels(ScaleAverage(Of(3, 1, {0, 90, 30}), 2, 1)), (Ints{30, 50}));

@@ -324,6 +324,8 @@ TEST(CanonFunctions, ThoseOfTheEos1DInEitherByteOrder) {
   };
   EXPECT_EQ(textOf(3, 1, true), kHeading + "\nCFn 2: No exposure without CF card");
   EXPECT_EQ(textOf(0, 0, false), kDefaults);
+  const std::string dials = "\nCFn 11: AF point selection: horizontal=FEL + Main dial, vertical=FEL + Quick dial";
+  EXPECT_EQ(textOf(12, 3, false), kHeading + dials + dials) << "once for either dial";
   EXPECT_EQ(textOf(3, 1, false, 21), kDefaults) << "an array of another size";
   EXPECT_EQ(textOf(3, 1, false, 23), kDefaults);
 }

@@ -2,7 +2,9 @@
 
 #include <string>
 
+#include "metadata/exif_comment.h"
 #include "metadata/exif_data.h"
+#include "metadata/exif_files.h"
 #include "metadata/xmp_scan.h"
 #include "platform/text.h"
 #include "support/bmp_builder.h"
@@ -57,6 +59,47 @@ TEST(ExifFormats, TextsOfPngFiles) {
   EXPECT_EQ(data.model, "Sample 1");
   EXPECT_EQ(data.dateTime, "2003:05:17 10:11:12");
   EXPECT_NE(read("17 May 2003").dateTime, "17 May 2003");
+}
+
+TEST(ExifFormats, ExifDataBesideAPicture) {
+  const test::TempDir dir;
+  const auto picture = test::PaintPlain(33, 17, 0x808080);
+  const auto exif = test::CameraExif().Build();
+  const std::string_view uuid = "JpgTiffExif->JP2";
+  const auto png = [&](const std::string& chunks) { return test::EncodePng(picture, {.before = chunks}); };
+  const auto jp2 = [&](const std::string& box) {
+    return test::EncodeJp2(picture, {.before = test::Jp2UuidBox(uuid, box)});
+  };
+  struct Case {
+    const char* name;
+    std::string content, comment;
+  };
+  const auto chunk = test::PngChunk("eXIf", exif);
+  const Case cases[] = {
+      {"a.png", png(chunk), ""},
+      {"b.png",
+       png(test::PngText("Description", "A text") + test::PngText("Source", "Other") + chunk +
+           test::PngChunk("eXIf", "MM")),
+       "A text"},
+      {"a.jp2", jp2(exif), "A comment"},
+      {"b.jpf", jp2(std::string("Exif\0\0", 6) + exif), "A comment"},
+  };
+  for (const auto& c : cases) {
+    const ExifData data(dir.Write(c.name, c.content));
+    EXPECT_EQ(std::tuple(data.make, data.model, data.shutterSpeed), std::tuple("Tarnwick", "Sample 1", "1/250"))
+        << c.name;
+    EXPECT_EQ(data.dateTime, "2003:05:17 10:11:12") << c.name;
+    EXPECT_EQ(GetExifComment(data), c.comment) << c.name;
+    EXPECT_EQ(std::pair(data.imageWidth, data.imageHeight), std::pair(33, 17)) << c.name;
+    EXPECT_EQ(data.orientation, 0) << c.name << ": shown as it lies";
+    EXPECT_FALSE(data.exifInvalid) << c.name;
+  }
+  const auto half = exif.substr(0, 40);
+  for (const auto& [name, content] : {std::pair{"c.png", png(test::PngChunk("eXIf", half))}, {"c.jp2", jp2(half)}}) {
+    const ExifData data(dir.Write(name, content));
+    EXPECT_TRUE(data.exifInvalid) << name;
+    EXPECT_EQ(data.imageWidth, 33) << name;
+  }
 }
 
 TEST(XmpScan, FindsThePacketNearTheStart) {

@@ -101,6 +101,23 @@ TEST(CompanionSet, AFileIsNoCompanionOfItself) {
   EXPECT_EQ(found(alone), "");
 }
 
+TEST(CompanionSet, FilesOfOneDirectoryShareItsIndex) {
+  const TempDir dir, other;
+  const timespec old{1'000'000'000, 5};
+  const auto found = [&] { return ml::platform::FindCompanion(dir / "a.crw", ".thm"); };
+  dir.Write("b.crw", "");
+  SetDirectoryTime(dir.Path(), old);
+  EXPECT_EQ(found(), "");
+  const auto thm = dir.Write("a.Thm", "");
+  SetDirectoryTime(dir.Path(), old);
+  EXPECT_EQ(found(), "") << "not listed once a file";
+  EXPECT_EQ(ml::platform::FindCompanion(other / "a.crw", ".thm"), "");
+  EXPECT_EQ(found(), thm);
+  dir.Write("c.crw", "");
+  std::remove(thm.c_str());
+  EXPECT_EQ(found(), "");
+}
+
 TEST(CompanionSet, DirectoriesAndFifosAreNoCompanions) {
   const TempDir dir;
   const auto image = dir.Write("a.jpg", "");

@@ -8,7 +8,6 @@
 #include "app/file_messages.h"
 #include "app/handlers/tree_directory.h"
 #include "app/jobs/image_job.h"
-#include "app/main_display.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
@@ -16,8 +15,6 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/start_program.h"
-#include "platform/ui/job_window.h"
-#include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
@@ -40,15 +37,8 @@ void ChangeDirectory(CommandContext& context, const std::string& directory, std:
                      const std::function<void(platform::EditBatch&)>& act) {
   auto& session = context.session;
   if (OnShowBelow(session, directory)) session.Images().LoadDirectory(Above(directory), "");
-  const platform::PauseGuard thumbnails(session.Worker());
-  const platform::PauseGuard pictures(context.view.Display().Gate());
-  platform::EditBatch batch(session.Journal().Edits(), std::string(what));
-  const auto settle = qScopeGuard([&] {
-    CommitEdits(context, std::string(what), batch);
-    context.view.RefreshTree();
-  });
-  platform::ui::RunJob(&context.frame, {.title = platform::ui::ToQString(what)}, session.Ask(),
-                       [&](const platform::JobHost&, const std::stop_token&) { act(batch); });
+  const auto settle = qScopeGuard([&] { context.view.RefreshTree(); });
+  RunWholeJob(context, {std::string(what), [&](const ImageJobTools& tools) { act(tools.batch); }});
 }
 
 void NewFolder(CommandContext& context) {

@@ -16,6 +16,7 @@
 #include "catalogue/delete_files.h"
 #include "catalogue/new_name.h"
 #include "catalogue/renamed_names.h"
+#include "catalogue/shooting_timestamps.h"
 #include "catalogue/transfer_files.h"
 #include "platform/errors.h"
 #include "platform/paths.h"

@@ -77,8 +77,7 @@ void PlayVideo(CommandContext& context) { platform::OpenByDesktop(TargetPath(con
 
 void PlaySound(CommandContext& context) {
   const auto path = TargetPath(context.session);
-  platform::DirIndex index{std::string(platform::DirectoryOf(path))};
-  const auto sound = platform::FindCompanion(path, ".wav", index);
+  const auto sound = platform::FindCompanion(path, ".wav");
   if (sound.empty()) throw platform::UserError(NoSoundNote(path));
   platform::OpenByDesktop(sound);
 }

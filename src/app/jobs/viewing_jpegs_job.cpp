@@ -18,11 +18,10 @@ namespace {
 
 std::vector<std::string> RawFilesWithout(Session& session) {
   std::vector<std::string> paths;
-  platform::DirIndexes indexes;
   for (const auto& path : session.list.files) {
-    if (!platform::EndsWithNoCase(path, ".tif")) continue;
-    if (!platform::FindCompanion(path, ".jpg", indexes.Of(std::string(platform::DirectoryOf(path)))).empty()) continue;
-    if (imagefiles::IsEos1DRawFile(path) && session.viewingJpegsTried.insert(path).second) paths.push_back(path);
+    if (!platform::EndsWithNoCase(path, ".tif") || !platform::FindCompanion(path, ".jpg").empty()) continue;
+    // Not the handlers' wider test: only here would the catalogue take the JPEG for a companion.
+    if (imagefiles::catalogueEos1D(path) && session.viewingJpegsTried.insert(path).second) paths.push_back(path);
   }
   return paths;
 }

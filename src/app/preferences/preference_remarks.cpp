@@ -1,12 +1,12 @@
 #include "app/preferences/preference_remarks.h"
 
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <cstring>
 
 #include "app/preferences/messages.h"
 #include "platform/errors.h"
+#include "platform/numbers.h"
 #include "platform/readable_file.h"
 #include "platform/text.h"
 #include "settings/setting_value.h"
@@ -17,10 +17,8 @@ namespace {
 Remark Refused(std::string text) { return {std::move(text), true}; }
 
 Remark OnNumber(const NumberField& field, std::string_view value) {
-  int number = 0;
-  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-  const bool whole = error == std::errc() && end == value.data() + value.size();
-  if (whole && number >= field.smallest && number <= field.largest) return {};
+  const auto number = platform::WholeNumber<int>(value);
+  if (number && *number >= field.smallest && *number <= field.largest) return {};
   return Refused(NumberFromTo(field.smallest, field.largest));
 }
 

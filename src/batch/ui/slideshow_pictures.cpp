@@ -1,7 +1,6 @@
 #include "batch/ui/slideshow_pictures.h"
 
 #include <algorithm>
-#include <thread>
 
 #include "batch/slideshow_caption.h"
 
@@ -10,16 +9,13 @@ namespace {
 
 using imagefiles::LookAhead;
 
-/// With more, pictures that nobody may ever see would push each other out of memory.
-int Processors() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4); }
-
 }  // namespace
 
 SlideshowPictures::SlideshowPictures(QObject* parent)
     : QObject(parent),
       lookAhead_([this](const std::string& path, const auto& options) { return Make(path, options); },
                  [this](std::uint64_t wish, LookAhead::PicturePtr picture) { Q_EMIT ready(wish, std::move(picture)); },
-                 Processors()) {}
+                 LookAhead::UsualProcessors()) {}
 
 void SlideshowPictures::SetRules(const CaptionRules& rules, const Expand& expand) {
   {

@@ -1,7 +1,6 @@
 #include "imagefiles/edits/jpeg_turn.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +12,7 @@
 #include "imaging/read_whole.h"
 #include "metadata/edit/apply_edit.h"
 #include "metadata/edit/exif_entry_places.h"
-#include "metadata/exif_block.h"
+#include "metadata/edit/orientation_writer.h"
 #include "metadata/jpeg_layout.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/jpeg_size.h"
@@ -26,13 +25,9 @@ namespace {
 using imaging::JpegTransform;
 using metadata::EditedFile;
 using metadata::ExifDirectory;
-using metadata::ExifEntryPlace;
 using Bytes = std::vector<std::byte>;
 
 namespace tag = metadata::tiff_tag;
-
-constexpr std::uint16_t kOrientationTag[] = {tag::kOrientation};
-constexpr std::uint32_t kUpright = 1;
 
 /// Measures of the sides: of the picture in the first and in the EXIF directory, and the resolutions.
 struct SidePair {
@@ -76,12 +71,6 @@ void SwapJfifDensities(EditedFile& jpeg) {
   }
 }
 
-void MakeUpright(EditedFile& jpeg) {
-  for (const auto& place : metadata::FindExifEntries(jpeg, kOrientationTag)) {
-    if (place.entry.value != kUpright) OverwriteNumber(jpeg, place, kUpright);
-  }
-}
-
 /// The new picture without the segments that the library put before it.
 void AddPicture(Bytes& out, const Bytes& turned) {
   std::size_t at = 2;  // behind the start of image
@@ -122,32 +111,22 @@ void TurnFile(const std::string& path, JpegTransform transform, const EditTools&
   }
 }
 
-/// The entry that the picture is shown by, else the first one; nothing if the file has none.
-std::optional<ExifEntryPlace> OrientationPlace(const metadata::ByteSource& jpeg) {
-  const auto places = metadata::FindExifEntries(jpeg, kOrientationTag);
-  const auto inChain = [](const auto& p) { return p.directory != ExifDirectory::Exif; };
-  const auto known = std::ranges::find_if(
-      places, [&](const auto& p) { return inChain(p) && metadata::DegreesOfOrientation(p.entry.value).has_value(); });
-  if (known != places.end()) return *known;
-  const auto first = std::ranges::find_if(places, inChain);
-  return first == places.end() ? std::nullopt : std::optional(*first);
-}
-
 }  // namespace
 
-JpegTransform TransformToUpright(std::uint32_t orientation) {
+JpegTransform TransformToUpright(const metadata::ByteSource& jpeg) {
   constexpr JpegTransform kTransforms[] = {
       JpegTransform::None, JpegTransform::None,         JpegTransform::FlipHorizontal,
       JpegTransform::half, JpegTransform::FlipVertical, JpegTransform::Transpose,
       JpegTransform::cw90, JpegTransform::Transverse,   JpegTransform::cw270};
+  const auto place = metadata::FindShownOrientation(jpeg);
+  const auto orientation = place ? NumberIn(*place) : 0;
   return orientation < std::size(kTransforms) ? kTransforms[orientation] : JpegTransform::None;
 }
 
 bool TurnByOrientation(EditedFile& jpeg, imaging::Turn turn) {
-  const auto place = OrientationPlace(jpeg);
-  if (!place) return false;
-  OverwriteNumber(jpeg, *place, TurnedOrientation(place->entry.value, turn));
-  return jpeg.Touched();
+  const auto place = metadata::FindShownOrientation(jpeg);
+  if (place) OverwriteNumber(jpeg, *place, TurnedOrientation(NumberIn(*place), turn));
+  return place.has_value();
 }
 
 void TurnWithoutLoss(EditedFile& jpeg, JpegTransform transform, const ThumbnailWriter& regenerate) {
@@ -171,7 +150,7 @@ void TurnWithoutLoss(EditedFile& jpeg, JpegTransform transform, const ThumbnailW
     SwapSideEntries(jpeg);
     SwapJfifDensities(jpeg);
   }
-  MakeUpright(jpeg);
+  metadata::MakeUpright(jpeg);
   if (regenerate) regenerate(jpeg);
 }
 
@@ -188,12 +167,10 @@ void RotateJpeg(ImageFile& file, imaging::Turn turn, const EditTools& tools) {
 
 bool AutoRotate(ImageFile& file, const EditTools& tools) {
   if (file.Row().format != Format::Jpeg) return false;
-  std::optional<ExifEntryPlace> place;
-  {
+  const auto transform = [&] {
     const platform::ReadableFile jpeg(file.Path(), *tools.edit.fileSystem);
-    place = OrientationPlace(metadata::FileSource(jpeg));
-  }
-  const auto transform = place ? TransformToUpright(place->entry.value) : JpegTransform::None;
+    return TransformToUpright(metadata::FileSource(jpeg));
+  }();
   if (transform == JpegTransform::None) return false;
   if (!file.MakeWritable()) throw platform::UserError(std::string(messages::kRotateReadOnly));
   file.Wrote();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 
 #include "imagefiles/edits/image_edits.h"
@@ -13,8 +12,9 @@ namespace ml::imagefiles {
 /// Makes the thumbnail of the EXIF block anew from the picture of a JPEG.
 using ThumbnailWriter = std::function<void(metadata::EditedFile&)>;
 
-/// What makes a picture of this orientation upright; None for 1 and for what is no orientation.
-imaging::JpegTransform TransformToUpright(std::uint32_t orientation);
+/// What makes a JPEG upright, by the orientation that it is shown by; None for 1, for what is no orientation and
+/// without one.
+imaging::JpegTransform TransformToUpright(const metadata::ByteSource& jpeg);
 
 /// Turns by the orientation that the file is shown by, or by its first one if none of them has a meaning. Moves no
 /// byte. False, with nothing changed, if there is none that can be overwritten.

@@ -1,9 +1,7 @@
 #include "imagefiles/tools/extract_jpegs.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
-#include <system_error>
 
 #include "imagefiles/messages.h"
 #include "imagefiles/raw_files.h"
@@ -17,6 +15,7 @@
 #include "metadata/exif_block.h"
 #include "platform/atomic_file.h"
 #include "platform/companion_set.h"
+#include "platform/data_folders.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -119,9 +118,7 @@ bool EnsureExtractDirectory(const std::string& directory, platform::Interaction&
                                .icon = platform::BoxIcon::Question,
                                .buttons = platform::Buttons::YesNo});
   if (answer != platform::Button::Yes) return false;
-  std::error_code error;
-  std::filesystem::create_directories(directory, error);
-  if (error) throw UserError(tool_messages::DirectoryNotMade(directory, platform::ErrorText(error.value())));
+  platform::ensureDirectory(directory);
   return true;
 }
 

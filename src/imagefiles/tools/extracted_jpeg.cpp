@@ -1,8 +1,6 @@
 #include "imagefiles/tools/extracted_jpeg.h"
 
-#include <algorithm>
 #include <array>
-#include <optional>
 
 #include "imagefiles/edits/jpeg_edits.h"
 #include "imagefiles/edits/jpeg_thumbnail.h"
@@ -51,16 +49,11 @@ void MakeUpright(ExtractedJpeg& jpeg, JpegTransform transform) try {
   AddNote(jpeg, tool_messages::NotTurned(error.what()));
 }
 
-std::optional<std::uint32_t> OwnOrientation(const std::vector<std::byte>& jpeg) {
-  const auto place = metadata::FindExifOrientation(metadata::MemorySource(jpeg));
-  return place ? std::optional(place->value) : std::nullopt;
-}
-
 }  // namespace
 
 void FinishJpeg(ExtractedJpeg& jpeg, imaging::Turn turn, const ExtractedJpegWishes& wishes) {
   auto transform = imaging::TransformOf(turn);
-  if (transform == JpegTransform::None) transform = TransformToUpright(OwnOrientation(jpeg.bytes).value_or(1));
+  if (transform == JpegTransform::None) transform = TransformToUpright(metadata::MemorySource(jpeg.bytes));
   if (wishes.exif != nullptr) TakeExif(jpeg, turn, wishes);
   if (wishes.upright && transform != JpegTransform::None) MakeUpright(jpeg, transform);
 }

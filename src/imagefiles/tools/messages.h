@@ -76,9 +76,6 @@ inline std::string OutputIsNoDirectory(const std::string& path) {
 inline std::string AskCreateDirectory(const std::string& path) {
   return "Output directory does not exist:\n" + path + "\n\nDo you want to create it?";
 }
-inline std::string DirectoryNotMade(const std::string& path, const std::string& reason) {
-  return "Unable to create directory:\n" + path + "\n" + reason;
-}
 inline std::string Exists(const std::string& path) { return path + " exists"; }
 inline std::string NoJpegIn(const std::string& path) { return "Error reading JPEG from:\n" + path; }
 inline std::string NoRawFile(const std::string& path) { return path + " is no raw file"; }

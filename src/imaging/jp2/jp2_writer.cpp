@@ -19,9 +19,6 @@ using metadata::ByteOrder;
 using metadata::ByteWriter;
 using platform::UserError;
 
-/// Under which other programs keep EXIF data: "JpgTiffExif->JP2".
-constexpr metadata::Jp2Uuid kExifUuid = {0x4a, 0x70, 0x67, 0x54, 0x69, 0x66, 0x66, 0x45,
-                                         0x78, 0x69, 0x66, 0x2d, 0x3e, 0x4a, 0x50, 0x32};
 constexpr std::size_t kBoxHeader = 8;
 
 void AppendHead(ByteWriter& out, std::string_view type, std::size_t size) {
@@ -79,7 +76,7 @@ std::vector<std::byte> Boxes(const PixelRows& pixels, const MetadataBlocks& bloc
   out.Long(0);
   out.Text("jp2 ");
   AppendBox(out, "jp2h", header);
-  AppendUuid(out, kExifUuid, ExifForBox(pixels, blocks, 0).value_or(std::vector<std::byte>()));
+  AppendUuid(out, metadata::kExifUuid, ExifForBox(pixels, blocks, 0).value_or(std::vector<std::byte>()));
   AppendUuid(out, metadata::kIptcUuid, BuildIptcBlock(blocks.iptc, metadata::IptcCarrier::Bare));
   return out.Take();
 }

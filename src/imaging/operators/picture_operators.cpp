@@ -16,13 +16,6 @@ bool ApplyGamma(MagickImage& image, double gamma) {
   return image.Gamma(text + "," + text + "," + text + "," + text);
 }
 
-PictureSize FitSize(PictureSize picture, PictureSize box) {
-  const auto fit = [](int a, int b, int c) { return static_cast<int>(static_cast<long long>(a) * b / c); };
-  PictureSize size{box.width, fit(picture.height, box.width, picture.width)};
-  if (size.height > box.height) size = {fit(picture.width, box.height, picture.height), box.height};
-  return size;
-}
-
 bool ApplyUnsharpMask(MagickImage& image, PixelBuffer& buffer, const UnsharpMask& mask, LastRow lastRow) {
   if (!image.Sharpen(mask)) return false;
   const auto sharpened = image.ToPixels(buffer.bytesPerSample);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "imaging/decoded_picture.h"
 #include "imaging/magick/magick_image.h"
 #include "imaging/pixel_buffer.h"
 
@@ -12,10 +11,6 @@ bool ApplySaturation(MagickImage& image, double percent);
 
 /// 1 leaves it as it is, more makes the midtones lighter.
 bool ApplyGamma(MagickImage& image, double gamma);
-
-/// The largest size of that aspect ratio in a box, larger than the picture too: the width of the box with the height
-/// that belongs to it, or else the height of the box; in whole divisions.
-PictureSize FitSize(PictureSize picture, PictureSize box);
 
 /// Which edge rows of the sharpened picture are taken: its frame shows artefacts of the mask. The first row and both
 /// outer columns stay as they were in any case.

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "metadata/edit/relocated_note.h"
+#include "metadata/value_text.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -60,10 +61,8 @@ void Ratio(TiffTags& tags, std::uint16_t tag, double value, std::uint32_t denomi
 
 void ExposureTime(TiffTags& tags, const std::string& text) {
   constexpr std::uint16_t kTag = 0x829a;
-  constexpr std::string_view kFraction = "1/";
-  const auto part = text.starts_with(kFraction) ? platform::LeadingInteger(text.substr(kFraction.size())) : 0;
-  if (part > 0) return tags.Rational(kTag, 1, static_cast<std::uint32_t>(part));
-  const double seconds = LeadingNumber(text);
+  const auto [fraction, seconds] = metadata::ReadShutterText(text);
+  if (fraction > 0) return tags.Rational(kTag, 1, static_cast<std::uint32_t>(fraction));
   if (seconds > kSmallest) Ratio(tags, kTag, seconds, seconds >= kLongExposure ? 10 : 1000);
 }
 

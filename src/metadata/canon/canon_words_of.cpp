@@ -15,6 +15,7 @@
 #include "metadata/canon/shot_information.h"
 #include "metadata/canon/white_balance.h"
 #include "metadata/code_words.h"
+#include "metadata/value_text.h"
 #include "platform/numbers.h"
 
 namespace ml::metadata {
@@ -117,8 +118,8 @@ void SetTone(CanonArray& words, const ExifData& data) {
 /// Aperture and time in stops, as a target and as what it became.
 void SetExposure(CanonArray& words, const ExifData& data) {
   const auto fNumber = platform::LeadingNumber(data.aperture);
-  const auto part = data.shutterSpeed.starts_with("1/") ? platform::LeadingNumber(data.shutterSpeed.substr(2)) : 0;
-  const auto seconds = part > 0 ? 1 / part : platform::LeadingNumber(data.shutterSpeed);
+  const auto time = ReadShutterText(data.shutterSpeed);
+  const auto seconds = time.fraction > 0 ? 1.0 / time.fraction : time.seconds;
   for (const std::size_t index : {4U, 21U}) {
     if (fNumber > 0) words[index] = Signed(2 * std::log2(fNumber) * kStop);
     if (seconds > 0) words[index + 1] = Signed(-std::log2(seconds) * kStop);

@@ -1,7 +1,6 @@
 #include "metadata/edit/canon_note_builder.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <optional>
 #include <string>
@@ -21,20 +20,13 @@ constexpr std::size_t kTextField = 32;  ///< of firmware and owner
 constexpr std::size_t kAfCount = 24, kStitchShot = 22;
 constexpr std::uint16_t kAfPoints = 7;  ///< so many that the array has its size
 
-std::optional<std::uint32_t> NumberOf(std::string_view digits, int base) {
-  std::uint32_t value = 0;
-  const auto* end = digits.data() + digits.size();
-  const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
-  if (digits.empty() || error != std::errc() || stop != end) return std::nullopt;
-  return value;
-}
-
 std::optional<std::uint32_t> BodyNumber(const ExifData& data) {
   constexpr std::size_t kHexDigits = 4;
   const std::string_view text = data.bodySerial;
-  if (!platform::EqualsAsciiFolded(data.model, "Canon EOS D30")) return NumberOf(text, 10);
+  if (!platform::EqualsAsciiFolded(data.model, "Canon EOS D30")) return platform::WholeNumber<std::uint32_t>(text);
   if (text.size() <= kHexDigits) return std::nullopt;
-  const auto high = NumberOf(text.substr(0, kHexDigits), 16), low = NumberOf(text.substr(kHexDigits), 10);
+  const auto high = platform::WholeNumber<std::uint32_t>(text.substr(0, kHexDigits), 16);
+  const auto low = platform::WholeNumber<std::uint32_t>(text.substr(kHexDigits));
   if (!high || !low || *low > 0xffff) return std::nullopt;
   return *high << 16 | *low;
 }

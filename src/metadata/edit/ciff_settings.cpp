@@ -9,7 +9,6 @@
 namespace ml::metadata {
 namespace {
 
-constexpr std::size_t kSmallestHeap = 6, kEntrySize = 10;
 constexpr int kMaxDepth = 8;
 
 /// Words of a record, read and written in place.
@@ -61,24 +60,26 @@ void TakeRecord(std::uint16_t number, const Words& words, CiffSettings& settings
   }
 }
 
+/// None of a heap that is damaged.
+std::vector<CiffRecord> RecordsOf(std::span<const std::byte> bytes, const CiffHeap& heap) {
+  try {
+    return ReadCiffDirectory(MemorySource(bytes), heap, kAnyCiffEntries);
+  } catch (ExifException) {
+    return {};
+  }
+}
+
 class SettingsWalk {
  public:
   SettingsWalk(CiffSettings& settings, CiffPatch mode) : settings_(settings), mode_(mode) {}
 
   void Walk(std::span<std::byte> heap, int depth) {
-    if (depth > kMaxDepth || heap.size() < kSmallestHeap) return;
+    if (depth > kMaxDepth) return;
     if (!visited_.insert({heap.data(), heap.size()}).second) return;
-    const ByteView view(heap, ByteOrder::Little);
-    const std::size_t directory = view.readLong(heap.size() - 4);
-    if (directory > heap.size() - kSmallestHeap) return;
-    const std::size_t count = view.readShort(directory);
-    if (count * kEntrySize > heap.size() - kSmallestHeap - directory) return;
-    for (std::size_t i = 0; i < count; ++i) {
-      const auto entry = view.Sub(directory + 2 + i * kEntrySize, kEntrySize);
-      const CiffRecord record{.tag = entry.readShort(0), .size = entry.readLong(2)};
-      const std::size_t offset = entry.readLong(6);
-      if (record.IsInEntry() || offset > heap.size() || record.size > heap.size() - offset) continue;
-      Take(record, heap.subspan(offset, record.size), depth);
+    const CiffHeap all{{0, heap.size()}, ByteOrder::Little, 0};
+    for (const auto& record : RecordsOf(heap, all)) {
+      if (record.IsInEntry() || !all.Holds(record)) continue;
+      Take(record, heap.subspan(static_cast<std::size_t>(record.position), record.size), depth);
     }
   }
 

@@ -13,6 +13,7 @@
 #include "metadata/edit/canon_note_copy.h"
 #include "metadata/edit/ifd_builder.h"
 #include "metadata/exif_words.h"
+#include "metadata/value_text.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -49,14 +50,12 @@ void AddRatio(IfdBuilder& directory, std::uint16_t tag, double value) {
   directory.Rational(tag, static_cast<std::uint32_t>(std::llround(value * denominator)), denominator);
 }
 
-/// "1/250" or "0.3".
 void AddExposureTime(IfdBuilder& directory, const std::string& text) {
-  constexpr std::string_view kFraction = "1/";
-  const auto part = text.starts_with(kFraction) ? platform::LeadingInteger(text.substr(kFraction.size())) : 0;
-  if (part > 0) {
-    directory.Rational(33434, 1, static_cast<std::uint32_t>(part));
+  const auto time = ReadShutterText(text);
+  if (time.fraction > 0) {
+    directory.Rational(33434, 1, static_cast<std::uint32_t>(time.fraction));
   } else {
-    AddRatio(directory, 33434, platform::LeadingNumber(text));
+    AddRatio(directory, 33434, time.seconds);
   }
 }
 

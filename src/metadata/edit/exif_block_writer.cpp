@@ -60,7 +60,7 @@ void WriteExifBlock(EditedFile& target, std::vector<std::byte> block, std::uint3
   if (thumbnail) ReplaceThumbnail(segment, thumbnail);
   PlaceExifSegment(target, segment);
   const auto place = FindExifOrientation(target);
-  if (orientation && place) WriteOrientation(target, *place, orientation->value);
+  if (orientation && place) OverwriteNumber(target, *place, NumberIn(*orientation));
 }
 
 std::optional<std::string> WriteJpegComment(EditedFile& jpeg, std::string_view text, const ThumbnailMaker& thumbnail) {

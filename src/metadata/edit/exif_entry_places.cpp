@@ -11,6 +11,9 @@ namespace {
 
 constexpr std::size_t kMaxPlaces = 256;  ///< a few of each tag; a hostile file may repeat one at will
 constexpr std::size_t kTagSize = 2, kValueOffset = 8;
+constexpr std::uint16_t kSignedShort = 8;
+
+bool IsShort(const IfdEntry& entry) { return entry.Is(IfdType::Short) || entry.type == kSignedShort; }
 
 class Search {
  public:
@@ -76,17 +79,20 @@ std::vector<ExifEntryPlace> FindExifEntries(const ByteSource& jpeg, std::span<co
   return found;
 }
 
+bool HoldsNumber(const ExifEntryPlace& place) {
+  return place.entry.count == 1 && (IsShort(place.entry) || place.entry.Is(IfdType::Long));
+}
+
+std::uint32_t NumberIn(const ExifEntryPlace& place) {
+  const auto raw = place.entry.rawValue;
+  if (!IsShort(place.entry)) return raw;
+  return place.order == ByteOrder::Big ? raw >> 16 : raw & 0xffff;  // a short stands first in either byte order
+}
+
 void OverwriteNumber(EditedFile& file, const ExifEntryPlace& place, std::uint32_t value) {
-  if (place.entry.count != 1) return;
+  if (!HoldsNumber(place)) return;
   ByteWriter out(place.order);
-  if (place.entry.Is(IfdType::Short)) {
-    out.Short(static_cast<std::uint16_t>(value));
-    out.Zeros(2);
-  } else if (place.entry.Is(IfdType::Long)) {
-    out.Long(value);
-  } else {
-    return;
-  }
+  IsShort(place.entry) ? out.Short(static_cast<std::uint16_t>(value)) : out.Long(value);
   file.Overwrite(place.entry.position + kValueOffset, out.View());
 }
 

@@ -8,7 +8,8 @@
 #include "metadata/edit/edited_file.h"
 #include "metadata/ifd.h"
 
-/// Entries of the EXIF blocks of a JPEG where they stand in the file, for those who overwrite them.
+/// Entries of the EXIF blocks of a JPEG where they stand in the file, for those who overwrite them: the one way to
+/// them.
 namespace ml::metadata {
 
 enum class ExifDirectory { First, Chained, Exif };
@@ -24,8 +25,11 @@ struct ExifEntryPlace {
 /// their chain, the EXIF directory where the entry leads to it. A damaged block costs what stands behind the damage.
 std::vector<ExifEntryPlace> FindExifEntries(const ByteSource& jpeg, std::span<const std::uint16_t> tags);
 
-/// Overwrites the number in the entry itself, by its type. Leaves an entry alone that does not hold a single short or
-/// long.
+/// Whether the entry itself holds a single number: a short of either kind or a long.
+bool HoldsNumber(const ExifEntryPlace& place);
+/// That number.
+std::uint32_t NumberIn(const ExifEntryPlace& place);
+/// Overwrites it. Leaves an entry alone that does not hold one.
 void OverwriteNumber(EditedFile& file, const ExifEntryPlace& place, std::uint32_t value);
 
 /// Lets two entries of one directory change what they hold, each keeping its tag.

@@ -1,25 +1,17 @@
 #include "metadata/edit/ifd_directory.h"
 
 #include <algorithm>
-#include <array>
 
 namespace ml::metadata {
-namespace {
-
-constexpr std::uint64_t kInEntry = 4;
-
-}  // namespace
-
 const IfdEntry* IfdDirectory::Find(std::uint16_t tag) const {
   const auto found = std::ranges::find(entries, tag, &IfdEntry::tag);
   return found == entries.end() ? nullptr : &*found;
 }
 
 FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index) {
-  const auto& entry = directory.entries[index];
-  const auto size = std::uint64_t{entry.count} * std::max(TypeSize(entry.type), 1U);
-  if (size <= kInEntry) return {directory.EntryPosition(index) + 8, size};
-  return {directory.base + entry.rawValue, size};
+  auto entry = directory.entries[index];
+  entry.position = directory.EntryPosition(index);
+  return IfdValueRange(entry, directory.base);
 }
 
 void PutIfdEntry(ByteWriter& out, const IfdEntry& entry) {
@@ -41,11 +33,7 @@ IfdDirectory ReadIfdDirectory(const ByteSource& source, ByteOrder order, std::ui
   const auto bytes = source.Read(directory.position + 2, count * kIfdEntrySize);
   const ByteView view(bytes, order);
   for (std::size_t i = 0; i < count; ++i) directory.entries.push_back(ReadIfdEntry(view, i));
-  // Some writers leave the link out behind the last directory of the file.
-  std::array<std::byte, 4> link{};
-  if (source.ReadSome(directory.EntryPosition(count), link) == link.size()) {
-    directory.next = ByteView(link, order).readLong(0);
-  }
+  directory.next = ReadIfdLink(source, order, directory.EntryPosition(count));
   return directory;
 }
 

@@ -25,8 +25,7 @@ struct IfdDirectory {
   const IfdEntry* Find(std::uint16_t tag) const;
 };
 
-/// Where the bytes of an entry's value stand: in the entry itself if they are at most four. Not looked whether the
-/// file is that long. Types that nobody defined count as bytes.
+/// Of the entry at `index`, which stands where the directory has it.
 FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index);
 
 /// Writes entries as they are, their values staying where they stand, and as a whole directory with its link.

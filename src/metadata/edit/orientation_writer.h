@@ -3,31 +3,22 @@
 #include <cstdint>
 #include <optional>
 
-#include "metadata/edit/edited_file.h"
+#include "metadata/edit/exif_entry_places.h"
 
+/// The orientation of a JPEG, tag 274 in the chains of directories of its EXIF blocks.
 namespace ml::metadata {
 
-/// Where a file keeps its orientation, tag 274.
-struct OrientationPlace {
-  std::uint64_t position = 0;  ///< of the value
-  std::uint32_t width = 2;     ///< bytes of the value, 2 or 4
-  ByteOrder order = ByteOrder::Little;
-  std::uint32_t value = 0;  ///< what stands there
-};
-
-/// The first in the chain of directories of the TIFF structure in `tiff`; nothing if there is none or what stands in
-/// front of it is broken.
-std::optional<OrientationPlace> FindTiffOrientation(const ByteSource& file, FileRange tiff);
-/// The first in the EXIF blocks of a JPEG.
-std::optional<OrientationPlace> FindExifOrientation(const ByteSource& jpeg);
-
-/// Overwrites it. The place must have been found in the present content of `file`.
-void WriteOrientation(EditedFile& file, const OrientationPlace& place, std::uint32_t value);
+/// The first one; nothing if the file has none that is a number.
+std::optional<ExifEntryPlace> FindExifOrientation(const ByteSource& jpeg);
+/// The one that the picture is shown by: the first whose value is a turn that readers know, else the first one.
+std::optional<ExifEntryPlace> FindShownOrientation(const ByteSource& jpeg);
 
 /// The value that says that the picture is to be turned clockwise by so many degrees; 1, upright, for all but 90, 180
 /// and 270.
 std::uint32_t OrientationOfDegrees(int degrees);
 /// Overwrites the first orientation of a JPEG. False, with nothing changed, if it has none.
 bool WriteOrientationToExif(EditedFile& jpeg, int degrees);
+/// Makes every orientation of a JPEG say that the picture lies as it is to be seen.
+void MakeUpright(EditedFile& jpeg);
 
 }  // namespace ml::metadata

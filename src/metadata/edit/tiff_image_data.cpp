@@ -16,7 +16,7 @@ struct PlaceTags {
 };
 constexpr PlaceTags kPlaces[] = {
     {kStripOffsets, kStripByteCounts}, {kTileOffsets, kTileByteCounts}, {kJpegOffset, kJpegLength}};
-constexpr std::size_t kMaxNumbers = 1 << 20;
+constexpr std::uint32_t kMaxNumbers = 1 << 20;
 constexpr std::size_t kMaxDirectories = 64;
 
 class ImageDataWalk {
@@ -42,17 +42,10 @@ class ImageDataWalk {
  private:
   /// The value as numbers, as many as can be read.
   std::vector<std::uint32_t> Numbers(const IfdDirectory& directory, std::uint16_t tag) const {
-    std::vector<std::uint32_t> numbers;
     const auto* entry = directory.Find(tag);
-    if (entry == nullptr) return numbers;
-    const auto range = IfdValueRange(directory, static_cast<std::size_t>(entry - directory.entries.data()));
-    const std::size_t width = entry->Is(IfdType::Short) ? 2 : 4;
-    const auto bytes = source_.ReadUpTo(range.position, std::min<std::uint64_t>(range.size, kMaxNumbers * width));
-    const ByteView view(bytes, order_);
-    for (std::size_t at = 0; at + width <= view.Size(); at += width) {
-      numbers.push_back(width == 2 ? view.readShort(at) : view.readLong(at));
-    }
-    return numbers;
+    if (entry == nullptr) return {};
+    const auto place = IfdValueRange(directory, static_cast<std::size_t>(entry - directory.entries.data()));
+    return ReadIfdNumbers(source_, order_, *entry, place, kMaxNumbers);
   }
 
   void Take(const IfdDirectory& directory, const PlaceTags& tags) {

@@ -24,27 +24,23 @@ constexpr NoteWordRow kRows[] = {
     {0x1029, &ExifData::contrast, kContrasts},
 };
 
-/// How a note begins, where its directory follows, and where its byte order is told if not by the block's.
-struct Head {
-  std::string_view start;
-  std::uint32_t directory;
-  std::size_t orderMark;
-};
-constexpr std::size_t kLongestHead = 12;
-constexpr Head kHeads[] = {{"OLYMPUS", 12, 8}, {"OLYMP", 8, 0}, {"", 0, 0}};
-
 }  // namespace
+
+OlympusHead ReadOlympusHead(ByteView start) {
+  constexpr std::size_t kOrderMark = 8;
+  if (start.StartsWith("OLYMPUS")) {
+    return {12, start.StartsWith("MM", kOrderMark) ? ByteOrder::Big : ByteOrder::Little};
+  }
+  return {start.StartsWith("OLYMP") ? 8U : 0U, std::nullopt};
+}
 
 void ReadOlympusNote(ExifData& data, const MakerNote& note) {
   if (note.form != MakerNoteForm::Block) return;
-  const auto bytes = note.source.ReadUpTo(note.offset, kLongestHead);
-  const ByteView start(bytes, ByteOrder::Big);
-  const auto* head = kHeads;
-  while (!start.StartsWith(head->start)) ++head;  // the last one fits everything
-  auto order = note.order;
-  if (head->orderMark != 0) order = start.StartsWith("MM", head->orderMark) ? ByteOrder::Big : ByteOrder::Little;
+  const auto start = note.source.ReadUpTo(note.offset, kLongestOlympusHead);
+  const auto head = ReadOlympusHead(ByteView(start, ByteOrder::Big));
+  const auto order = head.order.value_or(note.order);
   IfdWalker walker(note.source, order, {.followNext = false});
-  walker.Walk(NoteDirectoryOffset(note, head->directory), [&](const IfdEntry& entry) {
+  walker.Walk(NoteDirectoryOffset(note, head.directory), [&](const IfdEntry& entry) {
     TakeNoteWord(data, kRows, entry, order);
     return Visit::Continue;
   });

@@ -1,7 +1,6 @@
 #include "platform/ui/job_window.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QDialog>
 #include <QEventLoop>
 #include <QImage>
@@ -12,7 +11,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <chrono>
 #include <exception>
 #include <mutex>
 #include <optional>
@@ -162,7 +160,6 @@ class JobWindow final : public QDialog {
 
 void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& job) {
   constexpr int kQuietMilliseconds = 500;
-  constexpr std::chrono::milliseconds kEndPoll{5};
   JobState state(look.bars);
   const SystemClock clock;
   std::stop_source stop;
@@ -197,11 +194,8 @@ void RunJob(QWidget* parent, const JobLook& look, Interaction& ask, const Job& j
     loop.exec();
   }
   if (!done) stop.request_stop();  // the program ends
-  while (!done) {
-    // The job may be waiting for an answer, which no event loop fetches any more.
-    QCoreApplication::sendPostedEvents();
-    std::this_thread::sleep_for(kEndPoll);
-  }
+  // No loop runs any more, but a job that asks must get its answer before it can end.
+  while (!done) loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   thread.join();
   if (failure) std::rethrow_exception(failure);
 }

@@ -83,7 +83,7 @@ std::optional<std::string> RunSaveAs(QWidget* parent, const Interaction::SaveAsQ
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilters(NameFilters(question.filter));
   dialog.setDefaultSuffix(ToQString(question.defaultExtension));
-  const QString start = QFile::decodeName(QByteArray::fromStdString(question.start));
+  const QString start = PathToQt(question.start);
   if (QFileInfo(start).isDir()) {
     dialog.setDirectory(start);
   } else {

@@ -24,6 +24,10 @@ QString ToQString(std::string_view bytes) { return QString::fromStdString(ToDisp
 
 QString ToLabel(std::string_view bytes) { return QString::fromStdString(ToDisplayLine(bytes)); }
 
+QString PathToQt(std::string_view path) {
+  return QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
+}
+
 std::string PathFromQt(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
 QString PlainToolTip(const QString& text) {

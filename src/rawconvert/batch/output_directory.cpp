@@ -1,8 +1,6 @@
 #include "rawconvert/batch/output_directory.h"
 
-#include <filesystem>
-#include <system_error>
-
+#include "platform/data_folders.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
@@ -27,9 +25,7 @@ std::string ConversionDirectory(const std::string& source, const DirectoryChoice
 void EnsureConversionDirectory(const std::string& directory) {
   if (platform::Exists(directory) && !platform::IsDirectory(directory))
     throw platform::UserError(messages::kError + directory + messages::kNoDirectory);
-  std::error_code failure;
-  std::filesystem::create_directories(directory, failure);
-  if (failure) throw platform::UserError(messages::kCreating + directory + "\n" + failure.message());
+  platform::ensureDirectory(directory, messages::kCreating);
 }
 
 }  // namespace ml::rawconvert

@@ -97,10 +97,6 @@ class BandDeveloper {
 
 }  // namespace
 
-imaging::PictureSize DevelopedNefSize(const NefSensor& sensor) {
-  return sensor.camera.index == kNefD1X ? kD1XSize : InterpolatedSize(sensor);
-}
-
 imaging::PixelBuffer DevelopNef(const NefSensor& sensor, const NefSettings& settings, const DevelopWatch& watch) {
   const NefColour colour(settings, FindNefMultipliers(sensor, settings));
   const auto [width, height] = InterpolatedSize(sensor);

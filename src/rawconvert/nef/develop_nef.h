@@ -9,10 +9,9 @@
 
 namespace ml::rawconvert {
 
-/// Of what DevelopNef gives: two pixels less than the sensor on each side; D1X pictures are brought to square pixels.
-imaging::PictureSize DevelopedNefSize(const NefSensor& sensor);
-/// The picture in red, green and blue, two bytes a sample. Tells of progress from 20 to 100. Throws
-/// platform::Cancelled on a stop request; several threads may develop from one sensor.
+/// The picture in red, green and blue, two bytes a sample: two pixels less than the sensor on each side; D1X pictures
+/// are brought to square pixels. Tells of progress from 20 to 100. Throws platform::Cancelled on a stop request;
+/// several threads may develop from one sensor.
 imaging::PixelBuffer DevelopNef(const NefSensor& sensor, const NefSettings& settings, const DevelopWatch& watch = {});
 
 /// Of what DevelopNefSmall gives: half of the sensor without its border; not brought to square pixels.

@@ -68,18 +68,9 @@ void Take(const IfdEntry& entry, Found& found) {
   }
 }
 
-/// Shorts or longs, of which one stands in the entry itself.
 std::vector<std::uint32_t> Numbers(const ByteSource& source, ByteOrder order, const IfdEntry& entry,
-                                   std::uint32_t limit) {
-  if (entry.count == 1) return {entry.value};
-  const std::size_t width = entry.Is(IfdType::Short) ? 2 : 4;
-  const auto bytes = source.Read(entry.value, std::size_t{std::min(entry.count, limit)} * width);
-  const metadata::ByteView view(bytes, order);
-  std::vector<std::uint32_t> numbers;
-  for (std::size_t at = 0; at < bytes.size(); at += width) {
-    numbers.push_back(width == 2 ? view.readShort(at) : view.readLong(at));
-  }
-  return numbers;
+                                   std::uint32_t most) {
+  return metadata::ReadIfdNumbers(source, order, entry, metadata::IfdValueRange(entry, 0), most);
 }
 
 void TakeStrips(const ByteSource& source, ByteOrder order, Found& found) {
@@ -87,7 +78,7 @@ void TakeStrips(const ByteSource& source, ByteOrder order, Found& found) {
     return;
   const auto offsets = Numbers(source, order, *found.stripOffsets, kMaxStrips);
   const auto counts = Numbers(source, order, *found.stripByteCounts, kMaxStrips);
-  if (offsets.empty()) return;
+  if (offsets.empty() || counts.size() < offsets.size()) return;
   auto& strip = found.directory.strip;
   strip = {offsets.front(), 0};
   for (std::size_t i = 0; i < offsets.size(); ++i) {
@@ -130,13 +121,11 @@ class Reader {
   }
 
   void OfferChain(NefLayout& layout) {
-    std::uint64_t offset = header_.firstDirectory;
+    auto offset = header_.firstDirectory;
     for (std::size_t i = 1; i < metadata::IfdWalker::kMaxDirectories; ++i) {
-      const std::uint64_t count = source_.ReadNumber(offset, 2, header_.order);
-      const auto next = source_.ReadNumber(offset + 2 + count * metadata::kIfdEntrySize, 4, header_.order);
-      if (next == 0) return;
-      Offer(Directory(next), layout);
-      offset = next;
+      offset = metadata::NextDirectory(source_, header_.order, 0, offset);
+      if (offset == 0) return;
+      Offer(Directory(offset), layout);
     }
   }
 

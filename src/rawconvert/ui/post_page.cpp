@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "imaging/operators/picture_operators.h"
+#include "imagefiles/size_fitting.h"
 #include "rawconvert/resize_box.h"
 #include "rawconvert/ui/messages.h"
 
@@ -235,7 +235,7 @@ void PostPage::TakeBox() {
 void PostPage::ShowBox() {
   const auto& exif = question_.exif;
   if (exif.imageWidth < 1 || exif.imageHeight < 1) return;
-  const auto fit = imaging::FitSize({exif.imageWidth, exif.imageHeight}, {boxWidth_, boxHeight_});
+  const auto fit = imagefiles::FillBox({exif.imageWidth, exif.imageHeight}, {boxWidth_, boxHeight_});
   result_->setText(QStringLiteral("(%1 x %2 pixels)").arg(fit.width).arg(fit.height));
 }
 

@@ -131,9 +131,9 @@ TEST(Orientation, IsWrittenIntoTheFirstTag) {
         const auto after =
             After(jpeg, [&, d = degrees](EditedFile& file) { EXPECT_TRUE(WriteOrientationToExif(file, d)); });
         EXPECT_EQ(after.size(), jpeg.size());
-        EXPECT_EQ(FindExifOrientation(SourceOf(after))->value, value);
+        EXPECT_EQ(NumberIn(*FindExifOrientation(SourceOf(after))), value);
         const auto undo = [&](EditedFile& file) {
-          WriteOrientation(file, *FindExifOrientation(file), FindExifOrientation(SourceOf(jpeg))->value);
+          OverwriteNumber(file, *FindExifOrientation(file), NumberIn(*FindExifOrientation(SourceOf(jpeg))));
         };
         EXPECT_EQ(After(after, undo), jpeg) << "nothing else changed";
         EXPECT_EQ(ReadOrientationFromExif(SourceOf(after)), DegreesOfOrientation(value));
