@@ -2,6 +2,7 @@
 
 #include "metadata/byte_source.h"
 #include "metadata/ifd.h"
+#include "metadata/tiff_tags.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
@@ -10,7 +11,6 @@ namespace ml::imagefiles {
 namespace {
 
 constexpr std::uint64_t kSmallestRaw = 1'048'576;
-constexpr std::uint16_t kImageWidth = 0x100, kImageLength = 0x101;
 constexpr std::uint32_t kThumbnailSide = 192;  ///< of the picture in the first directory of these cameras
 
 /// Whether `tag` of the first directory is the side of such a picture.
@@ -28,7 +28,7 @@ bool FirstDirectoryFits(const metadata::ByteSource& source, std::uint16_t tag) {
 }
 
 bool RowsFit(const platform::ReadableFile& file) {
-  return file.Size() >= kSmallestRaw && FirstDirectoryFits(metadata::FileSource(file), kImageLength);
+  return file.Size() >= kSmallestRaw && FirstDirectoryFits(metadata::FileSource(file), metadata::tiff_tag::kHeight);
 }
 
 template <class Test>
@@ -49,7 +49,7 @@ bool catalogueEos1D(const std::string& path) { return FileFits(path, RowsFit); }
 
 bool IsEos1DRawFile(const std::string& path) {
   return FileFits(path, [](const platform::ReadableFile& file) {
-    return FirstDirectoryFits(metadata::FileSource(file), kImageWidth) || RowsFit(file);
+    return FirstDirectoryFits(metadata::FileSource(file), metadata::tiff_tag::kWidth) || RowsFit(file);
   });
 }
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "imagefiles/format_table.h"
+#include "metadata/canon/canon_model.h"
 #include "metadata/exif_block.h"
-#include "platform/paths.h"
 
 namespace ml::imagefiles {
 namespace {
@@ -21,11 +21,6 @@ constexpr ModelRow kModels[] = {
     {"eos 10d", FocusCamera::SevenPoints},    {"eos 300d", FocusCamera::SevenPoints},
     {"eos kiss", FocusCamera::SevenPoints},   {"eos digital rebel", FocusCamera::SevenPoints},
 };
-
-bool StandsBehindStart(std::string_view text, std::string_view part) {
-  const auto place = text.find(part);
-  return place != std::string_view::npos && place > 0;
-}
 
 int DegreesOf(std::int32_t orientation) {
   return metadata::DegreesOfOrientation(static_cast<std::uint32_t>(orientation)).value_or(0);
@@ -182,8 +177,8 @@ void DrawCircle(imaging::PixelBuffer& picture, const FocusCircle& circle, const 
 
 std::optional<FocusCamera> FocusCameraOf(std::string_view model) {
   if (model == "Canon EOS D30" || model == "Canon EOS D60") return FocusCamera::ThreePoints;
-  const auto lowered = platform::AsciiLower(model);
-  const auto* row = std::ranges::find_if(kModels, [&](const auto& r) { return StandsBehindStart(lowered, r.part); });
+  const auto* row = std::ranges::find_if(
+      kModels, [name = std::string(model)](const auto& r) { return metadata::ModelHolds(name, r.part); });
   if (row == std::end(kModels) || model.find("Canon EOS") == std::string_view::npos) return std::nullopt;
   return row->camera;
 }
@@ -194,7 +189,7 @@ std::optional<FocusPointData> FocusPointsOf(const metadata::ExifData& exif, bool
   if (value == 0) return std::nullopt;
   return FocusPointData{.camera = *camera,
                         .value = value,
-                        .circle = StandsBehindStart(platform::AsciiLower(exif.model), "eos 10d"),
+                        .circle = metadata::ModelHolds(exif.model, "eos 10d"),
                         .rotation = RotationOf(exif, useJpegExifOrientation)};
 }
 

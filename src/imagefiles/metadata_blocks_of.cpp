@@ -12,6 +12,7 @@
 #include "metadata/exif_text.h"
 #include "metadata/ifd.h"
 #include "metadata/jpeg_segments.h"
+#include "metadata/tiff_tags.h"
 #include "platform/companion_set.h"
 #include "platform/errors.h"
 #include "platform/file_status.h"
@@ -25,7 +26,6 @@ namespace {
 using imaging::MetadataBlocks;
 using metadata::IfdEntry;
 
-constexpr std::uint16_t kExifTag = 34665, kNoteTag = 37500;
 constexpr std::size_t kLongestNote = std::size_t{1} << 20;
 constexpr std::uint32_t kShortestSegment = 8;  ///< payload of one that is worth taking along
 constexpr std::size_t kLengthSize = 2;
@@ -80,9 +80,9 @@ void FindNote(MetadataBlocks& blocks) {
   if (!header || !header->IsTiff()) return;
   metadata::IfdWalker walker(tiff, header->order, {.followNext = false});
   walker.Walk(header->firstDirectory, [&](const IfdEntry& entry) {
-    if (entry.tag != kExifTag) return metadata::Visit::Continue;
+    if (entry.tag != metadata::tiff_tag::kExif) return metadata::Visit::Continue;
     return walker.Walk(entry.value, [&](const IfdEntry& inner) {
-      if (inner.tag != kNoteTag) return metadata::Visit::Continue;
+      if (inner.tag != metadata::tiff_tag::kMakerNote) return metadata::Visit::Continue;
       blocks.makerNote = {tiff.Read(inner.value, inner.count), inner.value, header->order};
       return metadata::Visit::Stop;
     });

@@ -1,7 +1,5 @@
 #include "imagefiles/profile_finder.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <span>
@@ -13,6 +11,7 @@
 #include "platform/dir_index.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 
 namespace ml::imagefiles {
 namespace {
@@ -25,16 +24,11 @@ constexpr std::string_view kAdobeRgbNames[] = {"AdobeRGB1998.icc", "Adobe RGB (1
                                                "compatibleWithAdobeRGB1998.icc"};
 constexpr std::string_view kBuiltInName = "sRGB.icc";
 
-bool IsFile(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
 std::string FindIn(const std::string& folder, std::string_view name) {
   const auto found = platform::DirIndex(folder).Find(name);
   if (!found) return {};
   auto path = JoinPath(folder, *found);
-  return IsFile(path) ? path : std::string();
+  return platform::IsRegularFile(path) ? path : std::string();
 }
 
 std::vector<std::string> FoldersBelow(const std::string& folder) {

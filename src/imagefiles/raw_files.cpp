@@ -6,6 +6,7 @@
 #include "imagefiles/eos1d_test.h"
 #include "imagefiles/format_table.h"
 #include "imagefiles/thm_file.h"
+#include "metadata/canon/canon_model.h"
 #include "platform/paths.h"
 
 namespace ml::imagefiles {
@@ -43,14 +44,10 @@ bool CanHoldIptc(const std::string& path) {
 }
 
 bool CanConvertRaw(const metadata::ExifData& exif) {
-  const auto make = platform::AsciiLower(exif.make), model = platform::AsciiLower(exif.model);
-  if (make.find("canon") != std::string::npos) {
-    return std::ranges::any_of(kCanonModels, [&](std::string_view name) {
-      const auto position = model.find(name);
-      return position != std::string::npos && position > 0;
-    });
-  }
-  return make.find("nikon") != std::string::npos && std::ranges::find(kNikonModels, model) != std::end(kNikonModels);
+  const auto make = platform::AsciiLower(exif.make);
+  if (make.find("canon") != std::string::npos) return metadata::ModelHoldsAny(exif.model, kCanonModels);
+  return make.find("nikon") != std::string::npos &&
+         std::ranges::find(kNikonModels, platform::AsciiLower(exif.model)) != std::end(kNikonModels);
 }
 
 bool CanConvertRaw(const std::string& path) { return CanConvertRaw(metadata::ExifData(path)); }

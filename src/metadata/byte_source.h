@@ -59,7 +59,7 @@ class FileSource final : public ByteSource {
 
  private:
   const platform::ReadableFile& file_;
-  mutable std::array<std::byte, 4096> window_;
+  mutable std::array<std::byte, 4096> window_{};
   mutable std::uint64_t windowOffset_ = 0;
   mutable std::size_t windowSize_ = 0;
 };

@@ -3,8 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
+
+#include "platform/text.h"
 
 namespace ml::metadata {
 
@@ -48,14 +49,11 @@ class ByteView {
   std::uint32_t readLong(std::size_t offset) const { return static_cast<std::uint32_t>(Unsigned(offset, 4)); }
   std::uint64_t readLong64(std::size_t offset) const { return Unsigned(offset, 8); }
   /// The bytes as text, zeros included.
-  std::string_view Text(std::size_t offset, std::size_t length) const {
-    const auto part = Sub(offset, length).bytes_;
-    return {reinterpret_cast<const char*>(part.data()), part.size()};  // char may alias everything
-  }
+  std::string_view Text() const noexcept { return platform::AsText(bytes_); }
+  std::string_view Text(std::size_t offset, std::size_t length) const { return Sub(offset, length).Text(); }
   /// Whether the bytes at `offset` are there and equal `text`.
   bool StartsWith(std::string_view text, std::size_t offset = 0) const noexcept {
-    return offset <= Size() && text.size() <= Size() - offset &&
-           std::string_view(reinterpret_cast<const char*>(bytes_.data()) + offset, text.size()) == text;
+    return offset <= Size() && text.size() <= Size() - offset && Text().substr(offset, text.size()) == text;
   }
 
  private:

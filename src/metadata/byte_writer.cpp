@@ -2,14 +2,11 @@
 
 #include <cassert>
 
+#include "platform/text.h"
+
 namespace ml::metadata {
 
-void ByteWriter::Text(std::string_view text) { Bytes(std::as_bytes(std::span(text.data(), text.size()))); }
-
-std::size_t ByteWriter::ReserveShort() {
-  Short(0);
-  return Size() - 2;
-}
+void ByteWriter::Text(std::string_view text) { Bytes(platform::AsBytes(text)); }
 
 std::size_t ByteWriter::ReserveLong() {
   Long(0);

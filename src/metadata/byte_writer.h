@@ -27,10 +27,8 @@ class ByteWriter {
   void Zeros(std::size_t count) { bytes_.resize(bytes_.size() + count); }
 
   /// Writes a zero and gives its offset, for Patch.
-  std::size_t ReserveShort();
   std::size_t ReserveLong();
-  /// Puts `value` where the reserved number of 2 or 4 bytes stands; `offset` came from this writer.
-  void PatchShort(std::size_t offset, std::uint16_t value) { Store(offset, value, 2); }
+  /// Puts `value` where the reserved number stands; `offset` came from this writer.
   void PatchLong(std::size_t offset, std::uint32_t value) { Store(offset, value, 4); }
 
   const std::vector<std::byte>& View() const { return bytes_; }

@@ -1,22 +1,20 @@
 #include "metadata/exif_block.h"
 
 #include "metadata/ifd.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
 constexpr std::uint32_t kSmallestExif = 9;  ///< payload bytes: a length field above 10
-constexpr std::uint16_t kOrientation = 274;
-constexpr std::uint16_t kThumbnailOffset = 0x201;
-constexpr int kMaxBlocks = 16;             ///< a file may hold any number of segments; cameras write one
-constexpr std::size_t kMaxThumbnails = 8;  ///< cameras write one or two
+constexpr std::size_t kMaxThumbnails = 8;   ///< cameras write one or two
 
 /// Visits the entries of the directory chain of every EXIF block, up to a limit, until the visitor stops. A damaged
 /// block costs only what comes after the damage in it.
 template <class Visitor>
 void WalkExifChains(const ByteSource& source, Visitor&& visitor) {
   JpegSegments segments(source);
-  for (int i = 0; i < kMaxBlocks; ++i) {
+  for (int i = 0; i < kMaxExifBlocks; ++i) {
     const auto block = NextExifBlock(segments);
     if (!block) return;
     const MemorySource tiff(block->tiff);
@@ -68,7 +66,7 @@ std::optional<ExifBlock> NextExifBlock(JpegSegments& segments) {
 std::optional<int> ReadOrientationFromExif(const ByteSource& source) {
   std::optional<int> degrees;
   WalkExifChains(source, [&](const ExifBlock&, const IfdEntry& entry) {
-    if (entry.tag == kOrientation) degrees = DegreesOfOrientation(entry.value);
+    if (entry.tag == tiff_tag::kOrientation) degrees = DegreesOfOrientation(entry.value);
     return degrees ? Visit::Stop : Visit::Continue;
   });
   return degrees;
@@ -77,7 +75,7 @@ std::optional<int> ReadOrientationFromExif(const ByteSource& source) {
 std::vector<std::uint64_t> FindExifThumbnails(const ByteSource& source) {
   std::vector<std::uint64_t> positions;
   WalkExifChains(source, [&](const ExifBlock& block, const IfdEntry& entry) {
-    if (entry.tag == kThumbnailOffset) positions.push_back(block.position + entry.value);
+    if (entry.tag == tiff_tag::kJpegOffset) positions.push_back(block.position + entry.value);
     return positions.size() < kMaxThumbnails ? Visit::Continue : Visit::Stop;
   });
   return positions;

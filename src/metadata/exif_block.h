@@ -22,7 +22,10 @@ struct ExifBlock {
 
 /// Whether the segment is an APP1 that holds EXIF data.
 bool IsExifSegment(const JpegSegments& segments, const JpegSegment& segment);
-/// The next EXIF segment of the walk, if any. A file may have several.
+/// So many are looked into: a file may hold any number of them, and cameras write one.
+inline constexpr int kMaxExifBlocks = 16;
+
+/// The next EXIF segment of the walk, if any.
 std::optional<ExifBlock> NextExifBlock(JpegSegments& segments);
 
 /// The clockwise turn that a value of tag 274 asks for: 0, 90, 180 or 270; nothing for mirrored and unknown ones.

@@ -7,13 +7,14 @@
 #include "metadata/exif_values.h"
 #include "metadata/exif_walk.h"
 #include "metadata/jpeg_segments.h"
+#include "metadata/tiff_tags.h"
 #include "platform/dates.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kExifDirectory = 34665;
-constexpr std::array<std::uint16_t, 3> kDateTags = {36867, 36868, 306};  ///< the first that is not empty counts
+/// The first that is not empty counts.
+constexpr std::array<std::uint16_t, 3> kDateTags = {tiff_tag::kDateOriginal, tiff_tag::kDateDigitized, tiff_tag::kDate};
 
 using DateTexts = std::array<std::string, kDateTags.size()>;
 
@@ -27,7 +28,7 @@ void FindDates(const ByteSource& file, const TiffHeader& header, const ExifWalkR
     return texts.front().empty() ? Visit::Continue : Visit::Stop;
   };
   walker.Walk(header.firstDirectory, [&](const IfdEntry& entry) {
-    return entry.tag == kExifDirectory ? walker.Walk(entry.value, rules.exif, visit) : visit(entry);
+    return entry.tag == tiff_tag::kExif ? walker.Walk(entry.value, rules.exif, visit) : visit(entry);
   });
 }
 

@@ -43,7 +43,7 @@ void TakeHeapSettings(ExifData& data, const ByteSource& file) {
 std::string FindFirmware(const ByteSource& file) {
   const auto start = file.Size() - std::min<std::uint64_t>(file.Size(), kFirmwareTail);
   const auto tail = file.ReadUpTo(start, kFirmwareTail);
-  const auto text = ByteView(tail, ByteOrder::Little).Text(0, tail.size());
+  const auto text = ByteView(tail, ByteOrder::Little).Text();
   const auto found = text.find("Firmware");
   if (found == std::string_view::npos) return {};
   const auto rest = text.substr(found, kMaxFirmware);

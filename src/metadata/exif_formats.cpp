@@ -7,6 +7,7 @@
 #include "metadata/companion_exif.h"
 #include "metadata/exif_reader.h"
 #include "metadata/gif_size.h"
+#include "metadata/iptc/iptc_limits.h"
 #include "metadata/iptc/iptc_readers.h"
 #include "metadata/jp2_boxes.h"
 #include "metadata/png_chunks.h"
@@ -22,7 +23,6 @@ namespace {
 
 constexpr std::uint64_t kSmallestEos1DRaw = 1'638'401;  ///< bytes
 constexpr std::uint64_t kMostExif = 1ULL << 20;         ///< bytes; in a JPEG there is room for 64 KiB
-constexpr std::uint64_t kMostIptc = 64ULL << 20;        ///< bytes; nobody writes a thousandth of it
 constexpr std::int32_t kLargestEos1DThumbnail = 289;    ///< pixels
 
 template <class Size>
@@ -95,7 +95,7 @@ void ReadPsd(ExifData& data, const ByteSource& file) {
   data.hasIccProfile = FindPsdResource(psd->resources, psd_resource::kIccProfile) != nullptr;
   const auto* iptc = FindPsdResource(psd->resources, psd_resource::kIptc);
   if (iptc == nullptr) return;
-  const auto bytes = file.ReadUpTo(iptc->data.position, std::min(iptc->data.size, kMostIptc));
+  const auto bytes = file.ReadUpTo(iptc->data.position, std::min<std::uint64_t>(iptc->data.size, kMostIptcBytes));
   ReadIptcResource(data, ByteView(bytes, ByteOrder::Big));
 }
 
@@ -105,7 +105,7 @@ void ReadJp2(ExifData& data, const ByteSource& file) {
     TakeSize(data, *jp2);
     data.hasIccProfile = jp2->iccProfile.size > 0;
     if (const auto iptc = jp2->FindUuid(file, kIptcUuid)) {
-      const auto bytes = file.ReadUpTo(iptc->position, std::min(iptc->size, kMostIptc));
+      const auto bytes = file.ReadUpTo(iptc->position, std::min<std::uint64_t>(iptc->size, kMostIptcBytes));
       ReadBareIptc(data, ByteView(bytes, ByteOrder::Big));
     }
   }

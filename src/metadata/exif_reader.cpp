@@ -24,7 +24,7 @@ void KeepExifSegment(ExifData& data, const ByteSource& file, const JpegSegment& 
 void ReadXmpSegment(ExifData& data, const JpegSegments& segments, const JpegSegment& segment) {
   const auto payload = segments.Payload(segment);
   const ByteView view(payload, ByteOrder::Big);
-  const auto text = view.Text(0, view.Size());
+  const auto text = view.Text();
   const auto mark = text.find(kXmpMark);
   const bool isXmp = mark != std::string_view::npos && mark > 0;
   const auto packet = mark + kXmpMark.size() + kXmpVersionSize;

@@ -84,7 +84,7 @@ std::optional<double> readIFDrational(const ByteSource& file, ByteOrder order, c
 
 std::string readIFDstring(const ByteSource& file, const IfdEntry& entry, std::uint64_t base) {
   const auto bytes = FileBytes(file, entry, base);
-  return std::string(UpToZero(ByteView(bytes, ByteOrder::Little).Text(0, bytes.size())));
+  return std::string(UpToZero(ByteView(bytes, ByteOrder::Little).Text()));
 }
 
 std::string readIFDcomment(const ByteSource& file, const IfdEntry& entry, std::uint64_t base) {
@@ -93,7 +93,7 @@ std::string readIFDcomment(const ByteSource& file, const IfdEntry& entry, std::u
 }
 
 std::string CommentText(ByteView field) {
-  const auto whole = field.Text(0, field.Size());
+  const auto whole = field.Text();
   const bool hasCode = whole.size() > kCommentCode && whole[kCommentCode - 1] == '\0';
   if (!hasCode) return std::string(UpToZero(whole));
   const auto code = UpToZero(whole);

@@ -5,6 +5,7 @@
 #include "metadata/exif_block.h"
 #include "metadata/exif_tags.h"
 #include "metadata/exif_values.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
@@ -17,8 +18,6 @@ constexpr std::uint32_t kSmallestFilePlace = 4;   ///< shorter values stand in t
 constexpr std::uint32_t kSmallestBlockPlace = 9;  ///< a comment with an encoding in front
 
 constexpr std::uint64_t kMaxBytes = 64ULL << 20;  ///< of a block of foreign data
-
-constexpr std::uint16_t kImageWidth = 256, kImageLength = 257;
 
 }  // namespace
 
@@ -77,9 +76,9 @@ bool ExifWalk::TakeSizeOfSubIfd(std::uint32_t offset) {
   if (source_.ReadNumber(rules_.base + offset, 2, walker_.Order()) >= kTooManySubIfdEntries) return false;
   bool found = false;
   walker_.Walk(offset, rules_.exif, [&](const IfdEntry& entry) {
-    if (entry.tag == kImageWidth) data_.imageWidth = static_cast<std::int32_t>(entry.value);
-    if (entry.tag == kImageLength) data_.imageHeight = static_cast<std::int32_t>(entry.value);
-    found |= entry.tag == kImageWidth || entry.tag == kImageLength;
+    if (entry.tag == tiff_tag::kWidth) data_.imageWidth = static_cast<std::int32_t>(entry.value);
+    if (entry.tag == tiff_tag::kHeight) data_.imageHeight = static_cast<std::int32_t>(entry.value);
+    found |= entry.tag == tiff_tag::kWidth || entry.tag == tiff_tag::kHeight;
     return Visit::Continue;
   });
   return found;

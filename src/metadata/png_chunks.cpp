@@ -1,6 +1,7 @@
 #include "metadata/png_chunks.h"
 
 #include "metadata/inflate.h"
+#include "platform/text.h"
 
 namespace ml::metadata {
 namespace {
@@ -15,14 +16,10 @@ constexpr std::size_t kMaxTexts = 4096;
 constexpr int kMaxBadTexts = 16;  ///< each may cost as much time as a text of full length
 constexpr std::size_t kMaxProfile = std::size_t{8} << 20;
 
-std::string AsText(std::span<const std::byte> bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};  // char may alias everything
-}
-
 /// The zero-terminated text at the front of `data`; `data` then begins behind it. Throws OutOfBounds if there is
 /// no terminator.
 std::string TakeText(ByteView& data) {
-  const auto all = data.Text(0, data.Size());
+  const auto all = data.Text();
   const auto end = all.find('\0');
   if (end == std::string_view::npos) throw ExifException::OutOfBounds;
   std::string text(all.substr(0, end));
@@ -33,12 +30,12 @@ std::string TakeText(ByteView& data) {
 std::string Unpacked(ByteView stream) {
   const auto content = Inflate(stream.Bytes(), kMaxPngText);
   if (!content) throw ExifException::BadHeader;
-  return AsText(*content);
+  return std::string(platform::AsText(*content));
 }
 
 /// The body of a chunk behind its key. Method 0, zlib, is the only one there is.
 std::string TextBody(std::string_view type, ByteView data) {
-  if (type == "tEXt") return AsText(data.Bytes());
+  if (type == "tEXt") return std::string(data.Text());
   if (type == "zTXt") {
     if (data.readByte(0) != 0) throw ExifException::BadHeader;
     return Unpacked(data.From(1));
@@ -48,7 +45,7 @@ std::string TextBody(std::string_view type, ByteView data) {
   data = data.From(2);
   TakeText(data);  // language
   TakeText(data);  // translated key
-  return packed ? Unpacked(data) : AsText(data.Bytes());
+  return packed ? Unpacked(data) : std::string(data.Text());
 }
 
 std::optional<PngText> ReadText(const ByteSource& source, const PngChunk& chunk) {

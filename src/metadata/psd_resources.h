@@ -21,9 +21,10 @@ struct PsdResource {
   bool operator==(const PsdResource&) const = default;
 };
 
+enum class CutResource { Drop, Keep };
+
 /// The blocks from `area`'s start on, at most 4,096: each begins with "8BIM"; the walk ends at whatever does not
 /// and at a block that does not lie in `area` wholly, but for its pad byte, or with the part of it that does.
-enum class CutResource { Drop, Keep };
 std::vector<PsdResource> ReadPsdResources(const ByteSource& source, const FileRange& area,
                                           CutResource cut = CutResource::Drop);
 /// The first with this id, or null.

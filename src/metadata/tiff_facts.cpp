@@ -1,15 +1,13 @@
 #include "metadata/tiff_facts.h"
 
 #include "metadata/ifd.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-namespace tag {
-constexpr std::uint16_t kWidth = 256, kHeight = 257, kBitsPerSample = 258, kCompression = 259, kPhotometric = 262,
-                        kStripOffsets = 273, kSamplesPerPixel = 277, kRowsPerStrip = 278, kStripByteCounts = 279,
-                        kPlanes = 284, kTileWidth = 322, kIccProfile = 34675;
-}
+namespace tag = tiff_tag;
+
 constexpr std::uint32_t kMaxList = 1'000'000;  ///< a strip for every row of the highest picture shown
 constexpr std::uint32_t kMaxProfile = std::uint32_t{8} << 20;
 

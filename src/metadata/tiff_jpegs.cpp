@@ -2,11 +2,13 @@
 
 #include <utility>
 
+#include "metadata/tiff_tags.h"
+
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kCompression = 259, kStripOffsets = 273, kStripByteCounts = 279, kSubDirectories = 330,
-                        kJpegOffset = 513, kJpegLength = 514, kExif = 34665;
+using namespace tiff_tag;
+
 constexpr std::uint32_t kOldJpeg = 6, kJpeg = 7;  ///< values of the compression tag
 constexpr std::uint32_t kMaxSubDirectories = 16;
 

@@ -5,11 +5,11 @@
 #include "metadata/ifd.h"
 #include "metadata/olympus/olympus_note.h"
 #include "metadata/tiff_jpegs.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kOrientation = 274, kMakerNote = 37500;
 constexpr std::uint32_t kShortestNote = 5;  ///< anything shorter stands in the entry
 
 /// Of the maker notes of Minolta and of those that are built alike; listed by the documentation of ExifTool, page
@@ -53,7 +53,7 @@ void TakeMakerNote(const ByteSource& source, const TiffPlace& tiff, TiffJpegs& j
     std::uint32_t note = 0;
     IfdWalker walker(source, tiff.order, {.base = tiff.base, .followNext = false});
     walker.Walk(jpegs.ExifDirectory(), [&](const IfdEntry& entry) {
-      if (entry.tag == kMakerNote && entry.count >= kShortestNote) note = entry.value;
+      if (entry.tag == tiff_tag::kMakerNote && entry.count >= kShortestNote) note = entry.value;
       return Visit::Continue;
     });
     if (note != 0) TakeNote(source, tiff, note, jpegs);
@@ -134,7 +134,7 @@ std::optional<std::uint32_t> ReadTiffOrientation(const ByteSource& source, std::
   try {
     IfdWalker walker(source, header->order, {.base = base, .followNext = false});
     walker.Walk(header->firstDirectory, [&](const IfdEntry& entry) {
-      if (entry.tag != kOrientation) return Visit::Continue;
+      if (entry.tag != tiff_tag::kOrientation) return Visit::Continue;
       orientation = entry.value;
       return Visit::Stop;
     });

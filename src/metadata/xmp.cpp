@@ -187,7 +187,7 @@ void TakeAttributes(ExifData& data, std::string_view tag) {
 }  // namespace
 
 void ReadXmp(ExifData& data, ByteView packet) {
-  auto text = packet.Text(0, packet.Size());
+  auto text = packet.Text();
   text.remove_prefix(std::min(text.find('<'), text.size()));  // what names the packet may end in a zero of its own
   text = text.substr(0, text.find('\0'));
   Element element{text, {}, {}};

@@ -14,7 +14,7 @@ constexpr std::string_view kQuotes = "'\"";
 
 std::vector<std::byte> FindXmpPacket(const ByteSource& file) {
   const auto head = file.ReadUpTo(0, kLastOpening + kMaxPacket);
-  const auto text = ByteView(head, ByteOrder::Big).Text(0, head.size());
+  const auto text = ByteView(head, ByteOrder::Big).Text();
   const auto opening = text.find(kOpening);
   if (opening > kLastOpening) return {};  // also where there is none
   const auto behind = text.substr(opening + kOpening.size());

@@ -51,7 +51,7 @@ double ParseRational(std::string_view text) {
 }
 
 std::string XmpDateText(std::string_view text) {
-  const std::string whole(text);
+  std::string whole(text);
   if (whole.find('T') == std::string::npos) return whole;
   std::array<int, 6> f{};
   const int count = std::sscanf(whole.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &f[0], &f[1], &f[2], &f[3], &f[4], &f[5]);

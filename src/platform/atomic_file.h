@@ -14,6 +14,7 @@
 #include "platform/file_identity.h"
 #include "platform/file_system.h"
 #include "platform/open_file.h"
+#include "platform/text.h"
 
 namespace ml::platform {
 
@@ -60,7 +61,7 @@ class AtomicFile {
 
   /// Appends. Not buffered: give it large pieces.
   void Write(std::span<const std::byte> bytes);
-  void Write(std::string_view text) { Write(std::as_bytes(std::span(text.data(), text.size()))); }
+  void Write(std::string_view text) { Write(AsBytes(text)); }
   /// Bytes written so far.
   std::uint64_t Size() const noexcept { return size_; }
   /// Once, as the last call. After a failure the target is as it was, except where the sentence says that the

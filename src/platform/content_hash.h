@@ -41,7 +41,7 @@ class ContentHash {
     return std::rotl(value + word * before, 31) * after;
   }
   void Mix(const std::byte* block) noexcept {
-    std::array<std::uint64_t, 4> words;
+    std::array<std::uint64_t, 4> words{};
     std::memcpy(words.data(), block, sizeof words);
     for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i] = Step(lanes_[i], words[i]);
   }

@@ -27,8 +27,6 @@ class DirIndex {
   std::optional<std::string> FindListed(std::string_view name) const;
   /// Reads the directory unless what is known still holds. False if it cannot be read.
   bool Refresh();
-  /// To be called after a change of our own.
-  void Invalidate() { trusted_ = false; }
 
  private:
   struct Stamp {

@@ -15,25 +15,21 @@
 #include "platform/journal_files.h"
 #include "platform/messages.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace ml::platform {
-
-namespace {
-
-constexpr std::size_t kCopyChunk = std::size_t{1} << 20;
-
-std::string ToText(std::span<const std::byte> bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};  // char may alias everything
-}
-
-}  // namespace
 
 EditBatch::EditBatch(EditJournal& journal, std::string what) : host_(journal.Host()), what_(std::move(what)) {}
 
 EditBatch::~EditBatch() { Commit(); }
 
+/// The first failure is the cause of those behind it.
+void EditBatch::Fail(const std::exception& error) {
+  if (!failure_) failure_ = error.what();
+}
+
 void EditBatch::Append(const std::string& lines) {
-  log_->Write(logSize_, std::as_bytes(std::span(lines.data(), lines.size())));
+  log_->Write(logSize_, AsBytes(lines));
   logSize_ += lines.size();
 }
 
@@ -65,14 +61,14 @@ void EditBatch::Record(EditKind kind, const std::string& path, const std::functi
     lost_ = lost_ || step.kind == EditKind::Lost;
     steps_.push_back(std::move(step));
   } catch (const std::exception& error) {
-    failure_ = error.what();
+    Fail(error);
   }
 }
 
 void EditBatch::WillReplaceRange(const RangeEdit& edit) {
   Record(EditKind::Range, edit.path, [&](EditStep& step) {
-    step.oldBytes = ToText(edit.oldBytes);
-    step.newBytes = ToText(edit.newBytes);
+    step.oldBytes = AsText(edit.oldBytes);
+    step.newBytes = AsText(edit.newBytes);
     step.offset = edit.offset;
     step.oldSize = edit.oldSize;
     step.newSize = edit.newSize;
@@ -89,19 +85,14 @@ void EditBatch::KeepOldContent(EditStep& step) {
     store_.emplace(fileSystem, fd, path);
   }
   const auto file = OpenRegular(fileSystem, step.path, O_RDONLY);
-  std::vector<std::byte> buffer(kCopyChunk);
   ContentHash hash;
-  std::uint64_t at = 0;
-  while (const auto length = file.Read(at, buffer)) {
-    const auto chunk = std::span(buffer).first(length);
-    store_->Write(storeSize_ + at, chunk);
-    hash.Add(chunk);
-    at += length;
-  }
   step.offset = storeSize_;
-  step.oldSize = at;
+  step.oldSize = ReadInPieces(file, 0, file.Size(), [&](auto piece) {
+    store_->Write(storeSize_, piece);
+    hash.Add(piece);
+    storeSize_ += piece.size();
+  });
   step.oldHash = hash.Value();
-  storeSize_ += at;
 }
 
 void EditBatch::WillReplaceFile(const FileEdit& edit) {
@@ -149,8 +140,8 @@ EditBatch::Mark EditBatch::WillMoveAll(const std::vector<PlannedMove>& moves) {
     log_->Sync();
     OpenDirectory(host_.fileSystem, log_->Label()).Sync();
   } catch (const std::exception& error) {
+    Fail(error);
     Forget(before);
-    failure_ = error.what();
   }
   return before;
 }
@@ -163,13 +154,13 @@ void EditBatch::Forget(const Mark& mark) {
       const auto path = log_->Label();
       log_.reset();
       logSize_ = 0;
-      if (host_.fileSystem.Unlink(path) != 0) ThrowFileError(messages::kUnableToRemove, path, errno);
+      RemoveFile(host_.fileSystem, path);
     } else {
       log_->Truncate(mark.logSize);
       logSize_ = mark.logSize;
     }
   } catch (const std::exception& error) {
-    failure_ = failure_ ? failure_ : error.what();
+    Fail(error);
   }
 }
 
@@ -206,7 +197,7 @@ void EditBatch::Commit() {
     log_->Sync();
     OpenDirectory(host_.fileSystem, log_->Label()).Sync();
   } catch (const std::exception& error) {
-    failure_ = failure_ ? failure_ : error.what();
+    Fail(error);
   }
   log_.reset();
   store_.reset();
@@ -215,7 +206,7 @@ void EditBatch::Commit() {
   try {
     PruneJournal(host_.fileSystem, JournalDirectory(host_.stateDirectory));
   } catch (const std::exception& error) {
-    failure_ = failure_ ? failure_ : error.what();
+    Fail(error);
   }
 }
 

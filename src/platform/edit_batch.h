@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <optional>
 #include <string>
@@ -41,8 +42,6 @@ class EditBatch final : public EditRecorder {
   void WillChangeStatus(const std::string& path) override;
   /// The file itself, or a link itself.
   void WillRename(const std::string& from, const std::string& to);
-  /// A file that is made by other means than AtomicFile.
-  void WillCreate(const std::string& path) { WillCreateFile({.path = path}); }
   void WillTrash(const std::string& path);
   /// A place among the steps noted.
   struct Mark {
@@ -68,6 +67,7 @@ class EditBatch final : public EditRecorder {
   void Start();
   void Record(EditKind kind, const std::string& path, const std::function<void(EditStep&)>& complete);
   void KeepOldContent(EditStep& step);
+  void Fail(const std::exception& error);
   void Append(const std::string& lines);
   EditStep StepOf(EditKind kind, const std::string& path, const std::string& now) const;
   std::string AfterLines() const;

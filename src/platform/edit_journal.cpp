@@ -9,6 +9,7 @@
 #include "platform/errors.h"
 #include "platform/journal_files.h"
 #include "platform/messages.h"
+#include "platform/text.h"
 #include "platform/undo.h"
 
 namespace ml::platform {
@@ -35,7 +36,7 @@ JournalEntry Describe(const std::string& id, const EditLog& log) {
 /// note that finds none is left out, and the next undo relies on the files alone.
 void Note(OpenFile& file, EditLog& log, const std::string& line) {
   try {
-    file.Write(log.size, std::as_bytes(std::span(line.data(), line.size())));
+    file.Write(log.size, AsBytes(line));
     log.size += line.size();
   } catch (const UserError&) {
     return;

@@ -31,7 +31,7 @@ inline FileIdentity IdentityOf(const struct stat& status) noexcept {
           .modified = ModificationTime(status)};
 }
 
-/// Of the file that `path` leads to; nothing if there is none.
+/// Of the file that `path` leads to; nothing if there is none, or it cannot be looked at.
 inline std::optional<FileIdentity> IdentityOf(const std::string& path, FileSystem& fileSystem = RealFileSystem()) {
   struct stat status {};
   if (fileSystem.Stat(path, Links::Follow, status) != 0) return std::nullopt;

@@ -46,8 +46,6 @@ class FileStatusGuard {
   /// A status that cannot be put back any more is let be: a destructor has nobody to tell.
   ~FileStatusGuard();
 
-  /// As it was when the guard was made; nothing if there was no file.
-  const std::optional<FileStatus>& Saved() const noexcept { return saved_; }
   [[nodiscard]] bool MakeWritable();
   void Wrote() noexcept { disturbed_ = true; }
   /// Puts the status back now, so that a failure can be told. Throws UserError.

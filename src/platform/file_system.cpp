@@ -25,6 +25,10 @@ void ThrowFileError(const char* sentence, const std::string& path, int error) {
   throw UserError(sentence + path + "\n" + ErrorText(error));
 }
 
+void RemoveFile(FileSystem& fileSystem, const std::string& path) {
+  if (fileSystem.Unlink(path) != 0 && errno != ENOENT) ThrowFileError(messages::kUnableToRemove, path, errno);
+}
+
 std::string ResolveLinks(FileSystem& fileSystem, const std::string& path) {
   std::string result = path;
   for (int links = 0; links < kMaxLinks; ++links) {

@@ -62,6 +62,9 @@ std::string ErrorText(int error);
 /// Throws UserError: `sentence`, `path` and, on a line of its own, the text of `error`.
 [[noreturn]] void ThrowFileError(const char* sentence, const std::string& path, int error);
 
+/// Throws UserError; a file that is gone already is no failure.
+void RemoveFile(FileSystem& fileSystem, const std::string& path);
+
 /// Where `path` leads: symbolic links at its end are followed, also to a file that does not exist yet.
 /// Throws UserError for a circle.
 std::string ResolveLinks(FileSystem& fileSystem, const std::string& path);

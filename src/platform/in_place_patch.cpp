@@ -18,8 +18,6 @@ namespace ml::platform {
 
 namespace {
 
-constexpr std::uint64_t kCopyChunk = std::uint64_t{1} << 20;
-
 /// The bytes from the first to the last changed one, as they are and as they shall be.
 struct Span {
   std::uint64_t begin = 0;
@@ -71,13 +69,11 @@ void ReplaceWhole(const OpenFile& file, const PatchSet& set, const EditOptions& 
                                 .recorder = options.recorder,
                                 .stateDirectory = options.stateDirectory,
                                 .fileSystem = options.fileSystem});
-  std::vector<std::byte> buffer(static_cast<std::size_t>(std::min(kCopyChunk, set.fileSize)));
-  for (std::uint64_t at = 0; at < set.fileSize; at += buffer.size()) {
-    const auto chunk = std::span(buffer).first(static_cast<std::size_t>(std::min(kCopyChunk, set.fileSize - at)));
-    if (file.Read(at, chunk) != chunk.size()) throw UserError(messages::kChangedMeanwhile + file.Label());
-    Overlay(set.patches, at, chunk);
-    out.Write(chunk);
-  }
+  const auto copied = ReadInPieces(file, 0, set.fileSize, [&](auto piece) {
+    Overlay(set.patches, out.Size(), piece);
+    out.Write(piece);
+  });
+  if (copied != set.fileSize) throw UserError(messages::kChangedMeanwhile + file.Label());
   out.Write(set.appended);
   out.Commit();
 }

@@ -10,6 +10,7 @@
 #include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/record_line.h"
+#include "platform/text.h"
 
 namespace ml::platform {
 
@@ -47,10 +48,6 @@ std::uint64_t SizeOf(FileSystem& fileSystem, const std::string& path) {
   return fileSystem.Stat(path, Links::Keep, status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
-void Remove(FileSystem& fileSystem, const std::string& path) {
-  if (fileSystem.Unlink(path) != 0 && errno != ENOENT) ThrowFileError(messages::kUnableToRemove, path, errno);
-}
-
 }  // namespace
 
 std::string JournalDirectory(const std::string& stateDirectory) { return JoinPath(stateDirectory, "journal"); }
@@ -82,13 +79,13 @@ OpenFile CreateLog(FileSystem& fileSystem, const std::string& directory) {
 std::optional<EditLog> LoadBatch(const OpenFile& log) {
   std::vector<std::byte> bytes(static_cast<std::size_t>(log.Size()));
   bytes.resize(log.Read(0, bytes));
-  return ReadEditLog({reinterpret_cast<const char*>(bytes.data()), bytes.size()});  // char may alias everything
+  return ReadEditLog(AsText(bytes));
 }
 
 void RemoveBatch(FileSystem& fileSystem, const std::string& directory, const std::string& id) {
   OpenDirectory names(fileSystem, LogPath(directory, id));
-  Remove(fileSystem, LogPath(directory, id));
-  Remove(fileSystem, StorePathOf(LogPath(directory, id)));
+  RemoveFile(fileSystem, LogPath(directory, id));
+  RemoveFile(fileSystem, StorePathOf(LogPath(directory, id)));
   names.Sync();
 }
 
@@ -106,7 +103,7 @@ void PruneJournal(FileSystem& fileSystem, const std::string& directory) {
     const auto log = LogPath(directory, id);
     struct stat status {};
     const bool isOrphan = fileSystem.Stat(log, Links::Keep, status) != 0 && errno == ENOENT;
-    if (isOrphan) Remove(fileSystem, StorePathOf(log));
+    if (isOrphan) RemoveFile(fileSystem, StorePathOf(log));
   }
 }
 

@@ -21,16 +21,14 @@ namespace {
 
 using Block = std::vector<std::byte>;
 
-constexpr std::size_t kCopyChunk = std::size_t{1} << 20;
-
 void CopyRange(const OpenFile& from, OpenFile& to, std::uint64_t begin, std::uint64_t end) {
-  Block buffer(kCopyChunk);
-  while (begin < end) {
-    const std::span chunk(buffer.data(), static_cast<std::size_t>(std::min<std::uint64_t>(kCopyChunk, end - begin)));
-    if (from.Read(begin, chunk) != chunk.size()) ThrowFileError(messages::kUnableToRead, from.Label(), EIO);
-    to.Write(begin, chunk);
-    begin += chunk.size();
-  }
+  if (begin >= end) return;
+  auto at = begin;
+  ReadInPieces(from, begin, end - begin, [&](auto piece) {
+    to.Write(at, piece);
+    at += piece.size();
+  });
+  if (at != end) ThrowFileError(messages::kUnableToRead, from.Label(), EIO);
 }
 
 /// The part behind the old end goes first: only there can the disk turn out to be full, and taking it away
@@ -44,10 +42,6 @@ void CopyHead(const OpenFile& copy, OpenFile& target, const OverwriteNote& note)
   CopyRange(copy, target, 0, std::min(note.oldSize, note.newSize));
   if (note.newSize < note.oldSize) target.Truncate(note.newSize);
   target.Sync();
-}
-
-void RemoveFile(FileSystem& fileSystem, const std::string& path) {
-  if (fileSystem.Unlink(path) != 0 && errno != ENOENT) ThrowFileError(messages::kUnableToRemove, path, errno);
 }
 
 /// The note goes last: as long as it stands, what it names is known to be ours.

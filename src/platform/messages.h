@@ -14,6 +14,9 @@ inline constexpr char kAlreadyExists[] = "File already exists:\n";
 inline constexpr char kChangedMeanwhile[] = "File was changed by another program, nothing was written:\n";
 inline constexpr char kPatchNotRevoked[] = "Writing failed half-way, the file may be damaged:\n";
 inline constexpr char kFinishedAtNextStart[] = "Writing was interrupted and will be finished at the next start:\n";
+inline constexpr char kOverwriteFinished[] = "A change that was cut off has been finished:\n";
+inline constexpr char kOverwriteKeptBeside[] =
+    "A change that was cut off is kept beside its file, which has changed since:\n";
 inline constexpr char kUnableToRename[] = "Unable to rename file:\n";
 inline constexpr char kUnableToChangeStatus[] = "Unable to set time or permissions of file:\n";
 inline constexpr char kUnableToStart[] = "Unable to start program:\n";

@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
+#include <vector>
 
 #include "platform/errors.h"
 #include "platform/messages.h"
@@ -62,6 +64,22 @@ bool OpenFile::TryLock() {
   if (fileSystem_->Flock(fd_, LOCK_EX | LOCK_NB) == 0) return true;
   if (errno != EWOULDBLOCK) ThrowFileError(messages::kUnableToWrite, label_, errno);
   return false;
+}
+
+std::uint64_t ReadInPieces(const OpenFile& file, std::uint64_t offset, std::uint64_t length,
+                           const std::function<void(std::span<std::byte> piece)>& take) {
+  constexpr std::uint64_t kPiece = std::uint64_t{1} << 20;
+  std::vector<std::byte> buffer(static_cast<std::size_t>(std::min(kPiece, length)));
+  std::uint64_t done = 0;
+  while (done < length) {
+    const auto rest = std::min<std::uint64_t>(buffer.size(), length - done);
+    const auto wanted = std::span(buffer).first(static_cast<std::size_t>(rest));
+    const auto got = file.Read(offset + done, wanted);
+    if (got > 0) take(wanted.first(got));
+    done += got;
+    if (got < wanted.size()) break;
+  }
+  return done;
 }
 
 OpenFile OpenRegular(FileSystem& fileSystem, const std::string& path, int flags) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -43,6 +44,11 @@ class OpenFile {
   int fd_;
   std::string label_;
 };
+
+/// Hands `length` bytes from `offset` on to `take`, a piece after the other, which `take` may change. How many there
+/// were: fewer only where the file ends. Throws as OpenFile::Read, and what `take` throws.
+std::uint64_t ReadInPieces(const OpenFile& file, std::uint64_t offset, std::uint64_t length,
+                           const std::function<void(std::span<std::byte> piece)>& take);
 
 /// Opens an existing regular file; `flags` as for open(). Throws UserError for everything else, and never
 /// waits on a pipe or touches a device.

@@ -10,6 +10,7 @@
 #include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/record_line.h"
+#include "platform/text.h"
 
 namespace ml::platform {
 
@@ -45,7 +46,7 @@ OpenFile WriteOverwriteNote(FileSystem& fileSystem, const OverwriteNote& note, c
   if (fd < 0) ThrowFileError(messages::kUnableToWrite, unfinished, errno);
   OpenFile file(fileSystem, fd, unfinished);
   file.TryLock();
-  file.Write(0, std::as_bytes(std::span(line.data(), line.size())));
+  file.Write(0, AsBytes(line));
   file.Sync();
   if (fileSystem.Rename(unfinished, path) != 0) ThrowFileError(messages::kUnableToWrite, path, errno);
   directory.Sync();
@@ -55,8 +56,7 @@ OpenFile WriteOverwriteNote(FileSystem& fileSystem, const OverwriteNote& note, c
 std::optional<OverwriteNote> ReadOverwriteNote(const OpenFile& file) {
   std::vector<std::byte> bytes(static_cast<std::size_t>(file.Size()));
   bytes.resize(file.Read(0, bytes));
-  const auto* text = reinterpret_cast<const char*>(bytes.data());  // char may alias everything
-  const auto lines = ReadRecordLines({text, bytes.size()});
+  const auto lines = ReadRecordLines(AsText(bytes));
   if (lines.size() != 1 || lines[0].size() < 6 || lines[0][0] != kKind) return std::nullopt;
   const auto& fields = lines[0];
   OverwriteNote note{.target = fields[1], .copy = fields[2]};

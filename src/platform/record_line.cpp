@@ -10,9 +10,7 @@ namespace ml::platform {
 
 namespace {
 
-std::string Checksum(std::string_view text) {
-  return std::to_string(HashOf(std::as_bytes(std::span(text.data(), text.size()))));
-}
+std::string Checksum(std::string_view text) { return std::to_string(HashOf(AsBytes(text))); }
 
 /// Every field ends in a blank, the checksum of all that stands before it ends the line.
 bool ReadLine(std::string_view line, std::vector<std::string>& fields) {

@@ -13,15 +13,14 @@
 #include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/text.h"
 
 namespace ml::platform {
 
 namespace {
 
-constexpr std::uint64_t kChunk = std::uint64_t{1} << 20;
-
 std::vector<std::byte> ToBytes(const std::string& text) {
-  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
+  const auto bytes = AsBytes(text);
   return {bytes.begin(), bytes.end()};
 }
 
@@ -60,12 +59,8 @@ AtomicFileOptions Writing(const FileStamp& stamp, const UndoContext& context) {
 
 void Copy(FileSystem& fileSystem, const std::string& from, std::uint64_t begin, std::uint64_t length, AtomicFile& to) {
   const auto source = OpenRegular(fileSystem, from, O_RDONLY);
-  for (const auto end = begin + length; begin < end;) {
-    std::vector<std::byte> chunk(static_cast<std::size_t>(std::min(kChunk, end - begin)));
-    if (source.Read(begin, chunk) != chunk.size()) ThrowFileError(messages::kUnableToRead, from, EIO);
-    to.Write(chunk);
-    begin += chunk.size();
-  }
+  const auto copied = ReadInPieces(source, begin, length, [&](auto piece) { to.Write(piece); });
+  if (copied != length) ThrowFileError(messages::kUnableToRead, from, EIO);
 }
 
 void RevertFile(const EditStep& step, const UndoContext& context) {
@@ -86,7 +81,7 @@ void CopyBack(const std::string& from, const std::string& to, const UndoContext&
   file.Commit();
   RestoreFileStatus(to, {.modified = stamp->modified, .mode = stamp->mode}, ModificationTimePolicy::Restore,
                     fileSystem);
-  if (fileSystem.Unlink(from) != 0) ThrowFileError(messages::kUnableToRemove, from, errno);
+  RemoveFile(fileSystem, from);
 }
 
 enum class Lasting { AtOnce, Later };
@@ -107,9 +102,7 @@ void RevertTrash(const EditStep& step, const UndoContext& context) {
   const auto trashed = FindInTrash(step, context);
   if (!trashed) RefuseChanged(step.path);
   MoveBack(trashed->file, step.path, Lasting::AtOnce, context);
-  if (!trashed->info.empty() && context.fileSystem.Unlink(trashed->info) != 0) {
-    ThrowFileError(messages::kUnableToRemove, trashed->info, errno);
-  }
+  if (!trashed->info.empty()) RemoveFile(context.fileSystem, trashed->info);
 }
 
 }  // namespace

@@ -51,14 +51,11 @@ std::string NewTemporaryName() {
   std::random_device device;
   std::array<unsigned, 4> random{};
   std::ranges::generate(random, [&] { return device(); });
-  const auto* bytes = reinterpret_cast<const char*>(random.data());  // char may alias everything
-  return std::string(kPrefix).append(ToHex({bytes, sizeof(random)})).append(kTemporary);
+  return std::string(kPrefix).append(ToHex(AsText(std::as_bytes(std::span(random))))).append(kTemporary);
 }
 
 std::string CopyNameOf(std::string_view temporaryName) { return WithEnding(temporaryName, kCopy); }
 std::string TemporaryNameOf(std::string_view copyName) { return WithEnding(copyName, kTemporary); }
-
-bool IsOurTemporary(std::string_view name) { return HasForm(name, kTemporary) || HasForm(name, kCopy); }
 
 int RemoveStaleTemporaries(const std::string& directory, FileSystem& fileSystem) {
   std::vector<std::string> names;

@@ -15,9 +15,6 @@ std::string NewTemporaryName();
 std::string CopyNameOf(std::string_view temporaryName);
 /// The inverse.
 std::string TemporaryNameOf(std::string_view copyName);
-/// Whether a name without directory is one of these. Listings leave such files out.
-bool IsOurTemporary(std::string_view name);
-
 /// Removes what killed programs of this user left in `directory`; files still being written, and copies that
 /// an interrupted overwrite needs, stay. How many were removed; never throws for a file that resists.
 int RemoveStaleTemporaries(const std::string& directory, FileSystem& fileSystem = RealFileSystem());

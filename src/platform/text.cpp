@@ -18,6 +18,12 @@ unsigned char Byte(std::string_view bytes, std::size_t i) { return static_cast<u
 
 }  // namespace
 
+std::string_view AsText(std::span<const std::byte> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};  // char may alias everything
+}
+
+std::span<const std::byte> AsBytes(std::string_view text) { return std::as_bytes(std::span(text)); }
+
 CodePoint DecodeUtf8(std::string_view bytes, std::size_t offset) {
   const auto lead = Byte(bytes, offset);
   const CodePoint broken{lead, 1, false};

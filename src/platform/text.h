@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,10 @@
 /// Texts are bytes. Old cameras and editors write Latin letters, everything newer writes UTF-8; what the
 /// bytes are is only decided when they are shown.
 namespace ml::platform {
+
+/// The same bytes, which must live on, in the one type or the other.
+std::string_view AsText(std::span<const std::byte> bytes);
+std::span<const std::byte> AsBytes(std::string_view text);
 
 bool IsValidUtf8(std::string_view bytes);
 

@@ -71,9 +71,8 @@ std::optional<TrashNote> ReadNote(const std::string& path, FileSystem& fileSyste
   const auto file = OpenIfReadable(path, fileSystem);
   if (!file || file->Size() > kMaxInfo) return std::nullopt;
   const auto bytes = file->Range(0, kMaxInfo);
-  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   TrashNote note;
-  for (const auto line : SplitLines(text)) {
+  for (const auto line : SplitLines(AsText(bytes))) {
     if (line.starts_with("Path=")) note.path = Unescape(line.substr(5));
     if (line.starts_with("DeletionDate=")) note.date = line.substr(13);
   }
@@ -137,18 +136,5 @@ class SystemTrash final : public Trash {
 }  // namespace
 
 std::unique_ptr<Trash> MakeSystemTrash(FileSystem& fileSystem) { return std::make_unique<SystemTrash>(fileSystem); }
-
-TrashedFile TrashFile(Trash& trash, const std::string& path, FileSystem& fileSystem) {
-  const auto original = AbsolutePath(path);
-  struct stat before {};
-  if (fileSystem.Stat(original, Links::Keep, before) != 0) ThrowFileError(messages::kUnableToTrash, original, errno);
-  trash.Put(original);
-  for (auto& candidate : trash.Find(original)) {
-    // The dates in the trash count whole seconds: the file itself decides.
-    struct stat now {};
-    if (fileSystem.Stat(candidate.file, Links::Keep, now) == 0 && now.st_ino == before.st_ino) return candidate;
-  }
-  return {.original = original, .file = {}, .info = {}};
-}
 
 }  // namespace ml::platform

@@ -28,8 +28,4 @@ class Trash {
 /// The desktop's own trash: that of the home, or of the volume a file lies on.
 std::unique_ptr<Trash> MakeSystemTrash(FileSystem& fileSystem = RealFileSystem());
 
-/// Puts a file into `trash` and tells where it lies now. Its `file` and `info` are empty where the trash does
-/// not say; the file is in the trash all the same.
-TrashedFile TrashFile(Trash& trash, const std::string& path, FileSystem& fileSystem = RealFileSystem());
-
 }  // namespace ml::platform

@@ -23,19 +23,9 @@ namespace ml::platform {
 
 namespace {
 
-constexpr std::uint64_t kChunk = std::uint64_t{1} << 20;
-
 std::uint64_t HashRange(const OpenFile& file, std::uint64_t begin, std::uint64_t length) {
-  std::vector<std::byte> buffer(static_cast<std::size_t>(std::min(kChunk, length)));
   ContentHash hash;
-  while (length > 0) {
-    const auto chunk = std::span(buffer).first(static_cast<std::size_t>(std::min(kChunk, length)));
-    const auto got = file.Read(begin, chunk);
-    if (got == 0) break;
-    hash.Add(chunk.first(got));
-    begin += got;
-    length -= got;
-  }
+  ReadInPieces(file, begin, length, [&](auto piece) { hash.Add(piece); });
   return hash.Value();
 }
 

@@ -14,6 +14,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/text.h"
 #include "settings/messages.h"
 #include "settings/toml_document.h"
 
@@ -47,7 +48,7 @@ void ReadContent(const std::string& path, SettingsFile& file) {
   const platform::ReadableFile in(path);
   if (in.Size() > kLargestFile) throw platform::UserError(SettingsUnreadable(path));
   const auto bytes = in.Range(0, in.Size());
-  file.content.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  file.content = platform::AsText(bytes);
   file.identity = in.Identity();
 }
 
@@ -70,14 +71,12 @@ SettingsFile ReadSettingsFile(const std::string& path) {
   return file;
 }
 
-std::span<const std::byte> Bytes(const std::string& text) { return std::as_bytes(std::span(text)); }
-
 void KeepBrokenFile(const std::string& path, const std::string& content) {
   const std::string kept = path + ".bad";
   for (int i = 0; i < kMostKeptFiles; ++i) {
     const std::string name = i == 0 ? kept : kept + std::to_string(i);
     if (!IsMissing(name)) continue;
-    platform::ReplaceFile(name, Bytes(content), {.existing = platform::ExistingFile::Refuse});
+    platform::ReplaceFile(name, platform::AsBytes(content), {.existing = platform::ExistingFile::Refuse});
     return;
   }
   throw platform::UserError(SettingsNotKept(path));
@@ -88,7 +87,7 @@ void WriteWhole(const std::string& path, const SettingsFile& file, const std::st
   platform::AtomicFileOptions options;
   options.read = file.identity;
   if (file.state == FileState::Missing) options.existing = platform::ExistingFile::Refuse;
-  platform::ReplaceFile(path, Bytes(content), std::move(options));
+  platform::ReplaceFile(path, platform::AsBytes(content), std::move(options));
 }
 
 }  // namespace

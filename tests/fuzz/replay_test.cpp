@@ -54,20 +54,20 @@ TEST(FuzzFinds, EndCleanly) {
   }
 }
 
-/// The targets behind which the readers and decoders of a kind of file stand.
+/// The targets behind which the readers, decoders and edits of a kind of file stand.
 struct Kind {
   std::string_view extension;
   std::vector<std::string_view> targets;
 };
 const Kind kKinds[] = {
-    {".jpg", {"exif", "jpeg", "iptc", "iptc_file", "xmp"}},
-    {".tif", {"exif", "tiff_facts", "tiff_raw", "uncompressed_tiff", "decode_magick"}},
+    {".jpg", {"exif", "jpeg", "iptc", "iptc_file", "xmp", "jpeg_edit"}},
+    {".tif", {"exif", "tiff_facts", "tiff_raw", "uncompressed_tiff", "decode_magick", "tiff_edits"}},
     {".nef", {"exif", "tiff_raw", "decode_raw", "nef_raw"}},
     {".orf", {"exif", "tiff_raw", "decode_raw"}},
     {".pef", {"exif", "tiff_raw", "decode_raw"}},
     {".raf", {"exif", "tiff_raw", "decode_raw"}},
     {".mrw", {"exif", "tiff_raw", "decode_raw"}},
-    {".crw", {"ciff", "decode_raw"}},
+    {".crw", {"ciff", "decode_raw", "crw_edits"}},
     {".png", {"png", "iptc", "decode_png"}},
     {".psd", {"psd", "iptc", "decode_psd"}},
     {".jp2", {"exif", "jp2", "iptc", "xmp", "decode_jp2"}},

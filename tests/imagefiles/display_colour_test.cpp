@@ -53,7 +53,7 @@ class Displayed : public testing::Test {
 
   /// What became of the colour in the middle.
   static std::string Colour(const imaging::PixelBuffer& pixels, bool changed) {
-    const auto* pixel = pixels.Row(pixels.height / 2) + pixels.width / 2 * 3;
+    const auto* pixel = pixels.Row(pixels.height / 2) + std::ptrdiff_t{pixels.width / 2} * 3;
     const auto near = [&](unsigned colour) {
       for (int i = 0; i < 3; ++i) {
         if (std::abs(std::to_integer<int>(pixel[i]) - static_cast<int>(colour >> (8 * i) & 0xff)) > 4) return false;

@@ -19,7 +19,7 @@ PixelBuffer RowOf(std::initializer_list<std::array<int, 3>> pixels) {
   auto buffer = imaging::MakePixelBuffer(static_cast<int>(pixels.size()), 1, imaging::PixelOrder::Bgr);
   auto* out = buffer.data.data();
   for (const auto& pixel : pixels) {
-    for (const std::size_t channel : {2, 1, 0}) *out++ = static_cast<std::byte>(pixel[channel]);
+    for (const std::size_t channel : {2U, 1U, 0U}) *out++ = static_cast<std::byte>(pixel[channel]);
   }
   return buffer;
 }

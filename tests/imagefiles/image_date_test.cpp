@@ -22,7 +22,7 @@ class ImageDate : public testing::Test {
   test::TempDir dir;
 
   std::string Write(const std::string& name, const std::string& content) {
-    const auto path = dir.Write(name, content);
+    auto path = dir.Write(name, content);
     platform::SetModificationTime(path, *platform::ToTime(*platform::ParseDateTime(kChanged)) * 1'000'000'000);
     return path;
   }

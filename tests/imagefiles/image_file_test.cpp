@@ -7,8 +7,8 @@
 #include <numeric>
 
 #include "platform/errors.h"
-#include "platform/file_status.h"
 #include "support/jpeg_builder.h"
+#include "support/refusal.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -109,7 +109,7 @@ TEST_F(JpegPicture, IsAveragedOnlyIfAskedFor) {
 
 TEST_F(JpegPicture, IsTurnedOnlyIfAskedFor) {
   auto halves = test::PaintPlain(64, 32, 0x202020);
-  for (int y = 0; y < 32; ++y) halves.rgb.replace(static_cast<std::size_t>(y * 64 * 3), 96, 96, '\xe0');  // left: light
+  for (int y = 0; y < 32; ++y) halves.rgb.replace(static_cast<std::size_t>(y) * 64 * 3, 96, 96, '\xe0');  // left: light
   const auto bytes = test::WithExif(EncodeJpeg(halves), {.orientation = 6});
   const auto plain = Open(bytes)->GetPixels();
   EXPECT_EQ(plain.width, 64);
@@ -125,14 +125,7 @@ TEST_F(JpegPicture, IsTurnedOnlyIfAskedFor) {
 }
 
 TEST_F(JpegPicture, RefusalsNameTheFile) {
-  const auto reason = [&](const std::string& bytes) -> std::string {
-    try {
-      Open(bytes)->GetPixels();
-    } catch (const platform::UserError& error) {
-      return error.what();
-    }
-    return {};
-  };
+  const auto reason = [&](const std::string& bytes) { return test::Refusal([&] { Open(bytes)->GetPixels(); }); };
   const auto path = dir_ / "a.jpg";
   EXPECT_EQ(reason("GIF89a"), "Unable to read image:\n" + path + "\nNot a JPEG file: starts with 0x47 0x49");
   EXPECT_EQ(reason(""), "Unable to read image:\n" + path + "\nEmpty input file");
@@ -148,39 +141,6 @@ TEST_F(JpegPicture, OnlyForFilesThatAreThere) {
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   EXPECT_THROW(CreateImageFile(pipe, {})->GetPixels(), platform::UserError);
 }
-
-struct StatusCase {
-  const char* name;
-  bool preserve, lift, write;
-  bool timeStays;
-};
-class FileStatus : public testing::TestWithParam<StatusCase> {};
-
-TEST_P(FileStatus, IsPutBackByTheHandlerThatDisturbedIt) {
-  constexpr std::int64_t kBefore = 1'000'000'000'000'000'000, kSecond = 1'000'000'000;
-  const auto& c = GetParam();
-  const test::TempDir dir;
-  const auto path = dir.Write("a.jpg", "x");
-  platform::SetReadOnly(path);
-  platform::SetModificationTime(path, kBefore);
-  {
-    const auto file = CreateImageFile(path, {.preserveModificationTime = c.preserve});
-    const bool lifted = c.lift && file->MakeWritable();
-    EXPECT_EQ(lifted, c.lift);
-    EXPECT_EQ(platform::IsReadOnly(path), !c.lift);
-    platform::SetModificationTime(path, kBefore + kSecond);  // by the handler's owner, or by another program
-    if (c.write) file->Wrote();
-  }
-  EXPECT_TRUE(platform::IsReadOnly(path));
-  EXPECT_EQ(platform::ReadFileStatus(path)->modified, c.timeStays ? kBefore : kBefore + kSecond);
-}
-
-INSTANTIATE_TEST_SUITE_P(Handlers, FileStatus,
-                         testing::Values(StatusCase{"Written", false, true, true, false},
-                                         StatusCase{"WrittenAndPreserved", true, true, true, true},
-                                         StatusCase{"OnlyLifted", true, true, false, true},
-                                         StatusCase{"OnlyLookedAt", true, false, false, false}),
-                         [](const auto& c) { return std::string(c.param.name); });
 
 TEST(ImageFile, CannotMakeAMissingFileWritable) {
   const test::TempDir dir;

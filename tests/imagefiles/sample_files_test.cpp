@@ -7,7 +7,7 @@
 
 #include "imagefiles/image_file.h"
 #include "imagefiles/thumbnail_maker.h"
-#include "platform/errors.h"
+#include "support/refusal.h"
 #include "support/temp_dir.h"
 
 namespace ml::imagefiles {
@@ -26,27 +26,23 @@ std::vector<std::string> ImagesIn(const std::string& folder) {
 
 /// Whether there is a picture; a refusal must be a sentence with the file's name.
 bool Shows(const std::string& path) {
-  const auto named = [&](const platform::UserError& error) {
-    EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << error.what();
+  const auto isRefused = [&](const std::function<void()>& act) {
+    const auto said = test::Refusal(act);
+    EXPECT_TRUE(said.empty() || said.find(path) != std::string::npos) << said;
+    return !said.empty();
   };
   const ImageFileOptions options{.useJpegExifOrientation = true};
   for (const int size : {80, 160, 240}) {
-    try {
+    isRefused([&] {
       const auto made = MakeThumbnail(path, size, options);
       EXPECT_LE(std::max(made.pixels.width, made.pixels.height), size);
-    } catch (const platform::UserError& error) {
-      named(error);
-    }
+    });
   }
-  try {
+  return !isRefused([&] {
     const auto file = CreateImageFile(path, options);
     const auto bitmap = file->GetBitmap({300, 200}, {.highQuality = true});
     EXPECT_EQ(file->GetHistogram().pixelCount, static_cast<std::uint32_t>(bitmap.width * bitmap.height));
-    return true;
-  } catch (const platform::UserError& error) {
-    named(error);
-    return false;
-  }
+  });
 }
 
 /// Heads of files, raw files whose picture was taken out, and a file of another format than its name says.

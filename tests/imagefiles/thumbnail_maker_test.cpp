@@ -11,8 +11,8 @@
 #include "imagefiles/image_file.h"
 #include "metadata/exif_text.h"
 #include "metadata/icc_carriers.h"
-#include "platform/errors.h"
 #include "support/jpeg_builder.h"
+#include "support/refusal.h"
 #include "support/sample_photo.h"
 #include "support/small_files.h"
 #include "support/temp_dir.h"
@@ -72,14 +72,7 @@ TEST(Thumbnail, OfAPictureWhoseEmbeddedOneIsBrokenIsMadeFromThePicture) {
 
 TEST(Thumbnail, RefusalsNameTheFile) {
   const test::TempDir dir;
-  const auto reason = [](const std::string& path) -> std::string {
-    try {
-      MakeThumbnail(path, 80, {});
-    } catch (const platform::UserError& error) {
-      return error.what();
-    }
-    return {};
-  };
+  const auto reason = [](const std::string& path) { return test::Refusal([&] { MakeThumbnail(path, 80, {}); }); };
   for (const auto& path : {dir / "missing.jpg", dir.Write("a.jpg", "no picture"), dir.Write("b.crw", "no companion"),
                            dir.Write("c.nef", ""), dir.Write("d.txt", ""), dir.Path() + "/dir.jpg"}) {
     EXPECT_NE(reason(path).find(path), std::string::npos) << reason(path);

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "imagefiles/embedded_profile.h"
 #include "imagefiles/image_file.h"
 #include "imagefiles/thumbnail_maker.h"
 #include "platform/errors.h"
@@ -27,7 +28,10 @@ class TruncatedFile : public testing::TestWithParam<test::SmallFile> {
 
 TEST_P(TruncatedFile, GivesARecordAtEveryLength) {
   EXPECT_FALSE(metadata::ExifData(path).exifInvalid);
-  test::SweepPrefixFiles(path, 1, [](const auto& file) { EXPECT_EQ(metadata::ExifData(file).path, file); });
+  test::SweepPrefixFiles(path, 1, [](const auto& file) {
+    EXPECT_EQ(metadata::ExifData(file).path, file);
+    ReadEmbeddedProfile(file);
+  });
 }
 
 TEST_P(TruncatedFile, IsShownOrRefusedAtEveryLength) {

@@ -12,6 +12,7 @@
 #include "metadata/exif_block.h"
 #include "platform/readable_file.h"
 #include "platform/text.h"
+#include "support/byte_string.h"
 #include "support/canon_builder.h"
 #include "support/colour_profiles.h"
 #include "support/jpeg_builder.h"
@@ -26,13 +27,9 @@ namespace {
 
 using imaging::WrittenFormat;
 using metadata::ExifData;
+using test::BytesOf;
 
 constexpr int kWidth = 200, kHeight = 120;
-
-std::vector<std::byte> BytesOf(const std::string& text) {
-  const auto bytes = std::as_bytes(std::span(text));
-  return {bytes.begin(), bytes.end()};
-}
 
 /// A camera's JPEG with a private note, a comment, XMP and IPTC data, lying on its side.
 std::string Source() {
@@ -75,7 +72,7 @@ void ExpectHalves(const imaging::PixelBuffer& pixels) {
   ASSERT_EQ(pixels.height, kHeight);
   const int red = pixels.order == imaging::PixelOrder::Rgb ? 0 : 2;
   for (const int x : {0, kWidth - 1}) {
-    const auto* pixel = pixels.Row(kHeight - 1) + x * 3;
+    const auto* pixel = pixels.Row(kHeight - 1) + std::ptrdiff_t{x} * 3;
     const int strong = x == 0 ? red : 2 - red;
     EXPECT_NEAR(std::to_integer<int>(pixel[strong]), 0xe0, 3) << x;
     EXPECT_NEAR(std::to_integer<int>(pixel[2 - strong]), 0, 3) << x;

@@ -2,22 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include "memory.h"
+
 namespace ml::metadata {
 namespace {
 
 std::string Written(ByteOrder order) {
   ByteWriter out(order);
   out.Byte(0xab);
-  const auto size = out.ReserveShort();
+  out.Short(0x1122);
   const auto place = out.ReserveLong();
   out.Text("xy");
   out.Zeros(1);
   out.Long(0x01020304);
-  out.PatchShort(size, 0x1122);
   out.PatchLong(place, static_cast<std::uint32_t>(out.Size()));
-  const auto bytes = out.Take();
-  EXPECT_EQ(out.Size(), 0U);
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+  return TextOf(out.Take());
 }
 
 TEST(ByteWriter, PutsNumbersInItsOrderAndPatchesWhatWasReserved) {

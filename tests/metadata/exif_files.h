@@ -1,8 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 
+#include "metadata/exif_data.h"
 #include "support/jpeg_builder.h"
+#include "support/temp_dir.h"
 #include "support/tiff_builder.h"
 
 namespace ml::test {
@@ -48,5 +52,22 @@ inline TiffBuilder CameraExif(Endian order = Endian::Little) {
       .Ascii(33432, "All rights ")
       .Directory(34665, exif);
 }
+
+/// A directory of files, and the records read from them.
+class ExifFiles : public testing::Test {
+ protected:
+  metadata::ExifData Read(const std::string& name, const std::string& content,
+                          const metadata::ExifOptions& options = {}) const {
+    return metadata::ExifData(dir.Write(name, content), options);
+  }
+  /// In a segment if it is to be a JPEG.
+  metadata::ExifData Read(const std::string& name, const TiffBuilder& tiff,
+                          const metadata::ExifOptions& options = {}) const {
+    return Read(name, name.ends_with(".jpg") ? MarkerJpeg(ExifSegment(tiff)) : tiff.Build(), options);
+  }
+  metadata::ExifData InJpeg(const TiffBuilder& tiff) const { return Read("a.jpg", tiff); }
+
+  TempDir dir;
+};
 
 }  // namespace ml::test

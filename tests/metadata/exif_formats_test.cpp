@@ -6,6 +6,7 @@
 #include "metadata/exif_data.h"
 #include "metadata/exif_files.h"
 #include "metadata/xmp_scan.h"
+#include "platform/text.h"
 #include "support/bmp_builder.h"
 #include "support/gif_builder.h"
 #include "support/jp2_builder.h"
@@ -103,7 +104,7 @@ TEST(ExifFormats, ExifDataBesideAPicture) {
 
 TEST(XmpScan, FindsThePacketNearTheStart) {
   const auto find = [](const std::string& file) {
-    const auto packet = FindXmpPacket(MemorySource(std::as_bytes(std::span(file))));
+    const auto packet = FindXmpPacket(MemorySource(platform::AsBytes(file)));
     return std::string(reinterpret_cast<const char*>(packet.data()), packet.size());
   };
   const std::string opening = "<?xpacket begin='", packet = "<x:xmpmeta>data";

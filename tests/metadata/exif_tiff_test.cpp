@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "metadata/exif_data.h"
 #include "metadata/exif_files.h"
 #include "support/camera_raw.h"
 #include "support/metadata_blocks.h"
-#include "support/temp_dir.h"
 
 /// The rules by which files of TIFF structure differ from blocks, and from each other.
 namespace ml::metadata {
@@ -15,12 +13,7 @@ namespace {
 using test::Endian;
 using test::TiffBuilder;
 
-class ExifTiff : public testing::Test {
- protected:
-  test::TempDir dir;
-  ExifData Read(const std::string& name, const TiffBuilder& tiff) { return Read(name, tiff.Build()); }
-  ExifData Read(const std::string& name, const std::string& content) { return ExifData(dir.Write(name, content)); }
-};
+using ExifTiff = test::ExifFiles;
 
 TEST_F(ExifTiff, DirectoriesHaveLimits) {
   const auto make = TiffBuilder(Endian::Big).Ascii(271, "NIKON CORPORATION");

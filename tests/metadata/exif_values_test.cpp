@@ -4,13 +4,15 @@
 
 #include <string>
 
+#include "platform/text.h"
+
 namespace ml::metadata {
 namespace {
 
 using namespace std::string_literals;
 
-std::span<const std::byte> BytesOf(const std::string& text) { return std::as_bytes(std::span(text)); }
-ByteView View(const std::string& text, ByteOrder order = ByteOrder::Little) { return {BytesOf(text), order}; }
+using platform::AsBytes;
+ByteView View(const std::string& text, ByteOrder order = ByteOrder::Little) { return {AsBytes(text), order}; }
 IfdEntry Entry(IfdType type, std::uint32_t count, std::uint32_t value) {
   return {.tag = 1, .type = static_cast<std::uint16_t>(type), .count = count, .rawValue = value, .value = value};
 }
@@ -35,7 +37,7 @@ TEST(ExifRational, MemoryAndFileDifferInCountAndRange) {
       {"cut", Entry(IfdType::Rational, 1, 25), {}, {}},
       {"outside", Entry(IfdType::Rational, 1, 1000), {}, {}},
   };
-  const MemorySource file(BytesOf(kRatios));
+  const MemorySource file(AsBytes(kRatios));
   for (const auto& c : cases) {
     EXPECT_EQ(readRational(View(kRatios), c.entry), c.inMemory) << c.name;
     EXPECT_EQ(readIFDrational(file, ByteOrder::Little, c.entry, 0), c.inFile) << c.name;
@@ -45,7 +47,7 @@ TEST(ExifRational, MemoryAndFileDifferInCountAndRange) {
 
 TEST(ExifText, MemoryTakesNoShortTextsAndFilesMisreadFourBytes) {
   const auto bytes = "....Tarnwick\0junk"s;
-  const MemorySource file(BytesOf(bytes));
+  const MemorySource file(AsBytes(bytes));
   const std::uint32_t inlineAbc = 'A' | 'B' << 8 | 'C' << 16;
   struct Case {
     const char* name;
@@ -71,7 +73,7 @@ TEST(ExifText, MemoryTakesNoShortTextsAndFilesMisreadFourBytes) {
   EXPECT_EQ(readIFDstring(file, Entry(IfdType::Ascii, 9, 1), 3), "Tarnwick") << "from a base";
   EXPECT_THROW(readIFDstring(file, Entry(IfdType::Ascii, 4, 0x80000000), 0), ExifException);
   const std::string longText(10'000, 'x');
-  EXPECT_EQ(readIFDstring(MemorySource(BytesOf(longText)), Entry(IfdType::Ascii, 10'000, 0), 0).size(), 8191U);
+  EXPECT_EQ(readIFDstring(MemorySource(AsBytes(longText)), Entry(IfdType::Ascii, 10'000, 0), 0).size(), 8191U);
 }
 
 TEST(ExifComment, EncodingsAreToldByTheFirstEightBytes) {
@@ -96,7 +98,7 @@ TEST(ExifComment, EncodingsAreToldByTheFirstEightBytes) {
     const auto size = static_cast<std::uint32_t>(field.size());
     EXPECT_EQ(readUserComment(View("...." + field), Entry(IfdType::Undefined, size, 4)), text);
     if (size >= 4) {
-      EXPECT_EQ(readIFDcomment(MemorySource(BytesOf(field)), Entry(IfdType::Ascii, size, 0), 0), text);
+      EXPECT_EQ(readIFDcomment(MemorySource(AsBytes(field)), Entry(IfdType::Ascii, size, 0), 0), text);
     }
   }
   EXPECT_EQ(readUserComment(View("text"), Entry(IfdType::Byte, 4, 0)), "");

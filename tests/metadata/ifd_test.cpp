@@ -5,10 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "platform/text.h"
+
 namespace ml::metadata {
 namespace {
 
-std::span<const std::byte> BytesOf(const std::string& text) { return std::as_bytes(std::span(text)); }
+using platform::AsBytes;
 
 std::string Little(std::uint32_t value, int width) {
   std::string out;
@@ -24,7 +26,7 @@ std::string Directory(const std::vector<std::uint32_t>& tags, std::uint32_t next
 
 /// The tags that a walk from offset 8 visits, in front of them "!" if it threw.
 std::string Walked(const std::string& file, const IfdPolicy& policy = {}) {
-  const MemorySource source(BytesOf(file));
+  const MemorySource source(AsBytes(file));
   std::string tags;
   IfdWalker walker(source, ByteOrder::Little, policy);
   try {
@@ -70,7 +72,7 @@ TEST(IfdWalker, CutDirectoriesAndLimits) {
 
 TEST(IfdWalker, SubDirectoriesShareTheMemoryOfPlaces) {
   const auto file = kHeader + Directory({26}, 0) + Directory({8}, 0);  // each holds the other's offset
-  const MemorySource source(BytesOf(file));
+  const MemorySource source(AsBytes(file));
   IfdWalker walker(source, ByteOrder::Little);
   int visits = 0;
   IfdVisitor descend = [&](const IfdEntry& entry) {
@@ -94,14 +96,14 @@ TEST(IfdEntry, ASingleShortIsReducedFromEitherEndOfTheValueField) {
       {ByteOrder::Big, std::string("\1\x12\0\4\0\0\0\1\0\6\0\0", 12), 0x60000},
   };
   for (const auto& c : cases) {
-    const auto entry = ReadIfdEntry(ByteView(BytesOf(c.bytes), c.order), 0);
+    const auto entry = ReadIfdEntry(ByteView(AsBytes(c.bytes), c.order), 0);
     EXPECT_EQ(entry.tag, 0x112);
     EXPECT_EQ(entry.value, c.value);
   }
 }
 
 TEST(TiffHeader, NeedsItsMarksAndEightBytes) {
-  const auto read = [](const std::string& text) { return ReadTiffHeader(MemorySource(BytesOf(text)), 0); };
+  const auto read = [](const std::string& text) { return ReadTiffHeader(MemorySource(AsBytes(text)), 0); };
   EXPECT_TRUE(read(kHeader)->IsTiff());
   EXPECT_EQ(read(kHeader)->firstDirectory, 8U);
   EXPECT_EQ(read(std::string("MM\0*\0\0\1\0", 8))->firstDirectory, 256U);

@@ -6,6 +6,7 @@
 
 #include "metadata/jpeg_size.h"
 #include "platform/errors.h"
+#include "platform/text.h"
 #include "support/jpeg_builder.h"
 #include "support/temp_dir.h"
 
@@ -24,7 +25,7 @@ std::string Describe(const ByteSource& source) {
   return text + "|" + std::to_string(segments.Position());
 }
 
-std::string Describe(const std::string& bytes) { return Describe(MemorySource(std::as_bytes(std::span(bytes)))); }
+std::string Describe(const std::string& bytes) { return Describe(MemorySource(platform::AsBytes(bytes))); }
 
 const std::string kStart = "\xff\xd8";
 
@@ -61,9 +62,7 @@ TEST(JpegSegments, AFileIsReadInPiecesAsMemoryIs) {
 }
 
 TEST(JpegSize, ComesFromTheFrameHeader) {
-  const auto read = [](const std::string& bytes) {
-    return ReadJpegSize(MemorySource(std::as_bytes(std::span(bytes))));
-  };
+  const auto read = [](const std::string& bytes) { return ReadJpegSize(MemorySource(platform::AsBytes(bytes))); };
   const auto tables = test::JpegSegment(0xc4, std::string(20, '\1')), app0 = test::JpegSegment(0xe0, "JFIF");
   const std::string frame("\x08\x01\x02\x03\x04\3restofit", 14);
   const auto size = read(kStart + app0 + tables + test::JpegSegment(0xc0, frame));

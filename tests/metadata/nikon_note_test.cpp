@@ -2,10 +2,8 @@
 
 #include <string>
 
-#include "metadata/exif_data.h"
 #include "metadata/exif_files.h"
 #include "support/maker_notes.h"
-#include "support/temp_dir.h"
 
 namespace ml::metadata {
 namespace {
@@ -13,14 +11,7 @@ namespace {
 using test::Endian;
 using test::TiffBuilder;
 
-class NikonNote : public testing::Test {
- protected:
-  test::TempDir dir;
-  ExifData InJpeg(const TiffBuilder& tiff) {
-    return ExifData(dir.Write("a.jpg", test::MarkerJpeg(test::ExifSegment(tiff))));
-  }
-  ExifData InNef(const TiffBuilder& tiff) { return ExifData(dir.Write("a.nef", tiff.Build())); }
-};
+using NikonNote = test::ExifFiles;
 
 void ExpectFieldsOfBothForms(const ExifData& data, Endian order) {
   EXPECT_EQ(data.iso, "800");
@@ -41,7 +32,7 @@ TEST_F(NikonNote, IsReadWithAndWithoutAHeadInFilesAndJpegs) {
     const auto directory = test::NikonNoteDirectory(order);
     for (const auto& tiff : {test::WithNikonNote(directory), test::WithBareNikonNote(directory)}) {
       SCOPED_TRACE(order == Endian::Big);
-      const auto nef = InNef(tiff);
+      const auto nef = Read("a.nef", tiff);
       ExpectFieldsOfBothForms(nef, order);
       EXPECT_EQ(nef.tone + nef.driveMode + nef.colorMode + nef.noiseReduction, "") << "asked for in JPEGs only";
       EXPECT_EQ(nef.hueAdjustment, 0);
@@ -63,8 +54,8 @@ TEST_F(NikonNote, HoldsFiftyEntries) {
     return test::WithNikonNote(directory);
   };
   EXPECT_EQ(InJpeg(note(50)).imageQuality, "FINE");
-  EXPECT_EQ(InNef(note(50)).imageQuality, "FINE");
-  for (const auto& data : {InJpeg(note(51)), InNef(note(51))}) {
+  EXPECT_EQ(Read("a.nef", note(50)).imageQuality, "FINE");
+  for (const auto& data : {InJpeg(note(51)), Read("a.nef", note(51))}) {
     EXPECT_EQ(data.imageQuality, "");
     EXPECT_EQ(data.flash, "On");
     EXPECT_FALSE(data.exifInvalid);
@@ -79,7 +70,7 @@ TEST_F(NikonNote, DamageCostsNoFieldOutsideIt) {
   const auto outside = TiffBuilder().Raw(37500, 7, 100, 0x7fffffff);
   for (const auto& exif : {oldest, outside}) {
     EXPECT_EQ(InJpeg(tiff(exif)).focalLength35, 75);
-    EXPECT_EQ(InNef(tiff(exif)).focalLength35, 75);
+    EXPECT_EQ(Read("a.nef", tiff(exif)).focalLength35, 75);
   }
 }
 
@@ -101,7 +92,7 @@ TEST_F(NikonNote, FlashSyncAddsToTheStandardsTag) {
     if (c.fired) exif.Short(37385, *c.fired);
     const auto tiff = TiffBuilder().Ascii(271, "NIKON").Directory(34665, exif);
     EXPECT_EQ(InJpeg(tiff).flash, c.flash) << c.sync;
-    EXPECT_EQ(InNef(tiff).flash, c.flash) << c.sync;
+    EXPECT_EQ(Read("a.nef", tiff).flash, c.flash) << c.sync;
   }
 }
 
@@ -130,12 +121,12 @@ TEST_F(NikonNote, UserRotationIsARightAngle) {
     settings += {static_cast<char>(stored & 0xff), static_cast<char>(stored >> 8 & 0xff)};
     const auto note = TiffBuilder(Endian::Big).Undefined(0xe01, settings);
     const auto tiff = test::WithNikonNote(note).Long(256, 3000).Long(257, 2000);
-    const auto data = InNef(tiff);
+    const auto data = Read("a.nef", tiff);
     EXPECT_EQ(data.userRotation, degrees) << stored;
     EXPECT_EQ(data.imageWidth, degrees % 180 == 0 ? 3000 : 2000) << stored;
   }
   const auto cut = TiffBuilder(Endian::Big).Undefined(0xe01, std::string(0x55a, '\x5a')).Ascii(0xf00, "behind");
-  EXPECT_EQ(InNef(test::WithNikonNote(cut)).userRotation, 0);
+  EXPECT_EQ(Read("a.nef", test::WithNikonNote(cut)).userRotation, 0);
 }
 
 }  // namespace

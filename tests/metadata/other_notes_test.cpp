@@ -2,10 +2,8 @@
 
 #include <string>
 
-#include "metadata/exif_data.h"
 #include "metadata/exif_files.h"
 #include "support/maker_notes.h"
-#include "support/temp_dir.h"
 
 /// Notes of makers of which few values are shown.
 namespace ml::metadata {
@@ -14,13 +12,7 @@ namespace {
 using test::Endian;
 using test::TiffBuilder;
 
-class OtherNotes : public testing::Test {
- protected:
-  test::TempDir dir;
-  ExifData InJpeg(const TiffBuilder& tiff) {
-    return ExifData(dir.Write("a.jpg", test::MarkerJpeg(test::ExifSegment(tiff))));
-  }
-};
+using OtherNotes = test::ExifFiles;
 
 TEST_F(OtherNotes, Olympus) {
   const auto data = InJpeg(test::WithOlympusNote(test::OlympusNoteDirectory()));
@@ -32,7 +24,7 @@ TEST_F(OtherNotes, Olympus) {
   EXPECT_EQ(data.contrast, "Low");
 
   const auto tiff = test::WithOlympusNote(test::OlympusNoteDirectory());
-  EXPECT_EQ(ExifData(dir.Write("a.orf", tiff.Build())).imageQuality, "") << "read in blocks only";
+  EXPECT_EQ(Read("a.orf", tiff).imageQuality, "") << "read in blocks only";
 }
 
 TEST_F(OtherNotes, OlympusWithAHeadThatTellsTheByteOrder) {

@@ -5,7 +5,6 @@
 #include "memory.h"
 #include "support/metadata_blocks.h"
 #include "support/psd_builder.h"
-#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {
@@ -54,22 +53,6 @@ TEST(PsdResourcesTest, WalkEndsAtDamage) {
   EXPECT_EQ(Resources(odd.substr(0, odd.size() - 1)).size(), 1U);
   EXPECT_EQ(Resources(odd.substr(0, odd.size() - 2)).size(), 0U);
   EXPECT_EQ(ReadPsdResources(SourceOf(kResources), {0, second}).size(), 1U);
-}
-
-TEST(PsdFileTest, EveryPrefixEndsCleanly) {
-  const auto bytes = Psd();
-  const auto whole = ReadPsdFile(SourceOf(bytes));
-  ASSERT_TRUE(whole);
-  test::ForEachPrefix(bytes, [&](const std::string& prefix) {
-    const auto file = ReadPsdFile(SourceOf(prefix));
-    EXPECT_EQ(file.has_value(), prefix.size() >= 26);
-    if (file) {
-      EXPECT_EQ(file->mergedImage != 0, prefix.size() > whole->mergedImage);
-    }
-    if (file && prefix.size() >= whole->resourceArea.End()) {
-      EXPECT_EQ(file->resources, whole->resources);
-    }
-  });
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include "memory.h"
 #include "support/camera_raw.h"
 #include "support/jpeg_builder.h"
-#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {
@@ -55,15 +54,6 @@ TEST_P(RawFormat, PreviewAndOrientationInEitherByteOrder) {
   }
 }
 
-TEST_P(RawFormat, EveryPrefixEndsCleanly) {
-  const auto file = GetParam().make(Camera(Endian::Big));
-  test::ForEachPrefix(file, [&](const std::string& prefix) {
-    if (const auto range = GetParam().find(SourceOf(prefix))) {
-      EXPECT_LE(range->End(), prefix.size());
-    }
-    ReadTiffOrientation(SourceOf(prefix), GetParam().base);
-  });
-}
 INSTANTIATE_TEST_SUITE_P(All, RawFormat, testing::ValuesIn(kFormats),
                          [](const auto& c) { return std::string(c.param.name); });
 

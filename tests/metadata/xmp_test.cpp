@@ -6,6 +6,7 @@
 
 #include "metadata/exif_fields.h"
 #include "metadata/xmp_values.h"
+#include "platform/text.h"
 #include "support/jp2_builder.h"
 #include "support/jpeg_builder.h"
 #include "support/metadata_blocks.h"
@@ -14,9 +15,7 @@
 namespace ml::metadata {
 namespace {
 
-void Read(ExifData& data, const std::string& text) {
-  ReadXmp(data, ByteView(std::as_bytes(std::span(text)), ByteOrder::Big));
-}
+void Read(ExifData& data, const std::string& text) { ReadXmp(data, ByteView(platform::AsBytes(text), ByteOrder::Big)); }
 ExifData DataOf(const std::string& text) {
   ExifData data;
   Read(data, text);

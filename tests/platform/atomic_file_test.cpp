@@ -8,12 +8,13 @@
 
 #include <filesystem>
 
-#include "platform/errors.h"
 #include "platform/file_status.h"
 #include "platform/linked_overwrite.h"
 #include "platform/readable_file.h"
 #include "platform/temporary_name.h"
+#include "platform/text.h"
 #include "support/fault_sweep.h"
+#include "support/refusal.h"
 #include "support/temp_dir.h"
 
 namespace ml::platform {
@@ -23,22 +24,14 @@ namespace fs = std::filesystem;
 using test::Fault;
 using test::Outcome;
 using test::ReadAll;
+using test::Refusal;
 
 int CountTemporaries(const std::string& directory) {
   int count = 0;
-  for (const auto& entry : fs::directory_iterator(directory)) count += IsOurTemporary(entry.path().filename().string());
-  return count;
-}
-
-/// The words of the refusal of `act`, empty if it did not refuse.
-template <class Act>
-std::string Refusal(Act&& act) {
-  try {
-    act();
-  } catch (const UserError& error) {
-    return error.what();
+  for (const auto& entry : fs::directory_iterator(directory)) {
+    count += entry.path().filename().string().starts_with(".marrowlantern-");
   }
-  return {};
+  return count;
 }
 
 enum class Kind { Plain, Symlink, Linked, New };
@@ -101,9 +94,7 @@ INSTANTIATE_TEST_SUITE_P(Targets, AtomicSweep,
 TEST(AtomicFile, LeavesNoTemporaryAfterAFailure) {
   const test::TempDir dir;
   const auto target = dir.Write("a", "old");
-  const auto write = [&](FileSystem& fileSystem) {
-    ReplaceFile(target, std::as_bytes(std::span("new", 3)), {.fileSystem = &fileSystem});
-  };
+  const auto write = [&](FileSystem& fileSystem) { ReplaceFile(target, AsBytes("new"), {.fileSystem = &fileSystem}); };
   int left = 0;
   test::SweepFaults(
       Fault::Enospc, [] {}, write, [&](Outcome) { left += CountTemporaries(dir.Path()); });
@@ -116,7 +107,7 @@ TEST(AtomicFile, KeepsPermissionsOwnerAndAttributes) {
   ASSERT_EQ(::chmod(target.c_str(), 0640), 0);
   const bool hasXattr = ::setxattr(target.c_str(), "user.rating", "5", 1, 0) == 0;
   const bool hasOwner = ::chown(target.c_str(), 65534, 65533) == 0;
-  ReplaceFile(target, std::as_bytes(std::span("new", 3)));
+  ReplaceFile(target, AsBytes("new"));
   struct stat status {};
   ASSERT_EQ(::stat(target.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0640U);
@@ -178,7 +169,7 @@ TEST(AtomicFile, ShowsTheNewFileToTheCheckAndObeysIt) {
   const auto target = dir.Write("a", "old");
   std::optional<std::string> seen;
   const auto refuse = [&](const std::string& path) { seen = ReadAll(path), throw UserError("no"); };
-  EXPECT_EQ(Refusal([&] { ReplaceFile(target, std::as_bytes(std::span("new", 3)), {.check = refuse}); }), "no");
+  EXPECT_EQ(Refusal([&] { ReplaceFile(target, AsBytes("new"), {.check = refuse}); }), "no");
   EXPECT_EQ(seen, "new");
   EXPECT_EQ(ReadAll(target), "old");
 }
@@ -206,14 +197,14 @@ TEST(AtomicFile, OnlyANewFileMayLastLater) {
   CountingFileSystem fileSystem;
   AtomicFileOptions options{.newFile = NewFileLasts::AfterSync, .stateDirectory = dir / "state"};
   options.fileSystem = &fileSystem;
-  ReplaceFile(target, std::as_bytes(std::span("first", 5)), options);
+  ReplaceFile(target, AsBytes("first"), options);
   EXPECT_EQ(fileSystem.syncs, 0);
-  ReplaceFile(target, std::as_bytes(std::span("second", 6)), options);
+  ReplaceFile(target, AsBytes("second"), options);
   EXPECT_EQ(fileSystem.syncs, 2) << "the file and its directory";
 
   fs::remove(target);
   options.check = [&](const std::string&) { dir.Write("a.png", "of another program"); };
-  EXPECT_NE(Refusal([&] { ReplaceFile(target, std::as_bytes(std::span("third", 5)), options); }), "");
+  EXPECT_NE(Refusal([&] { ReplaceFile(target, AsBytes("third"), options); }), "");
   EXPECT_EQ(ReadAll(target), "of another program");
 }
 
@@ -254,16 +245,13 @@ TEST(ReadableFile, ReadsRangesAndKnowsItsLimit) {
 TEST(TemporaryName, TellsOursFromOthersAndStaleFromBusy) {
   const auto name = NewTemporaryName();
   EXPECT_NE(name, NewTemporaryName());
-  EXPECT_TRUE(IsOurTemporary(name));
-  EXPECT_TRUE(IsOurTemporary(CopyNameOf(name)));
   EXPECT_EQ(TemporaryNameOf(CopyNameOf(name)), name);
-  for (const auto* foreign : {"", ".marrowlantern-.tmp", ".marrowlantern-0123456789ABCDEF0123456789ABCDEX.tmp"}) {
-    EXPECT_FALSE(IsOurTemporary(foreign));
-  }
   const test::TempDir dir;
   dir.Write(name, "stale");
   dir.Write(CopyNameOf(name), "perhaps needed");
-  dir.Write(".marrowlantern-mine.tmp", "foreign");
+  for (const auto* foreign : {".marrowlantern-.tmp", ".marrowlantern-0123456789ABCDEF0123456789ABCDEX.tmp"}) {
+    dir.Write(foreign, "foreign");
+  }
   AtomicFile busy(dir / "a");
   EXPECT_EQ(RemoveStaleTemporaries(dir.Path()), 1);
   EXPECT_FALSE(fs::exists(dir / name));
@@ -282,7 +270,7 @@ TEST(LinkedOverwrite, SavesTheNewContentBesideAFileChangedAfterTheCrash) {
     fs::create_hard_link(target, dir / "images/b.jpg");
   };
   const auto act = [&](FileSystem& fileSystem) {
-    ReplaceFile(target, std::as_bytes(std::span(newContent)), {.stateDirectory = state, .fileSystem = &fileSystem});
+    ReplaceFile(target, AsBytes(newContent), {.stateDirectory = state, .fileSystem = &fileSystem});
   };
   const auto verify = [&](Outcome outcome) {
     if (outcome != Outcome::Killed) return;

@@ -13,6 +13,7 @@
 #include "platform/in_place_patch.h"
 #include "platform/journal_files.h"
 #include "platform/temporary_name.h"
+#include "support/byte_string.h"
 #include "support/fake_trash.h"
 #include "support/fakes.h"
 #include "support/fault_sweep.h"
@@ -22,13 +23,9 @@ namespace ml::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using test::BytesOf;
 using test::Outcome;
 using test::ReadAll;
-
-std::vector<std::byte> Bytes(std::string_view text) {
-  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
-  return {bytes.begin(), bytes.end()};
-}
 
 class EditJournalTest : public testing::Test {
  protected:
@@ -70,13 +67,14 @@ class EditJournalTest : public testing::Test {
     const EditOptions patching{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
     const AtomicFileOptions writing{.recorder = &batch, .stateDirectory = state, .fileSystem = &fileSystem};
     ApplyPatches(image("raw"),
-                 {.fileSize = 14, .patches = {{0, Bytes("con"), Bytes("CON")}}, .appended = Bytes("tail")}, patching);
-    ReplaceFile(image("jpeg"), Bytes("quite another content"), writing);
-    ApplyPatches(image("jpeg"), {.fileSize = 21, .patches = {{6, Bytes("another"), Bytes("ANOTHER")}}}, patching);
+                 {.fileSize = 14, .patches = {{0, BytesOf("con"), BytesOf("CON")}}, .appended = BytesOf("tail")},
+                 patching);
+    ReplaceFile(image("jpeg"), BytesOf("quite another content"), writing);
+    ApplyPatches(image("jpeg"), {.fileSize = 21, .patches = {{6, BytesOf("another"), BytesOf("ANOTHER")}}}, patching);
     rename(image("a"), image("a@"));
     rename(image("b"), image("a"));
     rename(image("a@"), image("b"));
-    ReplaceFile(image("copy"), Bytes("a copy"), writing);
+    ReplaceFile(image("copy"), BytesOf("a copy"), writing);
     batch.WillTrash(image("doomed"));
     trash.Put(image("doomed"));
     batch.WillChangeStatus(image("touched"));
@@ -163,7 +161,7 @@ TEST_F(EditJournalTest, NeverStandsInTheWayOfAnEdit) {
         [&](FileSystem& fileSystem) {
           auto journal = Journal(fileSystem);  // only the journal meets the fault
           EditBatch batch(journal, "Edit");
-          ReplaceFile(path, Bytes("new"), {.recorder = &batch, .fileSystem = &quick});
+          ReplaceFile(path, BytesOf("new"), {.recorder = &batch, .fileSystem = &quick});
           batch.Commit();
           EXPECT_EQ(ReadAll(path), "new");
           if (batch.Undoable()) {
@@ -207,7 +205,7 @@ TEST_F(EditJournalTest, TakesBackOneBatchAfterTheOther) {
     FileStatusGuard guard(path, ModificationTimePolicy::LetStand);
     SetReadOnly(path);
     ASSERT_TRUE(guard.MakeWritable());
-    ReplaceFile(path, Bytes(content), {.recorder = &batch, .fileSystem = &quick});
+    ReplaceFile(path, BytesOf(content), {.recorder = &batch, .fileSystem = &quick});
   }
   EXPECT_EQ(journal.Undo().what, "two");
   EXPECT_EQ(ReadAll(path), "one");
@@ -222,8 +220,8 @@ TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
   auto journal = Journal();
   {
     EditBatch batch(journal, "Rotate");
-    ReplaceFile(dir / "images/a", Bytes("new"), {.recorder = &batch, .fileSystem = &quick});
-    ReplaceFile(big, Bytes("new"), {.recorder = &batch, .fileSystem = &quick});
+    ReplaceFile(dir / "images/a", BytesOf("new"), {.recorder = &batch, .fileSystem = &quick});
+    ReplaceFile(big, BytesOf("new"), {.recorder = &batch, .fileSystem = &quick});
     EXPECT_FALSE(batch.Undoable());
   }
   EditBatch(journal, "Delete").WillLose(dir / "images/b", "deleted for good");

@@ -7,22 +7,19 @@
 
 #include "platform/errors.h"
 #include "platform/file_status.h"
+#include "support/byte_string.h"
 #include "support/fault_sweep.h"
 #include "support/temp_dir.h"
 
 namespace ml::platform {
 namespace {
 
+using test::BytesOf;
 using test::Outcome;
 using test::ReadAll;
 
-std::vector<std::byte> Bytes(std::string_view text) {
-  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
-  return {bytes.begin(), bytes.end()};
-}
-
 Patch MakePatch(std::uint64_t offset, std::string_view from, std::string_view to) {
-  return {.offset = offset, .oldBytes = Bytes(from), .newBytes = Bytes(to)};
+  return {.offset = offset, .oldBytes = BytesOf(from), .newBytes = BytesOf(to)};
 }
 
 struct PatchCase {
@@ -43,7 +40,7 @@ TEST_P(PatchSweep, LeavesAFileThatReadsAsTheOldOrTheNewOne) {
   const auto path = dir / "a.nef";
   const auto prepare = [&] { dir.Write("a.nef", c.before); };
   const auto act = [&](FileSystem& fileSystem) {
-    ApplyPatches(path, {.fileSize = c.before.size(), .patches = c.patches, .appended = Bytes(c.appended)},
+    ApplyPatches(path, {.fileSize = c.before.size(), .patches = c.patches, .appended = BytesOf(c.appended)},
                  {.stateDirectory = dir / "state", .fileSystem = &fileSystem});
   };
   const auto verify = [&](Outcome outcome) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/errors.h"
+#include "support/refusal.h"
 
 namespace ml::settings {
 namespace {
@@ -45,12 +46,7 @@ TEST(SetSetting, RefusesWithASentenceAndChangesNothing) {
         Case{"PrintFooterFont=" + std::string(119, '0'), "PrintFooterFont takes a font of 120 hexadecimal digits"},
         Case{"HtmlNextText=" + std::string(512, 'x'), "HtmlNextText takes at most 511 bytes"}}) {
     Settings settings;
-    try {
-      SetSetting(settings, c.assignment, SettingUse::ThisRun);
-      ADD_FAILURE() << c.assignment;
-    } catch (const platform::UserError& error) {
-      EXPECT_EQ(error.what(), c.sentence);
-    }
+    EXPECT_EQ(test::Refusal([&] { SetSetting(settings, c.assignment, SettingUse::ThisRun); }), c.sentence);
     EXPECT_EQ(settings.raw.gamma, 1.0);
     EXPECT_EQ(settings.html.nextText, "Next");
   }

@@ -118,15 +118,6 @@ TEST(WriteSettings, LeavesToTheStoreWhatThisRunDidNotChange) {
   EXPECT_EQ(backend.Integer({"emailMaxWidth"}), 640) << "what the store lacks is filled in";
 }
 
-TEST(WriteSettings, CanBeHeldToTheChanges) {
-  MapBackend backend;
-  Settings settings;
-  settings.email.jpegQuality = 50;
-  WriteSettings(settings, Settings(), SaveScope::ChangesOnly, backend);
-  EXPECT_EQ(backend.values.size(), 1u);
-  EXPECT_EQ(backend.Integer({"emailJpegQuality"}), 50);
-}
-
 TEST(WriteSettings, RemembersTheWindow) {
   Settings settings;
   settings.window = {.left = -8, .top = std::nullopt, .right = 900, .bottom = 700, .zoomed = 1, .state = {"\0\xff", 2}};

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include "platform/text.h"
 
 namespace ml::test {
 
@@ -48,5 +51,11 @@ class ByteString {
   Endian order_;
   std::string bytes_;
 };
+
+/// The same bytes.
+inline std::vector<std::byte> BytesOf(std::string_view text) {
+  const auto bytes = platform::AsBytes(text);
+  return {bytes.begin(), bytes.end()};
+}
 
 }  // namespace ml::test

@@ -48,9 +48,7 @@ class ScriptedInteraction final : public platform::Interaction {
 class FakeClock final : public platform::Clock {
  public:
   std::time_t time = 1'000'000'000;
-  std::chrono::milliseconds elapsed{0};
   std::time_t now() const override { return time; }
-  std::chrono::milliseconds ticks() const override { return elapsed; }
 };
 
 }  // namespace ml::test

@@ -1,8 +1,5 @@
 #include "support/small_files.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 #include "support/avi_builder.h"
 #include "support/bmp_builder.h"
 #include "support/camera_raw.h"
@@ -144,13 +141,6 @@ const std::vector<SmallFile>& SmallFiles() {
 const std::vector<SmallFile>& MakerNoteFiles() {
   static const auto files = MakeMakerNoteFiles();
   return files;
-}
-
-const SmallFile& SmallFileWith(const std::string& extension) {
-  const auto found =
-      std::ranges::find_if(SmallFiles(), [&](const auto& file) { return file.file.ends_with(extension); });
-  if (found == SmallFiles().end()) std::abort();
-  return *found;
 }
 
 }  // namespace ml::test

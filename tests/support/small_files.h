@@ -11,7 +11,7 @@ struct SmallFile {
   std::string file;     ///< with the extension of its kind
   std::string content;  ///< a whole file, of a few kilobytes but for the thumbnail of "Eos1D"
 
-  friend std::ostream& operator<<(std::ostream& out, const SmallFile& file) { return out << file.name; }
+  friend std::ostream& operator<<(std::ostream& out, const SmallFile& small) { return out << small.name; }
 };
 
 /// Files of every kind, with all the metadata that the kind carries, small enough to be read thousands of times.
@@ -19,7 +19,5 @@ const std::vector<SmallFile>& SmallFiles();
 /// Files with the private notes of camera makers, in each form in which cameras write them; the raw ones hold no
 /// picture.
 const std::vector<SmallFile>& MakerNoteFiles();
-/// The first of SmallFiles whose extension this is. Ends the program if there is none.
-const SmallFile& SmallFileWith(const std::string& extension);
 
 }  // namespace ml::test

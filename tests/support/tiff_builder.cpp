@@ -102,10 +102,6 @@ TiffBuilder& TiffBuilder::Without(int tag) {
   std::erase_if(entries_, [tag](const auto& entry) { return entry.tag == tag; });
   return *this;
 }
-TiffBuilder& TiffBuilder::AsAdded() {
-  asAdded_ = true;
-  return *this;
-}
 TiffBuilder& TiffBuilder::Magic(int magic) {
   magic_ = magic;
   return *this;
@@ -134,9 +130,7 @@ std::string TiffBuilder::BuildBehind(std::string_view head) const {
 void TiffBuilder::Write(ByteString& out, std::vector<Deferred>& deferred) const {
   std::vector<const Entry*> ordered;
   for (const auto& entry : entries_) ordered.push_back(&entry);
-  if (!asAdded_) {
-    std::stable_sort(ordered.begin(), ordered.end(), [](const auto* a, const auto* b) { return a->tag < b->tag; });
-  }
+  std::stable_sort(ordered.begin(), ordered.end(), [](const auto* a, const auto* b) { return a->tag < b->tag; });
   out.Short(ordered.size());
   const auto first = out.Size();
   for (const auto* entry : ordered) {

@@ -59,8 +59,6 @@ class TiffBuilder {
   TiffBuilder& FillTo(std::size_t count);
   /// Removes the entries of a tag.
   TiffBuilder& Without(int tag);
-  /// Entries are written in the order in which they were added.
-  TiffBuilder& AsAdded();
   /// Instead of 42.
   TiffBuilder& Magic(int magic);
 
@@ -92,7 +90,6 @@ class TiffBuilder {
 
   Endian order_;
   int magic_ = 42;
-  bool asAdded_ = false;
   std::vector<Entry> entries_;
   std::vector<TiffBuilder> next_;  ///< none or one
 };

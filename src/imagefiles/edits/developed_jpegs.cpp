@@ -82,7 +82,7 @@ std::string MakeViewingJpeg(const std::string& path, const ViewingJpegSettings& 
   TakeOverMetadata(jpeg, exif, 0);
   const auto orientation = static_cast<std::uint32_t>(std::max(exif.orientation, 0));
   metadata::WriteOrientationToExif(jpeg, metadata::DegreesOfOrientation(orientation).value_or(0));
-  const auto target = platform::WithExtension(path, ".jpg");
+  auto target = platform::WithExtension(path, ".jpg");
   platform::AtomicFile out(target, {.existing = platform::ExistingFile::Refuse,
                                     .recorder = tools.edit.recorder,
                                     .stateDirectory = tools.edit.stateDirectory,

@@ -16,6 +16,7 @@
 #include "metadata/jpeg_layout.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/jpeg_size.h"
+#include "metadata/tiff_tags.h"
 #include "platform/errors.h"
 
 namespace ml::imagefiles {
@@ -26,14 +27,18 @@ using metadata::EditedFile;
 using metadata::ExifDirectory;
 using Bytes = std::vector<std::byte>;
 
+namespace tag = metadata::tiff_tag;
+
 /// Measures of the sides: of the picture in the first and in the EXIF directory, and the resolutions.
 struct SidePair {
   ExifDirectory directory = ExifDirectory::First;
   std::uint16_t first = 0, second = 0;
 };
-constexpr SidePair kSidePairs[] = {
-    {ExifDirectory::Exif, 40962, 40963}, {ExifDirectory::First, 256, 257}, {ExifDirectory::First, 282, 283}};
-constexpr std::uint16_t kSideTags[] = {40962, 40963, 256, 257, 282, 283};
+constexpr SidePair kSidePairs[] = {{ExifDirectory::Exif, tag::kPixelWidth, tag::kPixelHeight},
+                                   {ExifDirectory::First, tag::kWidth, tag::kHeight},
+                                   {ExifDirectory::First, tag::kXResolution, tag::kYResolution}};
+constexpr std::uint16_t kSideTags[] = {tag::kPixelWidth, tag::kPixelHeight, tag::kWidth,
+                                       tag::kHeight,     tag::kXResolution, tag::kYResolution};
 
 constexpr std::string_view kJfif{"JFIF\0", 5};
 constexpr std::uint32_t kJfifDensity = 8, kDensitySize = 2;  ///< across, then down

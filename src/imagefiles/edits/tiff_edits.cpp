@@ -11,6 +11,7 @@
 #include "metadata/edit/tiff_comment.h"
 #include "metadata/exif_reader.h"
 #include "metadata/iptc/iptc_caption.h"
+#include "metadata/tiff_tags.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
 
@@ -20,7 +21,7 @@ namespace {
 using metadata::EditedFile;
 using platform::UserError;
 
-constexpr std::uint16_t kOrientation = 274;
+using metadata::tiff_tag::kOrientation;
 
 metadata::TiffMagic MagicOf(const ImageFile& file) {
   return file.Row().format == Format::Orf ? metadata::TiffMagic::Any : metadata::TiffMagic::Required;

@@ -63,8 +63,10 @@ void ApplyLens(ExifData& data, CanonWords words) {
   if (!words.Has(kLensUnit) || words[kLensUnit] == 0) return;
   const bool swapped = words[kLensUnit] == kSwappedUnit;
   const auto wordAt = [&](std::size_t index) { return swapped ? SwapBytes(words[index]) : words[index]; };
-  data.lensMaxFocal = wordAt(kLens) / wordAt(kLensUnit);  // whole millimetres
-  data.lensMinFocal = wordAt(kLens + 1) / wordAt(kLensUnit);
+  const int mostMillimetres = wordAt(kLens) / wordAt(kLensUnit),
+            leastMillimetres = wordAt(kLens + 1) / wordAt(kLensUnit);
+  data.lensMaxFocal = mostMillimetres;
+  data.lensMinFocal = leastMillimetres;
 }
 
 void ApplyStabiliser(ExifData& data, CanonWords words) {

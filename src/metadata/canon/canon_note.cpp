@@ -58,12 +58,12 @@ void ApplyArray(ExifData& data, const MakerNote& note, const IfdEntry& entry) {
 }
 
 void Apply(ExifData& data, const MakerNote& note, const IfdEntry& entry) {
-  const bool single = entry.count == 1;
+  const bool isSingle = entry.count == 1;
+  const bool isLong = isSingle && entry.Is(IfdType::Long) && HasLong(entry.tag);
+  const bool isShort = isSingle && entry.Is(IfdType::Short) && HasSingleShort(entry.tag, note.form);
   if (entry.Is(IfdType::Ascii) && HasText(entry.tag)) {
     ApplyCanonString(data, entry.tag, TextOf(note, entry));
-  } else if (entry.Is(IfdType::Long) && single && HasLong(entry.tag)) {
-    ApplyCanonLong(data, entry.tag, entry.value);
-  } else if (entry.Is(IfdType::Short) && single && HasSingleShort(entry.tag, note.form)) {
+  } else if (isLong || isShort) {
     ApplyCanonLong(data, entry.tag, entry.value);
   } else if (entry.Is(IfdType::Short) && entry.count >= kSmallestArray && HasArray(entry.tag)) {
     ApplyArray(data, note, entry);

@@ -51,7 +51,7 @@ class Records {
   }
   std::string FindText(std::uint16_t tag, std::optional<std::uint16_t> heap = {}) const {
     const auto bytes = Find(tag, heap);
-    return std::string(ByteView(bytes, order_).Text(0, bytes.size()));
+    return std::string(ByteView(bytes, order_).Text());
   }
 
  private:
@@ -91,9 +91,9 @@ void TakeComment(ExifData& own, const Records& records) {
 
 /// A number of stops; thirds are rounded to 12 and 20 32nds.
 double Stops(std::int16_t word) {
-  const int size = std::abs(int{word}), part = size % 32;
+  const int size = std::abs(int{word}), whole = size / 32, part = size % 32;
   const double fraction = part == 12 ? 1.0 / 3 : part == 20 ? 2.0 / 3 : part / 32.0;
-  return std::copysign(size / 32 + fraction, word);
+  return std::copysign(whole + fraction, word);
 }
 
 /// Long times as they are set, with two digits.

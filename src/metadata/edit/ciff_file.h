@@ -35,8 +35,7 @@ class CiffFile {
 
   /// Makes `file`, which must hold the same bytes as the source, a file with these changes: the head as it is, the data
   /// of all entries one behind the other in the order of the root, the root behind them, and what other programs put
-  /// between that and its place at the end. Throws UserError with the
-  /// reason, with nothing changed.
+  /// between that and its place at the end. Throws UserError with the reason, with nothing changed.
   void Write(EditedFile& file, const CiffChanges& changes) const;
 
  private:

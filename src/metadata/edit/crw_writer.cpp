@@ -51,7 +51,7 @@ bool WriteCrwComment(EditedFile& file, std::string_view text) {
   std::string field(encoding);
   field += platform::CutToBytes(text, record->size - encoding.size());
   field.resize(record->size, ' ');
-  file.Overwrite(record->position, std::as_bytes(std::span(field)));
+  file.Overwrite(record->position, platform::AsBytes(field));
   return true;
 }
 

@@ -16,6 +16,7 @@
 #include "metadata/value_text.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace ml::metadata {
 namespace {
@@ -117,7 +118,7 @@ std::uint16_t ColorSpace(const std::string& word) { return word == "AdobeRGB" ? 
 IfdBuilder ExifDirectory(const ExifData& data, std::optional<IfdBuilder> note) {
   IfdBuilder exif(ByteOrder::Little);
   const auto undefined = [&](std::uint16_t tag, std::string_view bytes) {
-    exif.Undefined(tag, std::as_bytes(std::span(bytes.data(), bytes.size())));
+    exif.Undefined(tag, platform::AsBytes(bytes));
   };
   AddExposure(exif, data);
   undefined(36864, "0220");

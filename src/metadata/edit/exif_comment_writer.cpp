@@ -10,8 +10,6 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view kEncoding = "ASCII\0\0\0"sv;
 
-std::span<const std::byte> BytesOf(std::string_view text) { return std::as_bytes(std::span(text.data(), text.size())); }
-
 }  // namespace
 
 std::optional<std::string> WriteExifComment(ExifSegment& segment, std::string_view text) {
@@ -19,10 +17,10 @@ std::optional<std::string> WriteExifComment(ExifSegment& segment, std::string_vi
   if (const auto field = layout.userComment) {
     std::string value(kEncoding);
     value += platform::CutToBytes(text, field->size - kEncoding.size());
-    segment.FillField(*field, BytesOf(value));
+    segment.FillField(*field, platform::AsBytes(value));
   } else if (const auto description = layout.imageDescription) {
     if (text.size() >= description->size) return messages::kDescriptionTooShort;
-    segment.FillField(*description, BytesOf(text));
+    segment.FillField(*description, platform::AsBytes(text));
   } else {
     return messages::kNoJpegComment;
   }

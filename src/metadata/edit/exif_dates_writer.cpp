@@ -8,13 +8,13 @@
 #include "metadata/edit/jpeg_rewriter.h"
 #include "metadata/exif_block.h"
 #include "metadata/ifd.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
 constexpr std::size_t kTextSize = 19;
-constexpr std::uint16_t kExifDirectory = 34665;
-constexpr std::array<std::uint16_t, 3> kDateTags = {306, 36867, 36868};
+constexpr std::array<std::uint16_t, 3> kDateTags = {tiff_tag::kDate, tiff_tag::kDateOriginal, tiff_tag::kDateDigitized};
 
 bool IsDateField(const IfdEntry& entry) {
   return std::ranges::find(kDateTags, entry.tag) != kDateTags.end() && entry.Is(IfdType::Ascii) &&
@@ -35,7 +35,7 @@ std::vector<std::uint64_t> FindDateFields(const ByteSource& file, const TiffHead
     return Visit::Continue;
   };
   walker.Walk(header.firstDirectory, [&](const IfdEntry& entry) {
-    return entry.tag == kExifDirectory ? walker.Walk(entry.value, keep) : keep(entry);
+    return entry.tag == tiff_tag::kExif ? walker.Walk(entry.value, keep) : keep(entry);
   });
   return places;
 }

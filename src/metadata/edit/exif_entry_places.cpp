@@ -4,12 +4,11 @@
 
 #include "metadata/byte_writer.h"
 #include "metadata/exif_block.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kExifDirectory = 34665;
-constexpr int kMaxBlocks = 16;           ///< cameras write one
 constexpr std::size_t kMaxPlaces = 256;  ///< a few of each tag; a hostile file may repeat one at will
 constexpr std::size_t kTagSize = 2, kValueOffset = 8;
 constexpr std::uint16_t kSignedShort = 8;
@@ -39,7 +38,7 @@ class Search {
     walker.Walk(first, [&](const IfdEntry& entry) {
       const bool inFirst = entry.position > first && entry.position < firstEnd;
       Take(entry, order, inFirst ? ExifDirectory::First : ExifDirectory::Chained);
-      if (entry.tag == kExifDirectory && inFirst) WalkExif(walker, entry.value);
+      if (entry.tag == tiff_tag::kExif && inFirst) WalkExif(walker, entry.value);
       return found_.size() < kMaxPlaces ? Visit::Continue : Visit::Stop;
     });
   }
@@ -72,7 +71,7 @@ class Search {
 std::vector<ExifEntryPlace> FindExifEntries(const ByteSource& jpeg, std::span<const std::uint16_t> tags) {
   std::vector<ExifEntryPlace> found;
   JpegSegments segments(jpeg);
-  for (int i = 0; i < kMaxBlocks; ++i) {
+  for (int i = 0; i < kMaxExifBlocks; ++i) {
     const auto block = NextExifBlock(segments);
     if (!block) break;
     Search(found, *block, tags).Run();

@@ -7,12 +7,13 @@
 
 #include "metadata/byte_source.h"
 #include "metadata/edit/maker_note_reach.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kImageDescription = 270, kThumbnailOffset = 513, kThumbnailLength = 514, kExif = 34665,
-                        kGps = 34853, kInteroperability = 40965, kUserComment = 37510, kMakerNote = 37500;
+using namespace tiff_tag;
+
 constexpr std::array<std::uint16_t, 3> kSubDirectories = {kExif, kGps, kInteroperability};
 constexpr std::uint32_t kValueInEntry = 8, kInlineSize = 4;
 constexpr std::uint32_t kSmallestComment = 9;  ///< an encoding and one character
@@ -52,8 +53,8 @@ class LayoutFinder {
     std::optional<IfdEntry> place, length;
     walker_.Walk(offset, [&](const IfdEntry& entry) {
       Take(entry, kind);
-      if (entry.tag == kThumbnailOffset) place = entry;
-      if (entry.tag == kThumbnailLength) length = entry;
+      if (entry.tag == kJpegOffset) place = entry;
+      if (entry.tag == kJpegLength) length = entry;
       return Visit::Continue;
     });
     if (kind != Directory::Sub && place && length && !layout_.thumbnail) TakeThumbnail(*place, *length);
@@ -67,7 +68,7 @@ class LayoutFinder {
     if (isSubDirectory && entry.value != 0 && seen_.insert(entry.value).second) EnterSubDirectory(entry);
     if (entry.tag == kMakerNote && inExif_) TakeMakerNote(range);
     const bool isText = entry.Is(IfdType::Ascii) && range.size > 0 && Inside(range);
-    if (entry.tag == kImageDescription && kind == Directory::First && isText && !layout_.imageDescription) {
+    if (entry.tag == kDescription && kind == Directory::First && isText && !layout_.imageDescription) {
       layout_.imageDescription = range;
     }
     const bool isComment = (isText || entry.Is(IfdType::Undefined)) && range.size >= kSmallestComment && Inside(range);

@@ -14,6 +14,19 @@ FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index) {
   return IfdValueRange(entry, directory.base);
 }
 
+void PutIfdEntry(ByteWriter& out, const IfdEntry& entry) {
+  out.Short(entry.tag);
+  out.Short(entry.type);
+  out.Long(entry.count);
+  out.Long(entry.rawValue);
+}
+
+void PutIfdDirectory(ByteWriter& out, std::span<const IfdEntry> entries, std::uint32_t next) {
+  out.Short(static_cast<std::uint16_t>(entries.size()));
+  for (const auto& entry : entries) PutIfdEntry(out, entry);
+  out.Long(next);
+}
+
 IfdDirectory ReadIfdDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset) {
   IfdDirectory directory{.order = order, .base = base, .position = base + offset};
   const std::size_t count = source.ReadNumber(directory.position, 2, order);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "metadata/byte_source.h"
+#include "metadata/byte_writer.h"
 #include "metadata/file_range.h"
 #include "metadata/ifd.h"
 #include "metadata/tiff_raw.h"
@@ -25,6 +27,10 @@ struct IfdDirectory {
 
 /// Of the entry at `index`, which stands where the directory has it.
 FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index);
+
+/// Writes entries as they are, their values staying where they stand, and as a whole directory with its link.
+void PutIfdEntry(ByteWriter& out, const IfdEntry& entry);
+void PutIfdDirectory(ByteWriter& out, std::span<const IfdEntry> entries, std::uint32_t next);
 
 /// Throws ExifException: OutOfBounds where an entry is missing.
 IfdDirectory ReadIfdDirectory(const ByteSource& source, ByteOrder order, std::uint64_t base, std::uint32_t offset);

@@ -31,13 +31,6 @@ void PutField(ByteWriter& out, const IfdField& field) {
   PutValue(out, field.type == IfdType::Short && field.count == 1, field.value);
 }
 
-void PutEntry(ByteWriter& out, const IfdEntry& entry) {
-  out.Short(entry.tag);
-  out.Short(entry.type);
-  out.Long(entry.count);
-  out.Long(entry.rawValue);
-}
-
 std::vector<std::byte> LongerDirectory(const IfdDirectory& directory, const IfdField& field) {
   ByteWriter out(directory.order);
   out.Short(static_cast<std::uint16_t>(directory.entries.size() + 1));
@@ -47,7 +40,7 @@ std::vector<std::byte> LongerDirectory(const IfdDirectory& directory, const IfdF
       PutField(out, field);
       placed = true;
     }
-    PutEntry(out, entry);
+    PutIfdEntry(out, entry);
   }
   if (!placed) PutField(out, field);
   out.Long(directory.next);
@@ -87,15 +80,10 @@ void UpdateIfdEntry(EditedFile& file, const IfdField& field, TiffMagic magic) {
 }
 
 void RemoveIfdEntry(EditedFile& file, std::uint16_t tag) {
-  const auto directory = ReadFirstDirectory(file, 0, TiffMagic::Required);
-  const auto removed = static_cast<std::size_t>(std::ranges::count(directory.entries, tag, &IfdEntry::tag));
-  if (removed == 0) return;
+  auto directory = ReadFirstDirectory(file, 0, TiffMagic::Required);
+  if (std::erase_if(directory.entries, [&](const IfdEntry& entry) { return entry.tag == tag; }) == 0) return;
   ByteWriter out(directory.order);
-  out.Short(static_cast<std::uint16_t>(directory.entries.size() - removed));
-  for (const auto& entry : directory.entries) {
-    if (entry.tag != tag) PutEntry(out, entry);
-  }
-  out.Long(directory.next);
+  PutIfdDirectory(out, directory.entries, directory.next);
   file.Overwrite(directory.position, out.View());
 }
 

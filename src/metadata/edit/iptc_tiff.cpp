@@ -5,11 +5,13 @@
 
 #include "metadata/edit/ifd_directory.h"
 #include "metadata/edit/ifd_entry_writer.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kIptc = 33723;
+using tiff_tag::kIptc;
+
 constexpr std::uint64_t kInEntry = 4;
 
 struct OldData {

@@ -3,11 +3,12 @@
 #include <algorithm>
 
 #include "metadata/exif_block.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kOrientation[] = {274};
+constexpr std::uint16_t kOrientation[] = {tiff_tag::kOrientation};
 constexpr std::uint32_t kUpright = 1;
 
 bool InChain(const ExifEntryPlace& place) { return place.directory != ExifDirectory::Exif && HoldsNumber(place); }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "metadata/byte_writer.h"
+#include "metadata/edit/value_order.h"
 #include "metadata/ifd.h"
 
 namespace ml::metadata {
@@ -31,21 +32,10 @@ std::optional<std::uint32_t> HeadOf(ByteView note) {
   return count > 0 && count <= kMaxEntries && count < kFirstLetter << 8 ? std::optional(0U) : std::nullopt;
 }
 
-/// Bytes of the numbers of a type, each of which has an order.
-std::uint32_t WordSize(std::uint16_t type) {
-  const auto size = TypeSize(type);
-  const bool isRatio = type == static_cast<std::uint16_t>(IfdType::Rational) ||
-                       type == static_cast<std::uint16_t>(IfdType::SignedRational);
-  return isRatio ? size / 2 : size;
-}
-
 void AppendValue(ByteWriter& out, ByteView value, std::uint16_t type, bool turned) {
-  const auto word = WordSize(type);
-  const auto bytes = value.Bytes();
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    const auto at = turned ? i / word * word + (word - 1 - i % word) : i;
-    out.Byte(std::to_integer<std::uint8_t>(bytes[at]));
-  }
+  std::vector<std::byte> bytes(value.Bytes().begin(), value.Bytes().end());
+  if (turned) TurnNumbers(bytes, type);
+  out.Bytes(bytes);
 }
 
 struct NoteEntry {

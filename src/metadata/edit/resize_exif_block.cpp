@@ -5,12 +5,13 @@
 #include "metadata/exif_data.h"
 #include "metadata/exif_values.h"
 #include "metadata/ifd.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kMake = 271, kOrientation = 274, kXResolution = 282, kYResolution = 283, kResolutionUnit = 296,
-                        kExif = 34665, kPixelWidth = 40962, kPixelHeight = 40963;
+using namespace tiff_tag;
+
 constexpr std::uint32_t kUpright = 1, kInches = 2, kRatioSize = 8;
 constexpr std::string_view kCanon = "Canon";
 

@@ -12,7 +12,9 @@
 #include "metadata/edit/ifd_directory.h"
 #include "metadata/edit/ifd_entry_writer.h"
 #include "metadata/edit/value_order.h"
+#include "metadata/tiff_tags.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace ml::metadata {
 namespace {
@@ -24,17 +26,12 @@ constexpr std::uint64_t kInEntry = 4;
 constexpr std::uint64_t kMaxValue = 1 << 20, kMaxNote = 16 << 20;
 constexpr std::size_t kMaxEntries = 256;
 
-namespace tag {
-constexpr std::uint16_t kWidth = 256, kHeight = 257, kDescription = 270, kMake = 271, kModel = 272, kDate = 306,
-                        kArtist = 315, kCopyright = 33432, kExif = 34665, kProfile = 34675, kPosition = 34853;
-constexpr std::uint16_t kComponents = 37121, kBitsPerPixel = 37122, kNote = 37500, kColourSpace = 40961,
-                        kExifWidth = 40962, kExifHeight = 40963, kInterchange = 40965;
-}  // namespace tag
+namespace tag = tiff_tag;
 constexpr std::uint16_t kFirstTags[] = {tag::kDescription, tag::kMake,   tag::kModel,
                                         tag::kDate,        tag::kArtist, tag::kCopyright};
 /// They describe the compressed picture of the other file, or are put together here.
-constexpr std::uint16_t kNotCopied[] = {tag::kComponents, tag::kBitsPerPixel, tag::kNote,       tag::kColourSpace,
-                                        tag::kExifWidth,  tag::kExifHeight,   tag::kInterchange};
+constexpr std::uint16_t kNotCopied[] = {tag::kComponents, tag::kBitsPerPixel, tag::kMakerNote,       tag::kColourSpace,
+                                        tag::kPixelWidth, tag::kPixelHeight,  tag::kInteroperability};
 constexpr std::uint16_t kUncalibrated = 0xffff;
 
 /// Notes that begin like this hold no offsets but those from their own start, and know their own order of bytes.
@@ -57,9 +54,7 @@ std::optional<Value> ReadValue(const ByteSource& source, const IfdDirectory& dir
   return Value{entry->type, entry->count, std::move(bytes)};
 }
 
-std::string_view TextOf(const Value& value) {
-  return {reinterpret_cast<const char*>(value.bytes.data()), value.bytes.size()};  // char may alias everything
-}
+std::string_view TextOf(const Value& value) { return platform::AsText(value.bytes); }
 
 /// What the other file has, in the order of bytes of the one that it goes to.
 class Origin {
@@ -78,7 +73,7 @@ class Origin {
   }
 
   std::optional<IfdBuilder> Position() const {
-    const auto directory = SubDirectory(tag::kPosition);
+    const auto directory = SubDirectory(tag::kGps);
     if (!directory) return std::nullopt;
     IfdBuilder position(order_);
     Copy(*directory, position);
@@ -121,19 +116,19 @@ class Origin {
   }
 
   void AddNote(IfdBuilder& exif) const {
-    const auto* entry = exif_.Find(tag::kNote);
+    const auto* entry = exif_.Find(tag::kMakerNote);
     auto note = ReadValue(origin_.source, exif_, entry, kMaxNote);
     if (!note || note->bytes.size() <= kInEntry) return;
     const auto isOwn = [&](std::string_view name) { return TextOf(*note).starts_with(name); };
     const auto make = First(tag::kMake);
     if (std::ranges::any_of(kOwnNotes, isOwn)) {
-      exif.Raw(tag::kNote, note->type, note->count, std::move(note->bytes));
+      exif.Raw(tag::kMakerNote, note->type, note->count, std::move(note->bytes));
     } else if (make && origin_.base == 0 && platform::AsciiLower(TextOf(*make)).starts_with("canon")) {
       ExifData place;
       place.littleEndian = exif_.order == ByteOrder::Little;
       place.makerNoteOffset = entry->rawValue;
       place.makerNoteCount = entry->count;
-      if (auto canon = CopyCanonNote(place, origin_.source, order_)) exif.Note(tag::kNote, std::move(*canon));
+      if (auto canon = CopyCanonNote(place, origin_.source, order_)) exif.Note(tag::kMakerNote, std::move(*canon));
     }
   }
 
@@ -172,11 +167,11 @@ class Addition {
     const bool fits = directory.size() <= old.entries.size();
     if (!fits && directory.size() > kMaxFirstEntries) throw ExifException::DirectoryFull;
     const auto place = Place();
-    if (!fits) Put(out_, directory, old.next);
+    if (!fits) PutIfdDirectory(out_, directory, old.next);
     AppendTiffData(file, out_.View());
     ByteWriter change(order_);
     if (fits) {
-      Put(change, directory, old.next);
+      PutIfdDirectory(change, directory, old.next);
       file.Overwrite(old.position, change.View());
     } else {
       change.Long(place);
@@ -201,17 +196,6 @@ class Addition {
     return merged;
   }
 
-  static void Put(ByteWriter& out, const std::vector<IfdEntry>& entries, std::uint32_t next) {
-    out.Short(static_cast<std::uint16_t>(entries.size()));
-    for (const auto& entry : entries) {
-      out.Short(entry.tag);
-      out.Short(entry.type);
-      out.Long(entry.count);
-      out.Long(entry.rawValue);
-    }
-    out.Long(next);
-  }
-
   const ByteOrder order_;
   const std::uint64_t start_;
   ByteWriter out_;
@@ -225,9 +209,9 @@ bool IsBlank(const Value& value) { return TextOf(value).find_first_not_of(" \0"s
 void DescribePicture(const IfdDirectory& first, std::optional<std::uint16_t> colourSpace, IfdBuilder& exif) {
   const auto* width = first.Find(tag::kWidth);
   const auto* height = first.Find(tag::kHeight);
-  if (width != nullptr) exif.Long(tag::kExifWidth, width->value);
-  if (height != nullptr) exif.Long(tag::kExifHeight, height->value);
-  if (first.Find(tag::kProfile) != nullptr) colourSpace = kUncalibrated;
+  if (width != nullptr) exif.Long(tag::kPixelWidth, width->value);
+  if (height != nullptr) exif.Long(tag::kPixelHeight, height->value);
+  if (first.Find(tag::kIccProfile) != nullptr) colourSpace = kUncalibrated;
   if (colourSpace) exif.Short(tag::kColourSpace, *colourSpace);
 }
 
@@ -246,7 +230,7 @@ void WriteTiffExif(EditedFile& tiff, const ExifOrigin& origin) {
   auto exif = other.Exif();
   DescribePicture(first, other.ColourSpace(), exif);
   addition.Add(tag::kExif, std::move(exif));
-  if (auto position = other.Position()) addition.Add(tag::kPosition, std::move(*position));
+  if (auto position = other.Position()) addition.Add(tag::kGps, std::move(*position));
   addition.Write(tiff, first);
 }
 

@@ -5,15 +5,17 @@
 #include <utility>
 
 #include "metadata/edit/ifd_directory.h"
+#include "metadata/tiff_tags.h"
 
 namespace ml::metadata {
 namespace {
 
-constexpr std::uint16_t kSubDirectories = 330;
+using namespace tiff_tag;
 struct PlaceTags {
   std::uint16_t offsets, sizes;
 };
-constexpr PlaceTags kPlaces[] = {{273, 279}, {324, 325}, {513, 514}};
+constexpr PlaceTags kPlaces[] = {
+    {kStripOffsets, kStripByteCounts}, {kTileOffsets, kTileByteCounts}, {kJpegOffset, kJpegLength}};
 constexpr std::uint32_t kMaxNumbers = 1 << 20;
 constexpr std::size_t kMaxDirectories = 64;
 

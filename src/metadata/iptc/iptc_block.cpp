@@ -4,6 +4,7 @@
 
 #include "metadata/iptc/iptc_dataset_codec.h"
 #include "metadata/iptc/iptc_datasets.h"
+#include "platform/text.h"
 
 namespace ml::metadata {
 namespace {
@@ -58,7 +59,7 @@ std::vector<std::byte> BuildIptcBlock(const IptcBlock& block, IptcCarrier carrie
   text += items + block.surroundings.tail;
   const std::size_t multiple = carrier == IptcCarrier::Bare ? 4 : 2;
   text.append((multiple - text.size() % multiple) % multiple, '\0');
-  const auto bytes = std::as_bytes(std::span(text));
+  const auto bytes = platform::AsBytes(text);
   return {bytes.begin(), bytes.end()};
 }
 

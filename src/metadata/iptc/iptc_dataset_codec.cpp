@@ -14,7 +14,7 @@ constexpr std::string_view kVersion("\0\2", 2);
 }  // namespace
 
 std::optional<IptcDatasetHead> NextIptcDataset(ByteView bytes, std::size_t offset) {
-  const auto mark = bytes.Text(0, bytes.Size()).find(kMark, offset);
+  const auto mark = bytes.Text().find(kMark, offset);
   if (mark == std::string_view::npos || bytes.Size() - mark < kHeadSize) return std::nullopt;
   const auto head = bytes.Sub(mark, kHeadSize).WithOrder(ByteOrder::Big);
   return IptcDatasetHead{mark, mark + kHeadSize, head.readByte(1), head.readByte(2), head.readShort(3)};

@@ -9,6 +9,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/readable_file.h"
+#include "platform/text.h"
 
 namespace ml::metadata {
 namespace {
@@ -52,7 +53,7 @@ std::vector<IptcItem> LoadIptcFile(const std::string& path) {
 
 void SaveIptcFile(const std::string& path, const std::vector<IptcItem>& items, platform::ExistingFile existing) {
   const auto text = BuildIptcFile(items);
-  platform::ReplaceFile(path, std::as_bytes(std::span(text)), {.existing = existing});
+  platform::ReplaceFile(path, platform::AsBytes(text), {.existing = existing});
 }
 
 }  // namespace ml::metadata

@@ -74,8 +74,7 @@ std::string BuildRawIptcText(const IptcBlock& block) {
   resource.Long(static_cast<std::uint32_t>(data.size()));
   resource.Bytes(data);
   const auto& bytes = resource.View();
-  const auto digits =
-      platform::AsciiLower(platform::ToHex({reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
+  const auto digits = platform::AsciiLower(platform::ToHex(platform::AsText(bytes)));
   const auto size = std::to_string(bytes.size());
   auto text = "\niptc\n" + std::string(kSizeWidth - std::min(kSizeWidth, size.size()), ' ') + size + "\n";
   for (std::size_t at = 0; at < digits.size(); at += kLine) text += digits.substr(at, kLine) + "\n";

@@ -4,13 +4,12 @@
 #include <utility>
 
 #include "metadata/iptc/iptc_block.h"
+#include "metadata/iptc/iptc_limits.h"
 #include "metadata/iptc/iptc_png_text.h"
 #include "metadata/jpeg_iptc_place.h"
 
 namespace ml::metadata {
 namespace {
-
-constexpr std::size_t kMostIptc = std::size_t{64} << 20;  ///< bytes; nobody writes a thousandth of it
 
 void Add(ExifData& data, IptcBlock block) {
   data.iptc.insert(data.iptc.end(), std::make_move_iterator(block.items.begin()),
@@ -30,7 +29,7 @@ void ReadJpegIptc(ExifData& data, const ByteSource& file) {
   if (!place) return;
   auto bytes = file.ReadUpTo(place->data.position, place->data.size);
   for (const auto& rest : place->rest) {
-    if (bytes.size() >= kMostIptc) break;
+    if (bytes.size() >= kMostIptcBytes) break;
     const auto more = file.ReadUpTo(rest.data.position, rest.data.size);
     bytes.insert(bytes.end(), more.begin(), more.end());
   }

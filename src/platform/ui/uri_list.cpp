@@ -61,17 +61,15 @@ std::vector<std::string> LocalPathsOfUriList(std::string_view text) {
 
 std::string UriListOf(std::span<const std::string> paths) {
   constexpr std::string_view kPlain = "/-._~!$&'()*+,;=:@";
-  constexpr std::string_view kHex = "0123456789ABCDEF";
   std::string text;
   for (const auto& path : paths) {
     text += "file://";
     for (const char c : path) {
-      const auto byte = static_cast<unsigned char>(c);
       const bool alphanumeric = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
       if (alphanumeric || kPlain.find(c) != std::string_view::npos) {
         text += c;
       } else {
-        text += {'%', kHex[byte >> 4U], kHex[byte & 15U]};
+        text.append("%").append(ToHex({&c, 1}));
       }
     }
     text += "\r\n";

@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -10,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "imagefiles/edits/developed_jpegs.h"
 #include "imagefiles/edits/icc_edits.h"
 #include "imagefiles/edits/image_edits.h"
 #include "imagefiles/edits/jpeg_thumbnail.h"
@@ -28,6 +28,7 @@
 #include "support/picture_tiff.h"
 #include "support/png_builder.h"
 #include "support/psd_builder.h"
+#include "support/refusal.h"
 #include "support/temp_dir.h"
 
 namespace ml::imagefiles {
@@ -59,6 +60,20 @@ const auto kIptc = Plain([](ImageFile& file, const EditTools& tools) {
 const auto kThumbnail =
     Plain([](ImageFile& file, const EditTools& tools) { static_cast<void>(RegenerateThumbnail(file, tools)); });
 
+/// Develops every file to the same grey.
+class GreyDeveloper final : public DevelopLibrary {
+ public:
+  imaging::PixelBuffer Develop(const std::string&) override {
+    auto picture = imaging::MakePixelBuffer(64, 32);
+    std::ranges::fill(picture.data, std::byte{200});
+    return picture;
+  }
+};
+const auto kPreview = Plain([](ImageFile& file, const EditTools& tools) {
+  GreyDeveloper developer;
+  RegenerateEmbeddedJpeg(file, {.width = 16, .quality = 80}, &developer, tools);
+});
+
 std::function<Edit(const test::TempDir&)> EmbedProfile() {
   return [](const test::TempDir& dir) -> Edit {
     const auto profile = dir.Write("profile/p.icc", test::EncodeProfile({.swapped = true}));
@@ -78,7 +93,9 @@ std::vector<Case> Cases() {
       {"JPEG date", "a.jpg", photo, kDate},
       {"JPEG turn over many pages", "a.jpg",
        test::MakePhoto({.width = 320, .height = 240, .quality = 80, .thumbnail = false}), kTurn},
+      {"JPEG turn", "a.jpg", photo, kTurn},
       {"JPEG thumbnail", "a.jpg", photo, kThumbnail},
+      {"JPEG IPTC", "a.jpg", photo, kIptc},
       {"JPEG profile", "a.jpg", photo, EmbedProfile()},
       {"PNG comment", "a.png", test::EncodePng(small), kComment},
       {"PNG IPTC", "a.png", test::EncodePng(small), kIptc},
@@ -91,11 +108,13 @@ std::vector<Case> Cases() {
       {"TIFF turn", "a.tif", tiff.Build(), kTurn},
       {"BMP turn", "a.bmp", test::EncodeBmp(small), kTurn},
       {"NEF orientation", "a.nef", test::NefDirectories(raw).Build(), kTurn},
+      {"NEF with a new tag", "a.nef", test::NefDirectories(raw).Without(274).Build(), kTurn},
       {"NEF date", "a.nef", test::NefDirectories(raw).Build(), kDate},
       {"CRW comment", "a.crw", crw, kComment, "a.thm", thm},
       {"CRW date", "a.crw", crw, kDate, "a.thm", thm},
       {"CRW turn", "a.crw", crw, kTurn, "a.thm", thm},
       {"CRW IPTC", "a.crw", crw, kIptc, "a.thm", thm},
+      {"CRW preview", "a.crw", crw, kPreview},
       {"AVI comment", "a.avi", test::EncodeAvi({small}), kComment, "a.thm", thm},
   };
 }
@@ -138,14 +157,6 @@ class EditFaults : public testing::Test {
     CompanionFinder companions(options_);
     const auto file = CreateImageFile(path, options_);
     edit(*file, {options_, companions, {.stateDirectory = dir_ / "state", .fileSystem = &fileSystem}});
-  }
-  std::string Refusal(const std::string& path, const Edit& edit, platform::FileSystem& fileSystem) const {
-    try {
-      Do(path, edit, fileSystem);
-      return "";
-    } catch (const platform::UserError& error) {
-      return error.what();
-    }
   }
 
   /// Each file is the old or the new one, but for temporaries and for bytes behind an end that nothing points to.
@@ -261,7 +272,7 @@ TEST_F(EditFaults, WhatAnotherProgramWroteMeanwhileIsNotLost) {
       if (after.at(name) == content) continue;  // the edit does not write to it
       auto there = Fill(c);
       BusyFileSystem busy(dir_ / ("day/" + name), foreign);
-      const auto said = Refusal(path, edit, busy);
+      const auto said = test::Refusal([&] { Do(path, edit, busy); });
       const auto now = Now();
       there[name] += foreign;
       // A companion is read once the image is written: the change is then part of what is edited.

@@ -6,9 +6,10 @@
 #include <filesystem>
 
 #include "metadata/icc_carriers.h"
-#include "platform/errors.h"
+#include "platform/text.h"
 #include "support/colour_profiles.h"
 #include "support/jpeg_builder.h"
+#include "support/refusal.h"
 #include "support/sample_photo.h"
 #include "support/temp_dir.h"
 
@@ -24,12 +25,7 @@ class ProfileFiles : public testing::Test {
                            {.options = options, .companions = companions, .edit = {.stateDirectory = dir_ / "state"}});
   }
   std::string Refusal(const std::string& profile, const std::string& name = "a.jpg") const {
-    try {
-      Embed(profile, name);
-    } catch (const platform::UserError& error) {
-      return error.what();
-    }
-    return "embedded";
+    return test::Refusal([&] { Embed(profile, name); });
   }
   test::TempDir dir_;
 };
@@ -43,7 +39,7 @@ TEST_F(ProfileFiles, AProfileIsReadBackFromAProtectedFile) {
   EXPECT_TRUE(Embed(profile));
   const auto read = metadata::GetIccProfileData(path);
   ASSERT_TRUE(read);
-  EXPECT_TRUE(std::ranges::equal(*read, std::as_bytes(std::span(bytes))));
+  EXPECT_TRUE(std::ranges::equal(*read, platform::AsBytes(bytes)));
   EXPECT_EQ(test::ReadAll(path)->size(), photo.size() + bytes.size() + 18);
   EXPECT_EQ(metadata::ExifData(path).orientation, 6);
   struct stat status {};

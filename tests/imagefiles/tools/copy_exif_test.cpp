@@ -8,6 +8,7 @@
 #include "metadata/edit/tiff_exif.h"
 #include "metadata/edit/tiff_image_data.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "support/camera_raw.h"
 #include "support/ciff_builder.h"
 #include "support/jpeg_builder.h"
@@ -63,7 +64,7 @@ class CopyExifTest : public ToolTest {
     return Refusal([&] { last_ = CopyExif(source, destination, tools_, ask_); });
   }
   static std::string ImageData(const std::string& tiff) {
-    const metadata::MemorySource source(std::as_bytes(std::span(tiff)));
+    const metadata::MemorySource source(platform::AsBytes(tiff));
     std::string data;
     for (const auto& range : metadata::TiffImageData(source, 0, metadata::TiffMagic::Required)) {
       data += tiff.substr(range.position, range.size) + std::to_string(range.position);
@@ -95,7 +96,7 @@ TEST_F(CopyExifTest, TriesTheToldNamesInTheirOrder) {
   for (const auto& one : cases) {
     const auto folder = "out" + std::to_string(number++);
     Write(folder + "/other.txt", "");
-    for (const auto& file : one.files) Write(folder + "/" + file, "");
+    for (const auto& file : one.files) Write(std::string(folder).append("/").append(file), "");
     platform::DirIndex index(dir_ / folder);
     std::vector<std::string> names;
     for (const auto& path : FindCopyTargets(dir_ / one.source, index, one.targets)) {

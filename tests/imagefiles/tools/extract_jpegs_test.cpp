@@ -5,6 +5,7 @@
 #include "imagefiles/tools/tool_test.h"
 #include "metadata/jpeg_size.h"
 #include "platform/file_status.h"
+#include "platform/text.h"
 #include "support/camera_raw.h"
 #include "support/ciff_builder.h"
 
@@ -27,7 +28,7 @@ class ExtractTest : public ToolTest {
   ExtractTest() { std::filesystem::create_directory(settings_.directory); }
   std::string Size(const std::string& path) {
     const auto file = Content(path);
-    const auto size = metadata::ReadJpegSize(metadata::MemorySource(std::as_bytes(std::span(file))));
+    const auto size = metadata::ReadJpegSize(metadata::MemorySource(platform::AsBytes(file)));
     return size ? std::to_string(size->width) + "x" + std::to_string(size->height) : "none";
   }
   std::string Out(const std::string& name) { return settings_.directory + "/" + name; }

@@ -2,17 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "imagefiles/edits/image_edits.h"
 #include "imagefiles/tools/tool_run.h"
-#include "platform/errors.h"
 #include "support/fakes.h"
+#include "support/refusal.h"
 #include "support/temp_dir.h"
 
 namespace ml::imagefiles {
+
+using test::Refusal;
 
 /// A directory of files, and what the tools work with.
 class ToolTest : public testing::Test {
@@ -20,15 +21,6 @@ class ToolTest : public testing::Test {
   std::string Write(const std::string& name, const std::string& content) { return dir_.Write(name, content); }
   std::string Content(const std::string& path) { return test::ReadAll(path).value_or("(missing)"); }
   metadata::ExifData Read(const std::string& path) { return metadata::ExifData(path, options_.ForExif()); }
-  /// What was said against it; empty if it was done.
-  std::string Refusal(const std::function<void()>& act) {
-    try {
-      act();
-    } catch (const platform::UserError& error) {
-      return error.what();
-    }
-    return "";
-  }
   ToolRun Run(OnFailure onFailure = OnFailure::Stop) { return {.host = host_, .onFailure = onFailure}; }
 
   test::TempDir dir_;

@@ -11,19 +11,17 @@
 #include "metadata/exif_data.h"
 #include "metadata/exif_reader.h"
 #include "metadata/messages.h"
-#include "platform/errors.h"
 #include "platform/text.h"
+#include "support/byte_string.h"
+#include "support/refusal.h"
 
 namespace ml::metadata {
 namespace {
 
+using test::BytesOf;
 using test::Endian;
+using test::Refusal;
 using test::TiffBuilder;
-
-std::vector<std::byte> BytesOf(const std::string& text) {
-  const auto bytes = std::as_bytes(std::span(text));
-  return {bytes.begin(), bytes.end()};
-}
 
 /// From the length field on.
 ExifSegment SegmentOf(const TiffBuilder& tiff, const std::string& behind = "") {
@@ -31,15 +29,6 @@ ExifSegment SegmentOf(const TiffBuilder& tiff, const std::string& behind = "") {
 }
 
 std::string Tiff(const ExifSegment& segment) { return std::string(segment.Tiff().Text(0, segment.Tiff().Size())); }
-
-std::string Refusal(const std::function<void()>& act) {
-  try {
-    act();
-  } catch (const platform::UserError& error) {
-    return error.what();
-  }
-  return "";
-}
 
 ExifData Read(const ExifSegment& segment) {
   ExifData data;

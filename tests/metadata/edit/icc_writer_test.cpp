@@ -4,15 +4,17 @@
 
 #include <string>
 
+#include "../memory.h"
 #include "metadata/icc_carriers.h"
 #include "platform/errors.h"
+#include "platform/text.h"
 #include "support/jpeg_builder.h"
 #include "support/sample_photo.h"
 
 namespace ml::metadata {
 namespace {
 
-std::span<const std::byte> Bytes(const std::string& text) { return std::as_bytes(std::span(text)); }
+using platform::AsBytes;
 
 std::string Profile(std::size_t size) {
   std::string profile(size, '\0');
@@ -21,11 +23,10 @@ std::string Profile(std::size_t size) {
 }
 
 std::string Embedded(const std::string& jpeg, const std::string& profile) {
-  const MemorySource source(Bytes(jpeg));
+  const MemorySource source(AsBytes(jpeg));
   EditedFile edited(source);
-  EXPECT_TRUE(WriteIccProfile(edited, Bytes(profile)));
-  const auto bytes = edited.Read(0, static_cast<std::size_t>(edited.Size()));
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+  EXPECT_TRUE(WriteIccProfile(edited, AsBytes(profile)));
+  return TextOf(edited);
 }
 
 TEST(WriteIccProfile, StandsBehindTheLeadingSegmentsAndTakesThePlaceOfTheOld) {
@@ -61,23 +62,23 @@ TEST(WriteIccProfile, IsCutIntoSegmentsThatReadBack) {
     const auto profile = Profile(size);
     const auto file = Embedded(jpeg, profile);
     EXPECT_EQ(file.size(), jpeg.size() + size + count * 18) << size;
-    const auto read = ReadJpegIccProfile(MemorySource(Bytes(file)));
+    const auto read = ReadJpegIccProfile(MemorySource(AsBytes(file)));
     ASSERT_TRUE(read) << size;
-    EXPECT_TRUE(std::ranges::equal(*read, Bytes(profile))) << size;
+    EXPECT_TRUE(std::ranges::equal(*read, AsBytes(profile))) << size;
     EXPECT_EQ(Embedded(file, profile), file) << "once more changes nothing";
   }
 }
 
 TEST(WriteIccProfile, LeavesAloneWhatItCannotServe) {
   const auto jpeg = EncodeJpeg(test::PaintPlain(16, 16, 0x336699));
-  const MemorySource source(Bytes(jpeg));
+  const MemorySource source(AsBytes(jpeg));
   EditedFile edited(source);
   EXPECT_THROW(WriteIccProfile(edited, {}), platform::UserError);
-  EXPECT_THROW(WriteIccProfile(edited, Bytes(std::string(255 * kIccSegmentData + 1, 'x'))), platform::UserError);
+  EXPECT_THROW(WriteIccProfile(edited, AsBytes(std::string(255 * kIccSegmentData + 1, 'x'))), platform::UserError);
   for (const auto& text : {std::string(), std::string("\xff\xd8\xff\xd9"), std::string("text")}) {
-    const MemorySource empty(Bytes(text));
+    const MemorySource empty(AsBytes(text));
     EditedFile none(empty);
-    EXPECT_FALSE(WriteIccProfile(none, Bytes(Profile(10))));
+    EXPECT_FALSE(WriteIccProfile(none, AsBytes(Profile(10))));
     EXPECT_FALSE(none.Touched());
   }
   EXPECT_FALSE(edited.Touched());

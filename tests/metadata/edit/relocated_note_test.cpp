@@ -6,6 +6,7 @@
 
 #include "metadata/ifd.h"
 #include "metadata/memory.h"
+#include "platform/text.h"
 #include "support/tiff_builder.h"
 
 namespace ml::metadata {
@@ -61,7 +62,7 @@ TEST(RelocatedNote, IsWhatTheCameraWouldHaveWrittenThere) {
 TEST(RelocatedNote, LeavesOthersAsTheyAre) {
   for (const auto& note : {std::string("Nikon\0\2\0\0\0MM", 12), std::string("FUJIFILM\x0c\0\0\0", 12),
                            std::string("AOC\0 something else"), std::string("\1"), std::string()}) {
-    const auto bytes = std::as_bytes(std::span(note));
+    const auto bytes = platform::AsBytes(note);
     EXPECT_EQ(TextOf(RelocatedNote(bytes, ByteOrder::Big, 100, ByteOrder::Little, 7)), note);
   }
 }

@@ -7,7 +7,6 @@
 #include "support/metadata_blocks.h"
 #include "support/small_files.h"
 #include "support/temp_dir.h"
-#include "support/truncation_sweep.h"
 
 namespace ml::metadata {
 namespace {
@@ -46,13 +45,6 @@ TEST(IptcFile, PassesOverWhatOtherEditorsPutBetween) {
             (Items{{2, 105, "Head"}, {2, 5, "name"}}));
   EXPECT_TRUE(IsIptcFile("a.FFO"));
   EXPECT_FALSE(IsIptcFile("a.jpg"));
-}
-
-TEST(IptcFile, EveryPrefixIsReadOrRefused) {
-  const auto text = BuildIptcFile({{2, 25, "one"}, {2, 120, std::string(300, 'x')}});
-  test::SweepPrefixes(text, 1, [](const auto& prefix) {
-    ParseIptcFile("a.ipt", ByteView(std::as_bytes(std::span(prefix.data(), prefix.size())), ByteOrder::Big));
-  });
 }
 
 TEST(IptcValidation, Categories) {
