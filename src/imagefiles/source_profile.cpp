@@ -23,8 +23,7 @@ std::optional<ColourSpace> RecordedColourSpace(std::string_view model, const Col
 }
 
 std::optional<ColourSpace> RecordedColourSpaceOf(const metadata::ExifData& shootingData) {
-  return RecordedColourSpace(shootingData.model,
-                             {.matrix = shootingData.colorMatrix, .text = shootingData.colorSpace});
+  return RecordedColourSpace(shootingData.model, {.matrix = shootingData.colorMatrix, .text = shootingData.colorSpace});
 }
 
 std::string GetSourceProfile(const metadata::ExifData& shootingData, const ProfileFinder& finder) {
