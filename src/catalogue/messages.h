@@ -68,7 +68,7 @@ inline std::string OutputIsNoDirectory(const std::string& path) {
   return "Specified output directory exists but is not a directory:\n" + path;
 }
 
-inline platform::MessageBox createDirectory(const std::string& path) {
+inline platform::MessageBox CreateDirectoryQuestion(const std::string& path) {
   return {"Destination directory does not exist:\n" + path + "\n\nDo you want to create it?", "Marrowlantern",
           platform::BoxIcon::Question, platform::Buttons::YesNo};
 }

@@ -144,7 +144,7 @@ std::optional<std::string> TransferDirectory(const std::string& typed, const std
     return directory;
   }
   if (std::filesystem::exists(status)) throw UserError(OutputIsNoDirectory(directory));
-  if (ask.ask(createDirectory(directory)) != platform::Button::Yes) return std::nullopt;
+  if (ask.ask(CreateDirectoryQuestion(directory)) != platform::Button::Yes) return std::nullopt;
   platform::ensureDirectory(directory);
   return directory;
 }
