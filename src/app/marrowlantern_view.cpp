@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QMenu>
 #include <QSplitter>
 
@@ -132,6 +133,10 @@ void CMarrowlanternView::ConnectRest() {
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* from, const QWidget* to) {
     if (from == tree_ || to == tree_) Q_EMIT changed();
   });
+  // Queued: the tree moves in the middle of loading.
+  connect(
+      tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { Q_EMIT changed(); },
+      Qt::QueuedConnection);
 }
 
 void CMarrowlanternView::SetActions(const CommandActions& actions) {

@@ -34,7 +34,4 @@ std::string FindCompanion(const std::string& path, std::string_view extension, D
 /// last stays with the thread.
 std::string FindCompanion(const std::string& path, std::string_view extension);
 
-/// The same for whoever asks about one file only.
-std::string FindCompanion(const std::string& path, std::string_view extension);
-
 }  // namespace ml::platform
