@@ -117,7 +117,7 @@ void AtomicFile::RefuseChangedTarget() const {
 
 void AtomicFile::Record(bool replaces) {
   if (options_.recorder == nullptr) return;
-  const FileEdit edit{.path = target_, .newSize = size_, .newHash = hash_.Value()};
+  const FileEdit edit{.path = target_, .newSize = size_, .newHash = hash_.Value(), .kept = options_.kept};
   replaces ? options_.recorder->WillReplaceFile(edit) : options_.recorder->WillCreateFile(edit);
 }
 

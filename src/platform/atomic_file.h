@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/content_hash.h"
 #include "platform/data_folders.h"
@@ -34,6 +35,8 @@ struct AtomicFileOptions {
   std::function<void(const std::string& newFile)> check = nullptr;
   /// Not owned; null if the edit is not kept for undo.
   EditRecorder* recorder = nullptr;
+  /// What the new content takes over from the file that it replaces, as in FileEdit: undo need not keep it.
+  std::vector<KeptStretch> kept = {};
   /// Nanoseconds since 1970, for a file that keeps the time of another one.
   std::optional<std::int64_t> modificationTime = std::nullopt;
   /// Where an overwrite of a file with several names is noted until it is done.

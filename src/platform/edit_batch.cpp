@@ -76,30 +76,45 @@ void EditBatch::WillReplaceRange(const RangeEdit& edit) {
   });
 }
 
+void EditBatch::OpenStore() {
+  if (store_) return;
+  const auto path = StorePathOf(log_->Label());
+  const int fd = host_.fileSystem.Open(path, O_RDWR | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+  if (fd < 0) ThrowFileError(messages::kUnableToWrite, path, errno);
+  store_.emplace(host_.fileSystem, fd, path);
+}
+
+/// Puts into the store what is between the kept stretches.
 void EditBatch::KeepOldContent(EditStep& step) {
-  auto& fileSystem = host_.fileSystem;
-  if (!store_) {
-    const auto path = StorePathOf(log_->Label());
-    const int fd = fileSystem.Open(path, O_RDWR | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
-    if (fd < 0) ThrowFileError(messages::kUnableToWrite, path, errno);
-    store_.emplace(fileSystem, fd, path);
-  }
-  const auto file = OpenRegular(fileSystem, step.path, O_RDONLY);
-  ContentHash hash;
+  if (step.StoredSize() > 0) OpenStore();
+  const auto file = OpenRegular(host_.fileSystem, step.path, O_RDONLY);
+  ContentHash all, stored;
+  std::uint64_t at = 0;
   step.offset = storeSize_;
-  step.oldSize = ReadInPieces(file, 0, file.Size(), [&](auto piece) {
+  const auto store = [&](std::span<std::byte> piece) {
     store_->Write(storeSize_, piece);
-    hash.Add(piece);
     storeSize_ += piece.size();
-  });
-  step.oldHash = hash.Value();
+    stored.Add(piece);
+    all.Add(piece);
+  };
+  for (const auto& kept : step.kept) {
+    ReadInPieces(file, at, kept.oldOffset - at, store);
+    ReadInPieces(file, kept.oldOffset, kept.size, [&](auto piece) { all.Add(piece); });
+    at = kept.oldOffset + kept.size;
+  }
+  ReadInPieces(file, at, step.oldSize - at, store);
+  step.oldHash = all.Value();
+  step.storedHash = stored.Value();
 }
 
 void EditBatch::WillReplaceFile(const FileEdit& edit) {
   Record(EditKind::File, edit.path, [&](EditStep& step) {
     step.newSize = edit.newSize;
     step.newHash = edit.newHash;
-    if (step.before.size <= kMaxUndoBytes - std::min(kMaxUndoBytes, storeSize_)) return KeepOldContent(step);
+    step.oldSize = step.before.size;
+    step.kept.assign(edit.kept.begin(), edit.kept.end());
+    if (step.StoredSize() <= kMaxUndoBytes - std::min(kMaxUndoBytes, storeSize_)) return KeepOldContent(step);
+    step.kept.clear();
     step.kind = EditKind::Lost;
     step.other = messages::kUndoTooLarge;
   });

@@ -15,7 +15,8 @@
 
 namespace ml::platform {
 
-/// Most bytes of old files that one batch keeps; what goes beyond is noted as not undoable.
+/// Most bytes of replaced files that one batch keeps, stretches that the new files repeat not counted; what goes beyond
+/// is noted as not undoable.
 inline constexpr std::uint64_t kMaxUndoBytes = std::uint64_t{64} << 20;
 
 /// A step of a plan of renamings, worked out before its first step is done.
@@ -66,6 +67,7 @@ class EditBatch final : public EditRecorder {
  private:
   void Start();
   void Record(EditKind kind, const std::string& path, const std::function<void(EditStep&)>& complete);
+  void OpenStore();
   void KeepOldContent(EditStep& step);
   void Fail(const std::exception& error);
   void Append(const std::string& lines);

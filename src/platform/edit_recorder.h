@@ -16,10 +16,18 @@ struct RangeEdit {
   std::uint64_t appendedHash = 0;                 ///< of what is put behind the old end
 };
 
+/// A stretch of a file that its edit may move and does not change.
+struct KeptStretch {
+  std::uint64_t oldOffset = 0, newOffset = 0, size = 0;
+  bool operator==(const KeptStretch&) const = default;
+};
+
 /// A whole file that is about to get the content described here.
 struct FileEdit {
   std::string path;
   std::uint64_t newSize = 0, newHash = 0;
+  /// Ascending and apart in the old content and in the new one; empty where nobody knows of any.
+  std::span<const KeptStretch> kept = {};
 };
 
 /// Told of each edit right before it happens, while the old content still stands. Never throws: that an edit

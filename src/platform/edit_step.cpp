@@ -50,6 +50,26 @@ class FieldReader {
   bool valid_ = true;
 };
 
+KeptStretch ReadKept(FieldReader& in) {
+  KeptStretch kept;
+  for (auto* number : {&kept.oldOffset, &kept.newOffset, &kept.size}) *number = in.Number<std::uint64_t>();
+  return kept;
+}
+
+/// Whether the kept stretches are ascending, apart and inside both contents.
+bool IsInOrder(const EditStep& step) {
+  std::uint64_t oldEnd = 0, newEnd = 0;
+  for (const auto& kept : step.kept) {
+    if (kept.oldOffset < oldEnd || kept.oldOffset > step.oldSize || kept.size > step.oldSize - kept.oldOffset ||
+        kept.newOffset < newEnd || kept.newOffset > step.newSize || kept.size > step.newSize - kept.newOffset) {
+      return false;
+    }
+    oldEnd = kept.oldOffset + kept.size;
+    newEnd = kept.newOffset + kept.size;
+  }
+  return true;
+}
+
 bool AddStep(FieldReader& in, EditLog& log) {
   EditStep step;
   const auto kind = in.Number<std::uint64_t>();
@@ -60,7 +80,9 @@ bool AddStep(FieldReader& in, EditLog& log) {
   }
   step.before = in.Stamp();
   if (in.HasMore()) step.inode = in.Number<std::uint64_t>();
-  if (!in.Valid() || kind > static_cast<std::uint64_t>(EditKind::Lost)) return false;
+  step.storedHash = in.HasMore() ? in.Number<std::uint64_t>() : step.oldHash;
+  while (in.HasMore()) step.kept.push_back(ReadKept(in));
+  if (!in.Valid() || !IsInOrder(step) || kind > static_cast<std::uint64_t>(EditKind::Lost)) return false;
   log.steps.push_back(std::move(step));
   return true;
 }
@@ -96,6 +118,12 @@ std::optional<FileStamp> StampOfPath(FileSystem& fileSystem, const std::string& 
   return std::nullopt;
 }
 
+std::uint64_t EditStep::StoredSize() const noexcept {
+  auto size = oldSize;
+  for (const auto& stretch : kept) size -= stretch.size;
+  return size;
+}
+
 std::string HeadLine(const std::string& what, std::int64_t when) {
   return MakeRecordLine({kHead, what, std::to_string(when)});
 }
@@ -112,7 +140,11 @@ std::string StepLine(const EditStep& step) {
     fields.push_back(std::to_string(number));
   }
   PutStamp(fields, step.before);
-  if (step.inode != 0) fields.push_back(std::to_string(step.inode));
+  if (step.inode != 0 || !step.kept.empty()) fields.push_back(std::to_string(step.inode));
+  if (!step.kept.empty()) fields.push_back(std::to_string(step.storedHash));
+  for (const auto& kept : step.kept) {
+    for (const auto number : {kept.oldOffset, kept.newOffset, kept.size}) fields.push_back(std::to_string(number));
+  }
   return MakeRecordLine(fields);
 }
 

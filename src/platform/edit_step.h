@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/edit_recorder.h"
 #include "platform/file_identity.h"
 #include "platform/file_system.h"
 
@@ -45,12 +46,16 @@ struct EditStep {
   std::uint64_t oldSize = 0, newSize = 0;    ///< Range, File, Create
   std::uint64_t oldHash = 0, newHash = 0;    ///< File, Create; Range: newHash of what was appended
   std::uint64_t inode = 0;                   ///< Rename: of the file, if the step is part of a plan
-  FileStamp before = {};                     ///< all but Create
+  std::vector<KeptStretch> kept = {};  ///< File: what of its old content stands in the new one; all else is stored
+  std::uint64_t storedHash = 0;        ///< File: of what is in the store
+  FileStamp before = {};               ///< all but Create
   /// As the batch left the file; nothing if the batch was cut off, or the file does not bear this name at its end.
   std::optional<FileStamp> after = std::nullopt;
 
   bool undone = false;  ///< taken back by an undo that was cut off later
 
+  /// File: how much of the old content is in the store.
+  std::uint64_t StoredSize() const noexcept;
   /// Where the file lies once the edit is done.
   const std::string& PathAfter() const noexcept { return kind == EditKind::Rename ? other : path; }
 };

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <functional>
 #include <utility>
 
 #include "platform/atomic_file.h"
+#include "platform/content_hash.h"
 #include "platform/errors.h"
 #include "platform/file_status.h"
 #include "platform/in_place_patch.h"
@@ -57,15 +59,46 @@ AtomicFileOptions Writing(const FileStamp& stamp, const UndoContext& context) {
       .modificationTime = stamp.modified, .stateDirectory = context.stateDirectory, .fileSystem = &context.fileSystem};
 }
 
-void Copy(FileSystem& fileSystem, const std::string& from, std::uint64_t begin, std::uint64_t length, AtomicFile& to) {
-  const auto source = OpenRegular(fileSystem, from, O_RDONLY);
-  const auto copied = ReadInPieces(source, begin, length, [&](auto piece) { to.Write(piece); });
-  if (copied != length) ThrowFileError(messages::kUnableToRead, from, EIO);
+using Take = std::function<void(std::span<std::byte> piece)>;
+
+/// All of a stretch, or a UserError.
+void ReadWhole(const OpenFile& from, std::uint64_t begin, std::uint64_t length, const Take& take) {
+  if (ReadInPieces(from, begin, length, take) != length) ThrowFileError(messages::kUnableToRead, from.Label(), EIO);
+}
+
+/// The old content from the file as it is now and from the store.
+void ReadOldContent(const EditStep& step, const UndoContext& context, const Take& take) {
+  std::optional<OpenFile> store;
+  if (step.StoredSize() > 0) store.emplace(OpenRegular(context.fileSystem, context.storePath, O_RDONLY));
+  const auto now = OpenRegular(context.fileSystem, step.path, O_RDONLY);
+  auto stored = step.offset;
+  std::uint64_t at = 0;
+  const auto fromStore = [&](std::uint64_t end) {
+    if (end > at) ReadWhole(*store, stored, end - at, take);
+    stored += end - at;
+  };
+  for (const auto& kept : step.kept) {
+    fromStore(kept.oldOffset);
+    ReadWhole(now, kept.newOffset, kept.size, take);
+    at = kept.oldOffset + kept.size;
+  }
+  fromStore(step.oldSize);
+}
+
+bool HasOldContent(const EditStep& step, FileSystem& fileSystem) {
+  const auto now = OpenRegular(fileSystem, step.path, O_RDONLY);
+  return now.Size() == step.oldSize && HashRange(now, 0, step.oldSize) == step.oldHash;
 }
 
 void RevertFile(const EditStep& step, const UndoContext& context) {
+  if (HasOldContent(step, context.fileSystem)) return;  // by an undo that was cut off
   AtomicFile file(step.path, Writing(step.before, context));
-  if (step.oldSize > 0) Copy(context.fileSystem, context.storePath, step.offset, step.oldSize, file);
+  ContentHash hash;
+  ReadOldContent(step, context, [&](auto piece) {
+    file.Write(piece);
+    hash.Add(piece);
+  });
+  if (hash.Value() != step.oldHash) RefuseChanged(step.path);
   file.Commit();
 }
 
@@ -77,7 +110,7 @@ void CopyBack(const std::string& from, const std::string& to, const UndoContext&
   auto options = Writing(*stamp, context);
   options.existing = ExistingFile::Refuse;
   AtomicFile file(to, options);
-  Copy(fileSystem, from, 0, stamp->size, file);
+  ReadWhole(OpenRegular(fileSystem, from, O_RDONLY), 0, stamp->size, [&](auto piece) { file.Write(piece); });
   file.Commit();
   RestoreFileStatus(to, {.modified = stamp->modified, .mode = stamp->mode}, ModificationTimePolicy::Restore,
                     fileSystem);
@@ -125,6 +158,12 @@ void RevertStep(const EditStep& step, const UndoContext& context) {
     case EditKind::Lost:
       return;
   }
+}
+
+std::uint64_t HashRange(const OpenFile& file, std::uint64_t begin, std::uint64_t length) {
+  ContentHash hash;
+  ReadInPieces(file, begin, length, [&](auto piece) { hash.Add(piece); });
+  return hash.Value();
 }
 
 std::vector<std::byte> OldBytes(const EditStep& step) { return ToBytes(step.oldBytes); }

@@ -16,6 +16,7 @@ namespace ml::platform {
 /// the file is then as before the call.
 void RevertStep(const EditStep& step, const UndoContext& context);
 
+std::uint64_t HashRange(const OpenFile& file, std::uint64_t begin, std::uint64_t length);
 /// Of a Range: what stood there before.
 std::vector<std::byte> OldBytes(const EditStep& step);
 /// Of a Range: whether `now` are the new bytes, or, of a write that was cut off, new ones in front and old ones

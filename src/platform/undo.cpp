@@ -23,12 +23,6 @@ namespace ml::platform {
 
 namespace {
 
-std::uint64_t HashRange(const OpenFile& file, std::uint64_t begin, std::uint64_t length) {
-  ContentHash hash;
-  ReadInPieces(file, begin, length, [&](auto piece) { hash.Add(piece); });
-  return hash.Value();
-}
-
 /// First looks at every step, in the order of undoing, as if the steps looked at before were taken back
 /// already; only when all are found in order the second pass acts.
 class Undoer {
@@ -133,9 +127,9 @@ class Undoer {
 
   bool HasOldContent(const EditStep& step) const {
     const auto store = OpenIfReadable(context_.storePath, fileSystem_);
-    if (!store) return step.oldSize == 0 && step.oldHash == ContentHash().Value();
+    if (!store) return step.StoredSize() == 0 && step.storedHash == ContentHash().Value();
     const auto file = OpenRegular(fileSystem_, context_.storePath, O_RDONLY);
-    return HashRange(file, step.offset, step.oldSize) == step.oldHash;
+    return HashRange(file, step.offset, step.StoredSize()) == step.storedHash;
   }
 
   /// What is done in a directory changes it, but not what it is called.

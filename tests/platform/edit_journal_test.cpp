@@ -55,7 +55,7 @@ class EditJournalTest : public testing::Test {
     return files;
   }
 
-  /// Every kind of edit once, two of them on one file, and two files that swap their names.
+  /// Every kind of edit once, several of them on one file, and two files that swap their names.
   void EditEverything(FileSystem& fileSystem) {
     auto journal = Journal(fileSystem);
     EditBatch batch(journal, "Everything");
@@ -69,6 +69,9 @@ class EditJournalTest : public testing::Test {
     ApplyPatches(image("raw"),
                  {.fileSize = 14, .patches = {{0, BytesOf("con"), BytesOf("CON")}}, .appended = BytesOf("tail")},
                  patching);
+    auto keeping = writing;
+    keeping.kept = {{.oldOffset = 0, .newOffset = 4, .size = 7}, {.oldOffset = 10, .newOffset = 12, .size = 5}};
+    ReplaceFile(image("jpeg"), BytesOf("big content: jpeg"), keeping);
     ReplaceFile(image("jpeg"), BytesOf("quite another content"), writing);
     ApplyPatches(image("jpeg"), {.fileSize = 21, .patches = {{6, BytesOf("another"), BytesOf("ANOTHER")}}}, patching);
     rename(image("a"), image("a@"));
@@ -230,6 +233,21 @@ TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
   EXPECT_EQ(journal.Undo().notUndoable, std::vector{big});
   EXPECT_EQ(ReadAll(dir / "images/a"), "content of a");
   EXPECT_EQ(ReadAll(big), "new");
+}
+
+TEST_F(EditJournalTest, KeepsNothingOfWhatTheNewFileRepeats) {
+  const std::string old(kMaxUndoBytes + 1, 'o');
+  const auto path = dir.Write("images/big", old);
+  auto journal = Journal();
+  {
+    EditBatch batch(journal, "Caption");
+    const std::vector<KeptStretch> kept{{.newOffset = 7, .size = old.size()}};
+    ReplaceFile(path, BytesOf("caption" + old), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
+    EXPECT_TRUE(batch.Undoable());
+  }
+  EXPECT_FALSE(fs::exists(StorePathOf(LogPath(JournalDirectory(state), "0000000001"))));
+  journal.Undo();
+  EXPECT_EQ(ReadAll(path), old);
 }
 
 TEST_F(EditJournalTest, LeavesABatchInProgressAlone) {

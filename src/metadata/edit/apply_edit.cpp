@@ -46,6 +46,7 @@ bool ApplyEdit(const platform::ReadableFile& file, const EditedFile& edited, con
   platform::AtomicFile out(file.Path(), {.read = file.Identity(),
                                          .check = readBack,
                                          .recorder = options.recorder,
+                                         .kept = edited.Kept(),
                                          .stateDirectory = options.stateDirectory,
                                          .fileSystem = options.fileSystem});
   Copy(edited, out, file.Path());

@@ -73,6 +73,16 @@ bool EditedFile::Keeps(FileRange range, FileRange originalRange) const {
   return false;
 }
 
+std::vector<platform::KeptStretch> EditedFile::Kept() const {
+  std::vector<platform::KeptStretch> kept;
+  std::uint64_t start = 0;
+  for (const auto& piece : pieces_) {
+    if (piece.original) kept.push_back({.oldOffset = piece.position, .newOffset = start, .size = piece.size});
+    start += piece.size;
+  }
+  return kept;
+}
+
 std::optional<platform::PatchSet> EditedFile::InPlace() const {
   const auto oldSize = original_.Size();
   if (size_ < oldSize) return std::nullopt;

@@ -8,6 +8,7 @@
 
 #include "metadata/byte_source.h"
 #include "metadata/file_range.h"
+#include "platform/edit_recorder.h"
 #include "platform/in_place_patch.h"
 
 namespace ml::metadata {
@@ -37,6 +38,8 @@ class EditedFile final : public ByteSource {
   /// Whether `range` is an untouched stretch of the original, the one at `originalRange`, so that nobody has to compare
   /// their bytes.
   bool Keeps(FileRange range, FileRange originalRange) const;
+  /// All stretches of the original that are still there, in their order.
+  std::vector<platform::KeptStretch> Kept() const;
   /// The edit as bytes overwritten at their places and bytes behind the end; nothing if any of the original would
   /// have to move.
   std::optional<platform::PatchSet> InPlace() const;

@@ -89,6 +89,8 @@ TEST(EditedFile, KnowsWhatItKept) {
   EXPECT_FALSE(edited.Keeps({4, 3}, {2, 3})) << "reaches into what is new";
   EXPECT_FALSE(edited.Keeps({5, 3}, {4, 3})) << "another stretch";
   EXPECT_FALSE(edited.Keeps({2, 2}, {2, 2}));
+  const std::vector<platform::KeptStretch> kept{{0, 0, 2}, {3, 5, 7}};
+  EXPECT_EQ(edited.Kept(), kept);
 }
 
 TEST(ApplyEdit, RefusesWhatTheCheckOrAnotherProgramForbids) {
