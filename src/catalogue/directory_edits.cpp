@@ -16,8 +16,8 @@ using platform::UserError;
 
 namespace {
 
-/// Whole volumes would go with a directory in which they are mounted. What cannot be looked into is left out: it cannot
-/// be deleted either.
+/// Whole volumes would go with a directory in which they are mounted. What the user may not look into is left out: it
+/// cannot be deleted either. Throws UserError, also where it cannot be told.
 void RefuseMountedVolumes(const std::string& directory) {
   using std::filesystem::recursive_directory_iterator;
   std::error_code error;
@@ -28,6 +28,7 @@ void RefuseMountedVolumes(const std::string& directory) {
       throw UserError(VolumeInDirectory(directory, entry->path().native()));
     }
   }
+  if (error) throw UserError(ErrorDeletingImage(directory) + "\n" + error.message());
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ std::string MakeFolder(const std::string& parent, const std::string& name);
 std::string RenameDirectory(const std::string& directory, const std::string& name, platform::EditBatch* batch);
 
 /// Deletes a directory with all that is in it, or a link itself; `to` is not DeletedFolder. Throws UserError, with
-/// nothing deleted if a volume is mounted in it.
+/// nothing deleted if a volume is mounted in it, or that cannot be told.
 void DeleteDirectory(const std::string& directory, DeleteTo to, platform::Trash& trash, platform::EditBatch* batch);
 
 }  // namespace ml::catalogue

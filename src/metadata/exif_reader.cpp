@@ -1,5 +1,8 @@
 #include "metadata/exif_reader.h"
 
+#include <limits>
+
+#include "metadata/byte_writer.h"
 #include "metadata/exif_block.h"
 #include "metadata/exif_walk.h"
 #include "metadata/jpeg_segments.h"
@@ -31,21 +34,37 @@ void ReadXmpSegment(ExifData& data, const JpegSegments& segments, const JpegSegm
   if (isXmp && packet <= view.Size()) ReadXmp(data, view.From(packet));
 }
 
-}  // namespace
-
-void ReadExifBlock(ExifData& data, std::span<const std::byte> segment) {
-  const ByteView whole(segment, ByteOrder::Big);
-  if (segment.size() < kSmallestExifBlock || !whole.StartsWith("Exif", kLengthSize)) return;
-  ReadExifTiff(data, segment.subspan(kExifSegmentHead));
+/// Empty if it would be longer than segments are.
+std::vector<std::byte> SegmentOf(std::span<const std::byte> tiff) {
+  const auto size = kExifSegmentHead + tiff.size();
+  if (size > std::numeric_limits<std::uint16_t>::max()) return {};
+  ByteWriter out(ByteOrder::Big);
+  out.Short(static_cast<std::uint16_t>(size));
+  out.Text(kExifMark);
+  out.Bytes(tiff);
+  return out.Take();
 }
 
-void ReadExifTiff(ExifData& data, std::span<const std::byte> tiff) {
-  if (ByteView(tiff, ByteOrder::Big).StartsWith(kExifMark)) tiff = tiff.subspan(kExifPrefix);
+void ReadTiff(ExifData& data, std::span<const std::byte> tiff) {
   const MemorySource source(tiff);
   const auto header = ReadTiffHeader(source, 0);
   if (!header || !header->IsTiff()) return;
   data.littleEndian = header->order == ByteOrder::Little;
   ExifWalk(data, source, ByteView(tiff, header->order), BlockRules()).WalkIfd0(header->firstDirectory);
+}
+
+}  // namespace
+
+void ReadExifBlock(ExifData& data, std::span<const std::byte> segment) {
+  const ByteView whole(segment, ByteOrder::Big);
+  if (segment.size() < kSmallestExifBlock || !whole.StartsWith("Exif", kLengthSize)) return;
+  ReadTiff(data, segment.subspan(kExifSegmentHead));
+}
+
+void ReadExifTiff(ExifData& data, std::span<const std::byte> tiff) {
+  if (ByteView(tiff, ByteOrder::Big).StartsWith(kExifMark)) tiff = tiff.subspan(kExifPrefix);
+  ReadTiff(data, tiff);
+  if (data.ifd0EntryCount > 0) data.exifBlock = SegmentOf(tiff);
 }
 
 void ReadTiffFile(ExifData& data, const ByteSource& file, std::uint64_t baseOffset, TiffMagic magic) {

@@ -17,7 +17,8 @@ namespace ml::metadata {
 void ReadExifBlock(ExifData& data, std::span<const std::byte> segment);
 
 /// The same without a segment around it, as PNG and JPEG 2000 files hold it: `tiff` begins with the TIFF header, in
-/// files of some programs with the start of the segment in front.
+/// files of some programs with the start of the segment in front. The record keeps the segment that a JPEG would have,
+/// unless it would be too long for one.
 void ReadExifTiff(ExifData& data, std::span<const std::byte> tiff);
 
 /// A TIFF file, or a raw file with its TIFF header at `baseOffset`. Reads directories and the values it keeps, never

@@ -1,7 +1,9 @@
 #include "catalogue/directory_edits.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -65,6 +67,24 @@ TEST_F(DirectoryEdits, NoVolumeIsEmptiedWithTheDirectoryItIsMountedIn) {
   ASSERT_EQ(umount(place.c_str()), 0);
   EXPECT_TRUE(fs::exists(dir_ / "volume/precious.jpg"));
   EXPECT_TRUE(fs::exists(dir_ / "day/a.jpg"));
+}
+
+TEST_F(DirectoryEdits, NothingIsDeletedWhereVolumesCannotBeLookedFor) {
+  std::string deep = dir_ / "day/sub";
+  for (int i = 0; i < 30; ++i) deep += "/d";
+  fs::create_directories(deep);
+  const int lowest = open("/dev/null", O_RDONLY);
+  close(lowest);
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+  for (const auto to : {DeleteTo::Nowhere, DeleteTo::Trash}) {
+    const rlimit few{static_cast<rlim_t>(lowest) + 10, limit.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    EXPECT_THROW(DeleteDirectory(dir_ / "day", to, trash_, nullptr), platform::UserError);
+    setrlimit(RLIMIT_NOFILE, &limit);
+    EXPECT_TRUE(fs::exists(dir_ / "day/a.jpg"));
+    EXPECT_TRUE(fs::exists(deep));
+  }
 }
 
 TEST_F(DirectoryEdits, RenamingIsUndoneThoughTheDirectoryWasUsedSince) {

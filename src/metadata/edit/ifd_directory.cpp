@@ -3,6 +3,7 @@
 #include <algorithm>
 
 namespace ml::metadata {
+
 const IfdEntry* IfdDirectory::Find(std::uint16_t tag) const {
   const auto found = std::ranges::find(entries, tag, &IfdEntry::tag);
   return found == entries.end() ? nullptr : &*found;

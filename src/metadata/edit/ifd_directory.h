@@ -25,7 +25,7 @@ struct IfdDirectory {
   const IfdEntry* Find(std::uint16_t tag) const;
 };
 
-/// Of the entry at `index`, which stands where the directory has it.
+/// The same as for a single entry, of the one at `index`.
 FileRange IfdValueRange(const IfdDirectory& directory, std::size_t index);
 
 /// Writes entries as they are, their values staying where they stand, and as a whole directory with its link.

@@ -68,9 +68,13 @@ void Take(const IfdEntry& entry, Found& found) {
   }
 }
 
+/// At most `most`. Throws OutOfBounds if the file ends before the last of them: without it nobody knows the picture.
 std::vector<std::uint32_t> Numbers(const ByteSource& source, ByteOrder order, const IfdEntry& entry,
                                    std::uint32_t most) {
-  return metadata::ReadIfdNumbers(source, order, entry, metadata::IfdValueRange(entry, 0), most);
+  const auto place = metadata::IfdValueRange(entry, 0);
+  auto numbers = metadata::ReadIfdNumbers(source, order, entry, place, most);
+  if (numbers.size() < most && place.End() > source.Size()) throw metadata::ExifException::OutOfBounds;
+  return numbers;
 }
 
 void TakeStrips(const ByteSource& source, ByteOrder order, Found& found) {
@@ -78,7 +82,7 @@ void TakeStrips(const ByteSource& source, ByteOrder order, Found& found) {
     return;
   const auto offsets = Numbers(source, order, *found.stripOffsets, kMaxStrips);
   const auto counts = Numbers(source, order, *found.stripByteCounts, kMaxStrips);
-  if (offsets.empty() || counts.size() < offsets.size()) return;
+  if (offsets.empty() || counts.size() != offsets.size()) return;
   auto& strip = found.directory.strip;
   strip = {offsets.front(), 0};
   for (std::size_t i = 0; i < offsets.size(); ++i) {

@@ -11,9 +11,11 @@
 #include "platform/text.h"
 #include "support/camera_raw.h"
 #include "support/ciff_builder.h"
+#include "support/jp2_builder.h"
 #include "support/jpeg_builder.h"
 #include "support/metadata_blocks.h"
 #include "support/picture_tiff.h"
+#include "support/png_builder.h"
 #include "support/truncation_sweep.h"
 
 namespace ml::imagefiles {
@@ -136,19 +138,26 @@ TEST_F(CopyExifTest, PutsTheShotIntoTiffsOfEitherOrderAndLeavesTheRest) {
 TEST_F(CopyExifTest, TakesTheShotFromEachKindOfFile) {
   const CameraRaw raw{.width = 64, .height = 48, .previewWidth = 64, .previewHeight = 48, .orientation = 6};
   Write("s/crw.thm", test::MakeThm(raw));
-  const std::pair<std::string, std::string> sources[] = {
-      {"jpg.jpg", ShotJpeg()},
+  const auto shot = Shot(Endian::Little).Build();
+  const auto picture = test::PaintLandscape(40, 30, 3);
+  const auto jp2 = test::EncodeJp2(picture, {.before = test::Jp2UuidBox("JpgTiffExif->JP2", shot)});
+  const struct {
+    std::string name, content;
+    std::string note{};  ///< which stands in a block that is copied as it is
+  } sources[] = {
+      {"jpg.jpg", ShotJpeg(), "FUJIFILM"},
+      {"png.png", test::EncodePng(picture, {.before = test::PngChunk("eXIf", shot)}), "FUJIFILM"},
+      {"jp2.jp2", jp2, "FUJIFILM"},
       {"nef.nef", test::NefDirectories(raw).Build()},
       {"orf.orf", test::OrfDirectories(raw).Build()},
       {"mrw.mrw", test::MrwFile(raw, test::MrwDirectories(raw))},
       {"raf.raf", test::RafFile(raw, test::RafDirectories(raw))},
       {"crw.crw", test::CrwHeap(raw).BuildFile(Endian::Little)},
       {"bare.crw", test::CrwHeap(raw).BuildFile(Endian::Little)},
-      {"tif.tif", Shot(Endian::Little).Build()},
+      {"tif.tif", shot},
   };
-  const auto jpeg =
-      test::WithExif(test::EncodeJpeg(test::PaintLandscape(40, 30, 3)), {.model = "Old", .orientation = 8});
-  for (const auto& [name, content] : sources) {
+  const auto jpeg = test::WithExif(test::EncodeJpeg(picture), {.model = "Old", .orientation = 8});
+  for (const auto& [name, content, note] : sources) {
     const auto source = Write("s/" + name, content);
     const auto from = Read(source);
     for (const auto& target :
@@ -158,6 +167,7 @@ TEST_F(CopyExifTest, TakesTheShotFromEachKindOfFile) {
       EXPECT_EQ(to.model, from.model) << target;
       EXPECT_EQ(to.dateTime, kDate) << target;
       EXPECT_EQ(to.shutterSpeed, from.shutterSpeed) << target;
+      EXPECT_NE(test::ReadAll(target).value().find(note), std::string::npos) << target;
       EXPECT_EQ(to.orientation, target.ends_with("jpg") ? 8 : 3) << target;
     }
   }
