@@ -51,6 +51,9 @@ inline constexpr std::string_view kNoImagesDropped = "There are no images among 
 inline constexpr std::string_view kNewFolderTitle = "New Folder",
                                   kNewFolderPrompt = "Name of the new folder:", kRenameFolderTitle = "Rename Folder";
 
+inline std::string RenamingImages(std::size_t count) {
+  return "Renaming " + std::to_string(count) + (count == 1 ? " image" : " images");
+}
 inline std::string RenamePrompt(const std::string& name) { return "Rename '" + name + "' to:"; }
 
 inline std::string UnableToSetTimestamp(const std::string& path) {

@@ -9,6 +9,7 @@
 #include "app/session.h"
 #include "imagefiles/edits/iptc_edits.h"
 #include "imagefiles/raw_files.h"
+#include "metadata/format_strings/format_strings.h"
 #include "options/engine_options.h"
 #include "platform/edit_batch.h"
 #include "platform/errors.h"
@@ -124,6 +125,11 @@ std::unique_ptr<metadata::ui::CIptcPropertySheet> MakeIptcSheet(Session& session
           },
       .chooseFileToLoad = [&session](QWidget& sheet) { return ChooseToLoad(session, sheet); },
       .chooseFileToSave = [&session](QWidget& sheet) { return ChooseToSave(session, sheet); },
+      .expand =
+          [&session](metadata::ExifData image, std::string_view format) {
+            const auto options = options::ExifOptionsOf(session.settings);
+            return metadata::ExpandFormatString(format, {image, options, session.locale});
+          },
       .clock = TheClock(),
       .apply = ApplierFor(session)};
   return std::make_unique<metadata::ui::CIptcPropertySheet>(std::move(images), rules, std::move(host), &parent);

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/path_lines.h"
 #include "platform/interaction.h"
 #include "platform/start_program.h"
 
@@ -22,10 +23,13 @@ inline platform::MessageBox UnableToFindForEdit(const std::string& path) {
           .icon = platform::BoxIcon::Error};
 }
 
-inline platform::MessageBox ConvertNowQuestion(const std::string& path) {
-  return {.text = path +
-                  "\nis a raw file which doesn't appear to\nhave been converted.\n"
-                  "Do you wish to convert it now?",
+/// About one raw file, or about several at once.
+inline platform::MessageBox ConvertNowQuestion(const std::vector<std::string>& paths) {
+  const bool one = paths.size() == 1;
+  return {.text = PathLines(paths).substr(1) + (one ? "\nis a raw file which doesn't appear to\nhave been converted.\n"
+                                                      "Do you wish to convert it now?"
+                                                    : "\nare raw files which don't appear to\nhave been converted.\n"
+                                                      "Do you wish to convert them now?"),
           .icon = platform::BoxIcon::Question,
           .buttons = platform::Buttons::YesNo};
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,10 @@ struct RenameTools {
   /// Told right after a file bears its new name, also of names that it bears for a moment only.
   std::function<void(const std::string& from, const std::string& to)> renamed = nullptr;
   platform::FileSystem& fileSystem = platform::RealFileSystem();
+  /// Told of how many steps how many are done, before each; the number falls while steps are taken back.
+  std::function<void(std::size_t done, std::size_t count)> progress = nullptr;
+  /// Looked at before each step: a renaming that is to end throws Cancelled as it throws for a failure.
+  std::stop_token stop = {};
 };
 
 /// Renames the image `source` with its companions: all get the stem of `destination` and keep their extensions, whose
@@ -35,7 +41,7 @@ std::string RenameOne(const std::string& source, const std::string& destination,
 /// Renames each of `sources` to the destination of the same index; chains and swaps come out right in any order.
 /// Each destination is in the directory of its source; sources may lie in several. The whole plan is noted in
 /// `tools.batch`, lasting, before the first file is renamed. Gives the images' new paths. Throws UserError at the first
-/// failure, after which all images have their old names back; also if the plan cannot be noted.
+/// failure, or Cancelled, after which all images have their old names back; also if the plan cannot be noted.
 std::vector<std::string> RenameFiles(const std::vector<std::string>& sources,
                                      const std::vector<std::string>& destinations, CaseMode caseMode,
                                      const RenameTools& tools);

@@ -103,6 +103,7 @@ bool TakeBack(const std::vector<RenameStep>& steps, std::size_t count, const Ren
   bool complete = true;
   while (count-- > 0) {
     const auto& step = steps[count];
+    if (tools.progress) tools.progress(count, steps.size());
     const NameChange back{step.change.to, step.change.from};
     const bool done = step.kind != RenameStep::Kind::Displace && Rename(step, back, tools.fileSystem) == 0;
     if (done && tools.renamed) tools.renamed(back.from, back.to);
@@ -181,6 +182,8 @@ void RunSteps(const std::vector<RenameStep>& steps, NotedPlan noted, const Renam
   std::size_t done = 0;
   try {
     for (const auto& step : steps) {
+      if (tools.stop.stop_requested()) throw platform::Cancelled();
+      if (tools.progress) tools.progress(done, steps.size());
       Do(step, tools);
       ++done;
     }

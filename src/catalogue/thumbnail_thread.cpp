@@ -165,7 +165,7 @@ void CThumbnailThread::InvalidateEntries(const std::vector<int>& indices) {
 
 std::vector<std::string> CThumbnailThread::RenameFiles(const std::vector<std::string>& sources,
                                                        const std::vector<std::string>& destinations, CaseMode caseMode,
-                                                       const RenameTools& tools) {
+                                                       const RenameTools& tools, const RenameRunner& run) {
   Pause();
   // The list is searched once for all: a batch has thousands of names.
   std::unordered_map<std::string, std::string> oldNames;
@@ -176,7 +176,9 @@ std::vector<std::string> CThumbnailThread::RenameFiles(const std::vector<std::st
     if (tools.renamed) tools.renamed(from, to);
   };
   try {
-    auto newPaths = catalogue::RenameFiles(sources, destinations, caseMode, noting);
+    std::vector<std::string> newPaths;
+    const auto work = [&] { newPaths = catalogue::RenameFiles(sources, destinations, caseMode, noting); };
+    run ? run(noting, work) : work();
     FollowNames(oldNames);
     return newPaths;
   } catch (...) {

@@ -31,6 +31,10 @@ enum class ThumbnailState : unsigned char { ToDo, Done, Failed };
 /// What makes one thumbnail record; called on the worker's threads, several at once. Must not throw.
 using ThumbnailMaker = std::function<ImageItem(const std::string& path, int size)>;
 
+/// Does `work`, which goes by `tools`, on any thread and returns when it has ended; throws what it threw. May complete
+/// the tools before.
+using RenameRunner = std::function<void(RenameTools& tools, const std::function<void()>& work)>;
+
 /// The background worker: makes a thumbnail for each entry of the catalogue and is the gate through which
 /// the catalogue changes. All functions are called on the thread that owns the list; those marked gated
 /// pause, change and resume themselves.
@@ -70,10 +74,11 @@ class CThumbnailThread final : public ListGate {
   void InvalidateEntries(const std::vector<int>& indices);
 
   /// Pauses and does not resume, also when it throws: the caller reads the directory anew, which resumes. See
-  /// catalogue::RenameFiles; the entries follow their files.
+  /// catalogue::RenameFiles; the entries follow their files. The files are renamed by `run` if there is one, the
+  /// entries always on this thread.
   std::vector<std::string> RenameFiles(const std::vector<std::string>& sources,
                                        const std::vector<std::string>& destinations, CaseMode caseMode,
-                                       const RenameTools& tools);
+                                       const RenameTools& tools, const RenameRunner& run = {});
   /// Does not pause: to be called in a pause. See catalogue::RenameOne; the entry follows its file.
   std::string RenameOne(const std::string& source, const std::string& destination, CaseMode caseMode,
                         const RenameTools& tools);

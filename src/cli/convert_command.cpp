@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -9,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/camera_limits.h"
 #include "cli/commands.h"
 #include "cli/output.h"
 #include "cli/progress_line.h"
@@ -92,10 +92,7 @@ class ConvertProgress final : public platform::NoProgress {
 /// As in the batches of the window every file has a white balance of its own: the setting that carries the first one's
 /// on counts where the command line itself has it.
 bool CarriesWhiteBalance(const RunState& state) {
-  constexpr std::string_view key = "RawSameWhiteBalance=";
-  const bool told =
-      std::ranges::any_of(state.overrides, [&](const auto& assignment) { return assignment.starts_with(key); });
-  return told && state.settings.raw.sameWhiteBalance != 0;
+  return state.Told("RawSameWhiteBalance") && state.settings.raw.sameWhiteBalance != 0;
 }
 
 class ConvertRun {
@@ -104,17 +101,18 @@ class ConvertRun {
       : arguments_(arguments),
         state_(state),
         settings_(options::RawConversionSettingsOf(state.settings)),
+        method_(arguments.method.value_or(settings_.method)),
         developer_(rawconvert::MakeRawDeveloper()),
         answers_(arguments),
         progress_(arguments.files) {
-    if (arguments.method) settings_.method = *arguments.method;
     if (!CarriesWhiteBalance(state)) settings_.sameWhiteBalance = 0;
   }
 
   void Run() {
     for (const auto& given : arguments_.files) Add(given);
-    for (auto& [directory, files] : runs_) {
-      Convert(directory, files);
+    for (const auto& [key, files] : runs_) {
+      settings_.method = key.second;
+      Convert(key.first, files);
       if (state_.stop.stop_requested()) throw platform::Cancelled();
     }
     Report();
@@ -123,7 +121,8 @@ class ConvertRun {
  private:
   void Add(const std::string& given) {
     const auto path = given_.Add(given);
-    const auto complaint = Complaint(path, given);
+    metadata::ExifData exif;
+    const auto complaint = Complaint(path, given, exif);
     if (!complaint.empty()) {
       results_[path] = {.source = path, .message = complaint, .result = Converted::Failed};
       return;
@@ -131,23 +130,31 @@ class ConvertRun {
     const auto directory = arguments_.out.empty()
                                ? rawconvert::ConversionDirectory(path, options::DirectoryChoiceOf(state_.settings))
                                : platform::normaliseDirectory(arguments_.out);
-    if (results_.emplace(path, ConvertedFile{.source = path}).second) runs_[directory].push_back(path);
+    if (!results_.emplace(path, ConvertedFile{.source = path}).second) return;
+    auto limits = LimitsOf(path, exif, method_, Format(), state_);
+    runs_[{directory, limits.method}].push_back(path);
+    remarks_[path] = std::move(limits.remark);
   }
 
-  static std::string Complaint(const std::string& path, const std::string& given) {
+  /// Why the file is not converted; empty, and `exif` that of the file, if it is.
+  static std::string Complaint(const std::string& path, const std::string& given, metadata::ExifData& exif) {
     if (!platform::Exists(path)) return given + ": does not exist";
     if (!imagefiles::IsRawFile(path)) return given + ": is no raw file";
-    const metadata::ExifData exif(path);
+    exif = metadata::ExifData(path);
     if (imagefiles::CanConvertRaw(exif)) return {};
     if (exif.model.empty()) return given + ": Raw file is invalid and cannot be converted";
     return given + ": Sorry, " + exif.model + " raw conversion is not supported in this release.";
+  }
+
+  OutputFormat Format() const {
+    return arguments_.format.value_or(static_cast<OutputFormat>(state_.settings.raw.convertFormat));
   }
 
   rawconvert::BatchConversion Batch(const std::string& directory, const std::vector<std::string>& files) {
     const metadata::ExifData first(files.front());
     auto options = options::ConversionOptionsOf(state_.settings, first, locale_, answers_);
     for (const auto& message : std::exchange(answers_.messages, {})) Complain(message);
-    if (arguments_.format) options.format = *arguments_.format;
+    options.format = Format();
     if (arguments_.quality) options.quality = *arguments_.quality;
     return {.files = files,
             .outputDirectory = directory,
@@ -196,9 +203,9 @@ class ConvertRun {
     }
   }
 
-  /// Why a file has no result; empty if it has one.
-  std::string Reason(const ConvertedFile& file) const {
-    if (file.result == Converted::Yes) return {};
+  /// Why a file has no result; of one that has, what its camera could not do, if anything.
+  std::string Message(const ConvertedFile& file) const {
+    if (file.result == Converted::Yes) return remarks_.at(file.source);
     if (!file.message.empty()) return file.message;
     return given_.Of(file.output) + ": exists, skipped";
   }
@@ -209,8 +216,9 @@ class ConvertRun {
     for (const auto& given : arguments_.files) {
       const auto& file = results_[given_.Add(given)];
       const bool ok = file.result == Converted::Yes;
-      const auto reason = Reason(file);
-      if (!ok && !(arguments_.skip && file.result == Converted::Skipped)) state_.Fail(Named(given, reason));
+      const auto message = Message(file);
+      if (ok && !message.empty()) Complain(given + ": " + message);
+      if (!ok && !(arguments_.skip && file.result == Converted::Skipped)) state_.Fail(Named(given, message));
       const auto output = ok ? given_.Of(file.output) : std::string();
       if (!state_.json) {
         if (ok) PrintLine(given + ": " + (arguments_.dryRun ? "would be converted to " : "converted to ") + output);
@@ -220,7 +228,7 @@ class ConvertRun {
       PutPath(object, "path", given);
       ok ? PutPath(object, "output", output) : void(object["output"] = nullptr);
       object["ok"] = ok;
-      object["message"] = JsonText(reason);
+      object["message"] = JsonText(message);
       array.push_back(std::move(object));
     }
     if (state_.json) PrintJson(array);
@@ -233,13 +241,16 @@ class ConvertRun {
   const ConvertArguments& arguments_;
   RunState& state_;
   rawconvert::RawConversionSettings settings_;
+  const Method method_;  ///< that was asked for
   const std::unique_ptr<rawconvert::RawDeveloper> developer_;
   const platform::LocaleText locale_ = platform::LocaleText::FromEnvironment();
   GivenPaths given_;
   ConvertAnswers answers_;
   ConvertProgress progress_;
-  std::map<std::string, std::vector<std::string>> runs_;  ///< by the directory that they go to
-  std::map<std::string, ConvertedFile> results_;          ///< by full path
+  /// By the directory that the files go to, and the method.
+  std::map<std::pair<std::string, Method>, std::vector<std::string>> runs_;
+  std::map<std::string, ConvertedFile> results_;  ///< by full path
+  std::map<std::string, std::string> remarks_;    ///< by full path; see CameraLimits
 };
 
 }  // namespace

@@ -129,7 +129,8 @@ class RenameRun {
       all.destinations.insert(all.destinations.end(), paths.destinations.begin(), paths.destinations.end());
     }
     ImageSession session(session_);
-    const catalogue::RenameTools tools{.companions = companions_, .trash = session.Bin(), .batch = &session.Batch()};
+    const catalogue::RenameTools tools{
+        .companions = companions_, .trash = session.Bin(), .batch = &session.Batch(), .stop = state_.stop};
     const auto arrived = catalogue::RenameFiles(all.sources, all.destinations, arguments_.style.caseMode, tools);
     catalogue::RenamedPaths renamed;
     for (std::size_t i = 0; i < arrived.size(); ++i) renamed.emplace(all.sources[i], arrived[i]);

@@ -30,6 +30,8 @@ struct RunState {
   std::stop_token stop;                ///< Ctrl+C
   bool failed = false;                 ///< some file failed or a question stayed open
 
+  /// Whether --setting names this setting.
+  bool Told(std::string_view key) const;
   /// Tells of a file that failed and goes on.
   void Fail(std::string_view sentence);
 };

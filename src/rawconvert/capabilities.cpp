@@ -69,6 +69,11 @@ Capabilities CapabilitiesOf(const CameraFamily& family) {
   return result;
 }
 
+bool CanDevelop(const Capabilities& camera, Method method) {
+  if (method == Method::Linear) return camera.linear;
+  return method == Method::Normal || camera.combined;
+}
+
 int EffectInForce(int effect, const metadata::ExifData& exif) { return effect < 0 ? exif.pictureEffectCode : effect; }
 
 EnabledControls EnabledBy(const CameraFamily& family, Method method, int effect, const metadata::ExifData& exif) {

@@ -32,6 +32,7 @@ struct Capabilities {
 };
 
 Capabilities CapabilitiesOf(const CameraFamily& family);
+bool CanDevelop(const Capabilities& camera, Method method);
 
 /// Which controls of a dialog can be used.
 struct EnabledControls {

@@ -3,10 +3,12 @@
 #include <QTabWidget>
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "app/window_test.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
+#include "platform/text.h"
 #include "rawconvert/ui/conversion_dialog.h"
 #include "rawconvert/ui/value_list.h"
 #include "support/camera_raw.h"
@@ -205,11 +207,17 @@ TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
   auto& settings = session->settings.editor;
   settings.shellOpenEditor = 0;
   settings.openEditorCmdLine = "\"" + editor + "\" -n";
-  std::string expected;
-  const auto edited = [&](const std::string& line) {
-    expected += line;
-    for (int i = 0; i < 500 && test::ReadAll(log) != expected; ++i) QTest::qWait(10);
-    EXPECT_EQ(test::ReadAll(log), expected);
+  std::multiset<std::string> expected;
+  const auto edited = [&](const Names& paths) {  // in no order: nobody waits for an editor
+    for (const auto& path : paths) expected.insert("-n " + path);
+    std::multiset<std::string> lines;
+    for (int i = 0; i < 500 && lines != expected; ++i) {
+      QTest::qWait(10);
+      const auto text = test::ReadAll(log).value_or("");
+      lines = {};
+      for (const auto line : platform::SplitLines(text)) lines.emplace(line);
+    }
+    EXPECT_EQ(lines, expected);
   };
   const auto made = Day("CONVERTED/1.tif");
   Choose({"1.crw"});
@@ -220,19 +228,28 @@ TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
                                        "Do you wish to convert it now?");
   ask.buttons = {platform::Button::Yes};
   EXPECT_TRUE(Run(CommandId::EditImage, "Convert"));
-  edited("-n " + made + "\n");
+  edited({made});
   std::filesystem::rename(made, Day("CONVERTED/1C.TIF"));
   EXPECT_FALSE(Run(CommandId::EditImage, "")) << "it is there, under another name";
-  edited("-n " + Day("CONVERTED/1C.TIF") + "\n");
+  edited({Day("CONVERTED/1C.TIF")});
+  settings.allowMultiEdit = 1;
+  Choose({"2.crw", "1.crw", "3.gif", "4.crw"});
+  ask.buttons = {platform::Button::Yes};
+  EXPECT_TRUE(Run(CommandId::EditImage, "Convert 2 Images")) << "asked once, about those that are not converted yet";
+  EXPECT_EQ(ask.shown.back().text, Day("2.crw") + "\n" + Day("4.crw") +
+                                       "\nare raw files which don't appear to\nhave been converted.\n"
+                                       "Do you wish to convert them now?");
+  edited({Day("CONVERTED/1C.TIF"), Day("CONVERTED/2.tif"), Day("3.gif"), Day("CONVERTED/4.tif")});
+  settings.allowMultiEdit = 0;
   settings.editorSupportsRaw = 1;
   Choose({"1.crw", "3.gif"});
   Run(CommandId::EditImage, "");
-  edited("-n " + Day("1.crw") + "\n");
+  edited({Day("1.crw")});
   settings.allowMultiEdit = 1;
   Choose({"3.gif"});
   Run(CommandId::EditImage, "");
-  edited("-n " + Day("3.gif") + "\n");
-  EXPECT_EQ(ask.shown.size(), 2U);
+  edited({Day("3.gif")});
+  EXPECT_EQ(ask.shown.size(), 3U);
   settings.openEditorCmdLine = "no-such-editor";
   Run(CommandId::EditImage, "");
   EXPECT_EQ(ask.shown.back().text,

@@ -47,20 +47,23 @@ class IptcSheet : public testing::Test {
   }
 
   void Open(std::size_t first = 0) {
-    IptcSheetHost host{.read =
-                           [this](const std::string& path) {
-                             ExifData image;
-                             image.path = path;
-                             image.dateTime = image.dateTimeOriginal = "2003:05:17 10:11:12";
-                             image.shootingTime = *platform::ToTime(*platform::ParseDateTime(image.dateTime));
-                             image.dateRecorded = true;
-                             image.iptc = data[path];
-                             return image;
-                           },
-                       .chooseFileToLoad = [this](QWidget&) { return file; },
-                       .chooseFileToSave = [this](QWidget&) { return file; },
-                       .clock = clock,
-                       .apply = Applier()};
+    IptcSheetHost host{
+        .read =
+            [this](const std::string& path) {
+              ExifData image;
+              image.path = path;
+              image.dateTime = image.dateTimeOriginal = "2003:05:17 10:11:12";
+              image.shootingTime = *platform::ToTime(*platform::ParseDateTime(image.dateTime));
+              image.dateRecorded = true;
+              image.iptc = data[path];
+              return image;
+            },
+        .chooseFileToLoad = [this](QWidget&) { return file; },
+        .chooseFileToSave = [this](QWidget&) { return file; },
+        .expand = [](const ExifData& image,
+                     std::string_view format) { return format == "@iso@" ? "100 of " + image.path : std::string(); },
+        .clock = clock,
+        .apply = Applier()};
     sheet = std::make_unique<CIptcPropertySheet>(IptcSheetImages{.steps = {"a.jpg", "b.jpg", "c.jpg"},
                                                                  .first = first,
                                                                  .selected = {"a.jpg", "c.jpg"},
@@ -268,6 +271,48 @@ TEST_F(IptcSheet, FillsDates) {
   choose("&Clear");
   EXPECT_EQ(In<QLineEdit>(55)->text() + In<QLineEdit>(60)->text(), QString());
   EXPECT_TRUE(Button("Apply")->isEnabled());
+}
+
+TEST_F(IptcSheet, PutsTokensWhereTheCursorIs) {
+  Open(1);
+  auto* insert = Button("Insert");
+  EXPECT_FALSE(insert->isEnabled()) << "the caption is locked";
+  Button("Next >")->click();
+  const auto choose = [&](const char* shown) {
+    for (auto* menu : insert->findChildren<QMenu*>()) {
+      Q_EMIT menu->aboutToShow();
+      for (auto* action : menu->actions()) {
+        if (action->text() == QLatin1String(shown)) return action->trigger();
+      }
+    }
+    ADD_FAILURE() << shown;
+  };
+  auto* text = In<QPlainTextEdit>(120);
+  text->setFocus();
+  QTest::keyClicks(text, QStringLiteral("at "));
+  choose("ISO: 100 of c.jpg\t@iso@");
+  Type(105, "ab");
+  QTest::keyClick(In<QLineEdit>(105), Qt::Key_Left);
+  insert->setFocus();
+  choose("Body ID\t@bodyID@");
+  EXPECT_EQ(sheet->focusWidget(), In<QLineEdit>(105));
+  sheet->ShowPage(1);
+  Type(25, "");
+  choose("ISO: 100 of c.jpg\t@iso@");
+  const Items expected = {{2, 25, "@iso@"}, {2, 105, "a@bodyID@b"}, {2, 120, "at @iso@"}};
+  Button("Apply")->click();
+  EXPECT_EQ(data["c.jpg"], expected);
+  sheet->ShowPage(4);
+  EXPECT_TRUE(insert->isEnabled());
+  for (const int refusing : {55, 30}) {
+    In<QLineEdit>(refusing)->setFocus();
+    EXPECT_FALSE(insert->isEnabled());
+  }
+  In<QLineEdit>(60)->setFocus();
+  EXPECT_TRUE(insert->isEnabled());
+  insert->setFocus();
+  sheet->ShowPage(2);
+  EXPECT_FALSE(insert->isEnabled()) << "its field is out of sight";
 }
 
 TEST_F(IptcSheet, SavesAndLoads) {

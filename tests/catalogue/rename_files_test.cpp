@@ -66,6 +66,28 @@ class RenameTest : public testing::Test {
   platform::EditJournal journal_{{.trash = trash_, .clock = clock_, .stateDirectory = dir_ / "state"}};
 };
 
+TEST_F(RenameTest, CancellingTakesBackWhatWasDone) {
+  const Names there = {"a.crw", "a.txt", "b.crw", "c.jpg"};
+  Fill(there);
+  platform::EditBatch batch(journal_, "Rename");
+  std::stop_source stop;
+  auto tools = Tools(&batch);
+  tools.stop = stop.get_token();
+  std::vector<std::size_t> told;
+  tools.progress = [&](std::size_t done, std::size_t count) {
+    EXPECT_GT(count, 3U);
+    told.push_back(done);
+    if (done == 2) stop.request_stop();
+  };
+  EXPECT_THROW(RenameFiles(At(Names{"a.crw", "b.crw", "c.jpg"}), At(Names{"b.crw", "a.crw", "d.jpg"}),
+                           CaseMode::Unchanged, tools),
+               platform::Cancelled);
+  EXPECT_EQ(told, (std::vector<std::size_t>{0, 1, 2, 2, 1, 0}));
+  EXPECT_EQ(Now(), Untouched(there));
+  batch.Commit();
+  EXPECT_TRUE(journal_.List().empty()) << "there is nothing to undo";
+}
+
 TEST_F(RenameTest, ChainsSwapsAndCompanionsArriveAndUndoBringsAllBack) {
   struct Case {
     Names there, from, to;
@@ -304,7 +326,11 @@ TEST_F(RenameTest, TheWorkersEntriesFollowAndItStaysPaused) {
   EXPECT_EQ(worker.Item(0)->path, At("b.jpg"));
   EXPECT_EQ(list.TaggedPaths(), At(Names{"b.jpg"}));
   worker.InvalidateEntries({});  // resumes
-  worker.RenameFiles(At(Names{"b.jpg"}), At(Names{"c.jpg"}), CaseMode::Unchanged, Tools());
+  worker.RenameFiles(At(Names{"b.jpg"}), At(Names{"c.jpg"}), CaseMode::Unchanged, Tools(),
+                     [&](RenameTools&, const std::function<void()>& work) {
+                       std::thread(work).join();
+                       EXPECT_EQ(list.files, At(Names{"b.jpg", "a.jpg"})) << "the list is not that thread's";
+                     });
   worker.Pause();
   EXPECT_EQ(made, 2);
   EXPECT_EQ(list.files, At(Names{"c.jpg", "a.jpg"}));

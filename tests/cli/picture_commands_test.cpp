@@ -110,6 +110,34 @@ TEST_F(PictureCommand, ConvertGivesEachFileItsOwnWhiteBalanceUnlessToldOtherwise
   EXPECT_FALSE(alone == ReadAll(dir / "carried/canon-eos-d30.jpg"));
 }
 
+TEST_F(PictureCommand, ConvertTellsWhatACameraCannotDo) {
+  const auto crw = [&](const char* name, const char* model) {
+    return dir.Write(name, CrwHeap(CameraRaw{.make = "Canon", .model = model}).BuildFile(Endian::Little));
+  };
+  const auto g1 = crw("g1.crw", "Canon PowerShot G1"), d60 = crw("d60.crw", "Canon EOS D60");
+  const auto nef = dir.Write("a.nef", BuildNef({.width = 6, .height = 6}, std::vector<std::uint16_t>(36)).file);
+  const auto out = dir / "out/";
+  const auto convert = [&](const char* method) {
+    return Json({"--setting", "RawConvertTone=1", "convert", d60, g1, nef, "--out", dir / "out", "--format", "tiff-16",
+                 "--method", method, "--dry-run"});
+  };
+  const auto combined = convert("combined"), linear = convert("linear");
+  EXPECT_EQ(combined[0]["output"], out + "d60C.tif");
+  EXPECT_EQ(combined[0]["message"], "");
+  EXPECT_EQ(combined[1]["output"], out + "g1.tif");
+  EXPECT_EQ(combined[1]["message"],
+            "Canon PowerShot G1 does not support combined conversion, the normal method is used; only supports 8-bit "
+            "conversion, the picture has 8 bits; does not know RawConvertTone=1");
+  EXPECT_EQ(combined[2]["output"], out + "a.tif");
+  EXPECT_EQ(linear[1]["output"], out + "g1.tif");
+  EXPECT_EQ(linear[2]["output"], out + "aL.tif");
+  EXPECT_EQ(linear[2]["message"], "NIKON D1H does not know RawConvertTone=1");
+  const auto told = run({"convert", g1, "--out", dir / "out", "--method", "linear", "--dry-run"});
+  EXPECT_EQ(told.exitCode, 0);
+  EXPECT_EQ(told.errors, "marrowlantern-cli: " + g1 +
+                             ": Canon PowerShot G1 does not support linear conversion, the normal method is used\n");
+}
+
 TEST_F(PictureCommand, RawWritesTheSamplesUntouchedAndGoesOnAfterAFailure) {
   const std::vector<std::uint16_t> samples(6 * 6, 0x0a0b);
   const auto nef = BuildNef({.width = 6, .height = 6}, samples).file;

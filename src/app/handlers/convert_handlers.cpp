@@ -116,18 +116,7 @@ void BatchConvert(CommandContext& context) {
     const auto sentence = session.mode == ViewMode::Main ? kNothingToConvert : kSelectToConvert;
     return session.Ask().message({.text = std::string(sentence)});
   }
-  // A batch is neither post-processed nor bound to one white balance, whatever single images were told.
-  auto& raw = session.settings.raw;
-  const auto restore = qScopeGuard([&raw, postProcess = raw.postProcess, same = raw.sameWhiteBalance] {
-    raw.postProcess = postProcess;
-    raw.sameWhiteBalance = same;
-  });
-  raw.postProcess = raw.sameWhiteBalance = 0;
-  const metadata::ExifData exif(files.front(), session.ImageOptions().ForExif());
-  auto asked = AskConversion(context, files.front(), exif, static_cast<int>(files.size()));
-  if (asked.answer == ConversionAnswer::Cancel) return;
-  asked.batch.files = files;
-  RunConversion(context, asked.batch, asked.choice.settings);
+  ConvertRawImages(context, files);
 }
 
 constexpr HandlerRow kHandlers[] = {
@@ -145,6 +134,23 @@ std::vector<rawconvert::ConvertedFile> ConvertRawImage(CommandContext& context, 
   auto asked = AskConversion(context, path, exif, std::nullopt);
   if (asked.answer == ConversionAnswer::Cancel) return {};
   asked.batch.files = asked.answer == ConversionAnswer::One ? std::vector{path} : WithOthers(session, path, selection);
+  return RunConversion(context, asked.batch, asked.choice.settings);
+}
+
+std::vector<rawconvert::ConvertedFile> ConvertRawImages(CommandContext& context,
+                                                        const std::vector<std::string>& files) {
+  auto& session = context.session;
+  // A batch is neither post-processed nor bound to one white balance, whatever single images were told.
+  auto& raw = session.settings.raw;
+  const auto restore = qScopeGuard([&raw, postProcess = raw.postProcess, same = raw.sameWhiteBalance] {
+    raw.postProcess = postProcess;
+    raw.sameWhiteBalance = same;
+  });
+  raw.postProcess = raw.sameWhiteBalance = 0;
+  const metadata::ExifData exif(files.front(), session.ImageOptions().ForExif());
+  auto asked = AskConversion(context, files.front(), exif, static_cast<int>(files.size()));
+  if (asked.answer == ConversionAnswer::Cancel) return {};
+  asked.batch.files = files;
   return RunConversion(context, asked.batch, asked.choice.settings);
 }
 

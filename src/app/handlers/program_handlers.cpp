@@ -35,22 +35,32 @@ void OpenInEditor(const std::string& path, const settings::EditorSettings& setti
   }
 }
 
-/// Empty if the user does not want it, or it fails.
-std::string ConvertForEditor(CommandContext& context, const std::string& path) {
-  if (context.session.Ask().ask(ConvertNowQuestion(path)) != platform::Button::Yes) return {};
-  const auto made = ConvertRawImage(context, path);
-  const auto file = std::ranges::find(made, path, &rawconvert::ConvertedFile::source);
-  return file != made.end() && file->result == rawconvert::Converted::Yes ? file->output : std::string();
+/// An image and what the editor gets for it; empty for nothing.
+struct EditedImage {
+  std::string path, file;
+};
+
+/// Empty for a raw file that has no converted file yet.
+std::string FileForEditor(const settings::Settings& settings, const std::string& path) {
+  if (settings.editor.editorSupportsRaw != 0 || !platform::Exists(path) || !imagefiles::IsRawFile(path)) return path;
+  const auto directory = rawconvert::ConversionDirectory(path, options::DirectoryChoiceOf(settings));
+  return rawconvert::FindConverted(path, directory, static_cast<rawconvert::OutputFormat>(settings.raw.convertFormat));
 }
 
-/// What the editor gets for the image at `path`; empty for nothing.
-std::string FileForEditor(CommandContext& context, const std::string& path) {
-  const auto& settings = context.session.settings;
-  if (settings.editor.editorSupportsRaw != 0 || !imagefiles::IsRawFile(path)) return path;
-  const auto directory = rawconvert::ConversionDirectory(path, options::DirectoryChoiceOf(settings));
-  const auto format = static_cast<rawconvert::OutputFormat>(settings.raw.convertFormat);
-  auto converted = rawconvert::FindConverted(path, directory, format);
-  return converted.empty() ? ConvertForEditor(context, path) : converted;
+/// Has the raw files converted that have no file for the editor; it stays empty for those that the user does not want
+/// to be, and where it fails.
+void ConvertForEditor(CommandContext& context, std::vector<EditedImage>& images) {
+  std::vector<std::string> raw;
+  for (const auto& image : images) {
+    if (image.file.empty()) raw.push_back(image.path);
+  }
+  if (raw.empty() || context.session.Ask().ask(ConvertNowQuestion(raw)) != platform::Button::Yes) return;
+  const auto made = raw.size() == 1 ? ConvertRawImage(context, raw.front()) : ConvertRawImages(context, raw);
+  for (auto& image : images) {
+    if (!image.file.empty()) continue;
+    const auto converted = std::ranges::find(made, image.path, &rawconvert::ConvertedFile::source);
+    if (converted != made.end() && converted->result == rawconvert::Converted::Yes) image.file = converted->output;
+  }
 }
 
 /// Of the image at hand, without which these commands are off.
@@ -62,8 +72,10 @@ void EditImage(CommandContext& context) {
   auto& session = context.session;
   const auto paths = session.settings.editor.allowMultiEdit != 0 ? TargetsOf(context, kSelectToEdit)
                                                                  : std::vector{TargetPath(session)};
-  for (const auto& path : paths) {
-    const auto file = platform::Exists(path) ? FileForEditor(context, path) : path;
+  std::vector<EditedImage> images;
+  for (const auto& path : paths) images.push_back({path, FileForEditor(session.settings, path)});
+  ConvertForEditor(context, images);
+  for (const auto& [path, file] : images) {
     if (file.empty()) continue;
     if (!platform::Exists(file)) {
       session.Ask().message(UnableToFindForEdit(file));

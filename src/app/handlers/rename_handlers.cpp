@@ -1,6 +1,6 @@
-#include <QApplication>
 #include <QScopeGuard>
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -103,9 +103,24 @@ void Rename(CommandContext& context, const Accepted& accepted) {
   imagefiles::CompanionFinder companions(session.ImageOptions());
   platform::EditBatch batch(session.Journal().Edits(), std::string(kBatchRenameJob));
   const auto settle = qScopeGuard([&] { CommitEdits(context, std::string(kBatchRenameJob), batch); });
+  const auto asJob = [&](catalogue::RenameTools& tools, const std::function<void()>& work) {
+    platform::ui::RunJob(
+        &context.frame,
+        {.title = platform::ui::ToQString(kBatchRenameJob), .nice = NiceOf(session.settings.raw.threadPriority)},
+        session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+          host.progress.text(RenamingImages(accepted.paths.sources.size()));
+          tools.stop = stop;
+          tools.progress = [&](std::size_t done, std::size_t count) {
+            host.progress.percent(static_cast<int>(done * 100 / count));
+          };
+          work();
+        });
+  };
   try {
     worker.RenameFiles(accepted.paths.sources, accepted.paths.destinations, accepted.caseMode,
-                       {.companions = companions, .trash = session.Journal().Bin(), .batch = &batch});
+                       {.companions = companions, .trash = session.Journal().Bin(), .batch = &batch}, asJob);
+  } catch (const platform::Cancelled&) {
+    ShowStatus(context, std::string(kBatchRenameJob) + ": cancelled");
   } catch (const platform::UserError&) {
     throw;
   } catch (const std::exception&) {
@@ -119,11 +134,9 @@ void BatchRename(CommandContext& context) {
   if (targets.paths.empty()) return;
   const auto accepted = AskNewNames(context, targets, DirectoryOfAll(targets.paths));
   if (!accepted) return;
-  QApplication::setOverrideCursor(Qt::WaitCursor);
   const auto settle = qScopeGuard([&] {
     session.FilesChanged({});
     session.Images().RefreshDirectory();
-    QApplication::restoreOverrideCursor();
   });
   Rename(context, *accepted);
 }

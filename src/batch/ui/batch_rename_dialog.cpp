@@ -17,12 +17,13 @@
 #include "batch/apply_rename.h"
 #include "batch/ui/messages.h"
 #include "batch/ui/rename_list_pane.h"
-#include "batch/ui/token_menu.h"
+#include "batch/ui/token_help.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/ui/help_button.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
+#include "platform/ui/token_menu.h"
 
 namespace ml::batch::ui {
 namespace {
@@ -120,7 +121,11 @@ void CBatchRenameDialog::MakeFormatField(QGridLayout& grid) {
   insert_ = new QPushButton(QLatin1String(kInsertToken), this);
   insert_->setAutoDefault(false);
   insert_->setMenu(new QMenu(insert_));
-  FillTokenMenu(*insert_->menu(), *format_, [this](std::string_view token) { return ExampleOf(token); });
+  for (const auto& [title, tokens] : TokenHelpGroups()) {
+    platform::ui::AddTokens(
+        *insert_->menu(), ToQString(title), tokens, [this](std::string_view token) { return ExampleOf(token); },
+        platform::ui::InserterInto(*format_));
+  }
   AddField(grid, kFormatLabel, format_, SideBySide(format_, insert_, this));
 }
 

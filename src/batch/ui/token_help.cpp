@@ -3,7 +3,9 @@
 namespace ml::batch::ui {
 namespace {
 
-constexpr TokenHelp kNumbers[] = {
+using platform::ui::TokenEntry;
+
+constexpr TokenEntry kNumbers[] = {
     {"%n", "Running number"},
     {"%u", "Number that makes the name unique"},
     {"%U", "Number only where a name would stand twice"},
@@ -12,7 +14,7 @@ constexpr TokenHelp kNumbers[] = {
     {"%r", "Camera's number in the folder"},
     {"%e", "Number in a burst"},
 };
-constexpr TokenHelp kNames[] = {
+constexpr TokenEntry kNames[] = {
     {"%o", "Old name"},
     {"%[2-4]", "Characters 2 to 4 of the old name"},
     {"%[5-]", "Old name from character 5 on"},
@@ -21,7 +23,7 @@ constexpr TokenHelp kNames[] = {
     {"%x", "Extension"},
     {"%f", "Kind of file"},
 };
-constexpr TokenHelp kDates[] = {
+constexpr TokenEntry kDates[] = {
     {"%d", "Date"},
     {"%Y", "Year"},
     {"%y", "Year, two digits"},
@@ -31,16 +33,16 @@ constexpr TokenHelp kDates[] = {
     {"%a", "Day of the week"},
     {"%W", "Week of the year"},
 };
-constexpr TokenHelp kTimes[] = {
+constexpr TokenEntry kTimes[] = {
     {"%t", "Time"}, {"%H", "Hour"}, {"%I", "Hour, of twelve"}, {"%M", "Minute"}, {"%S", "Second"},
 };
-constexpr TokenHelp kExposure[] = {
+constexpr TokenEntry kExposure[] = {
     {"%F", "Focal length"},
     {"%A", "Aperture"},
     {"%s", "Shutter speed, without \"1/\""},
     {"%i", "ISO"},
 };
-constexpr TokenHelp kCamera[] = {
+constexpr TokenEntry kCamera[] = {
     {"%T", "Camera model"},
     {"%v", "Model number"},
     {"%c", "Body number"},

@@ -3,16 +3,14 @@
 #include <span>
 #include <string_view>
 
+#include "platform/ui/token_menu.h"
+
 namespace ml::batch::ui {
 
-/// One token for those who do not know them by heart.
-struct TokenHelp {
-  std::string_view token, meaning;
-};
-
+/// Tokens for those who do not know them by heart.
 struct TokenHelpGroup {
   std::string_view title;
-  std::span<const TokenHelp> tokens;
+  std::span<const platform::ui::TokenEntry> tokens;
 };
 
 /// All tokens, those most wanted first.

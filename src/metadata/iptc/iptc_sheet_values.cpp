@@ -92,6 +92,8 @@ std::optional<std::string_view> CheckIptcValue(int dataset, std::string_view val
   return std::nullopt;
 }
 
+bool TakesTokens(int dataset) { return !CheckIptcValue(dataset, "@"); }
+
 std::optional<IptcFault> FirstIptcFault(const IptcSheetValues& values, const IptcSheetValues& original) {
   for (const auto& field : IptcFields()) {
     const auto& now = ValuesOf(values, field.dataset);

@@ -38,6 +38,8 @@ struct IptcFault {
 };
 /// What is wrong with the value of this dataset, if anything.
 std::optional<std::string_view> CheckIptcValue(int dataset, std::string_view value);
+/// Whether a text with tokens may be entered for this dataset.
+bool TakesTokens(int dataset);
 /// The first value, in the order of the pages, that is refused. What an image came with is let be: only datasets whose
 /// values are not those in `original` count.
 std::optional<IptcFault> FirstIptcFault(const IptcSheetValues& values, const IptcSheetValues& original);

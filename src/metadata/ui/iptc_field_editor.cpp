@@ -6,7 +6,7 @@
 namespace ml::metadata::ui {
 
 IptcFieldEditor* MakeIptcFieldEditor(const IptcField& field, QWidget* parent) {
-  if (field.kind == IptcFieldKind::List) return new IptcListEditor(parent);
+  if (field.kind == IptcFieldKind::List) return new IptcListEditor(field, parent);
   return new IptcTextEditor(field, parent);
 }
 

@@ -14,7 +14,8 @@ class IptcFieldEditor : public QWidget {
   Q_OBJECT
 
  public:
-  using QWidget::QWidget;
+  IptcFieldEditor(const IptcField& field, QWidget* parent) : QWidget(parent), dataset_(field.dataset) {}
+  int Dataset() const { return dataset_; }
 
   /// Without telling.
   virtual void Show(const std::vector<std::string>& values) = 0;
@@ -22,6 +23,8 @@ class IptcFieldEditor : public QWidget {
   virtual std::vector<std::string> Values() const = 0;
   /// Takes the place of what is there, as the user would.
   virtual void Enter(const std::string& value) = 0;
+  /// Puts a text where the cursor is, as the user would, and takes the keyboard.
+  virtual void Insert(const QString& text) = 0;
   /// Takes the keyboard.
   virtual QWidget* Focus() = 0;
 
@@ -29,6 +32,9 @@ class IptcFieldEditor : public QWidget {
   void edited();
   /// The user is done with the field for now.
   void left();
+
+ private:
+  const int dataset_;
 };
 
 /// As the kind of the field asks for.

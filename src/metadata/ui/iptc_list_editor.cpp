@@ -34,8 +34,8 @@ bool IsReturn(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.
 
 }  // namespace
 
-IptcListEditor::IptcListEditor(QWidget* parent)
-    : IptcFieldEditor(parent),
+IptcListEditor::IptcListEditor(const IptcField& field, QWidget* parent)
+    : IptcFieldEditor(field, parent),
       line_(new QLineEdit(this)),
       list_(new QListWidget(this)),
       remove_(new QPushButton(QStringLiteral("&Remove"), this)),
@@ -71,6 +71,11 @@ IptcListEditor::IptcListEditor(QWidget* parent)
           [this] { remove_->setEnabled(!list_->selectedItems().isEmpty()); });
   line_->installEventFilter(this);
   list_->installEventFilter(this);
+}
+
+void IptcListEditor::Insert(const QString& text) {
+  line_->insert(text);
+  line_->setFocus(Qt::OtherFocusReason);
 }
 
 QWidget* IptcListEditor::Focus() { return line_; }

@@ -17,12 +17,13 @@ class IptcListEditor final : public IptcFieldEditor {
   Q_OBJECT
 
  public:
-  explicit IptcListEditor(QWidget* parent);
+  IptcListEditor(const IptcField& field, QWidget* parent);
 
   void Show(const std::vector<std::string>& values) override;
   /// Words that still stand in the line count.
   std::vector<std::string> Values() const override;
   void Enter(const std::string& value) override;
+  void Insert(const QString& text) override;
   QWidget* Focus() override;
   /// Words that the line completes.
   void SetKnown(const QStringList& words);

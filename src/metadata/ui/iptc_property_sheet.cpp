@@ -13,6 +13,7 @@
 #include "metadata/iptc/iptc_file.h"
 #include "metadata/ui/iptc_page_view.h"
 #include "metadata/ui/iptc_questions.h"
+#include "metadata/ui/iptc_token_button.h"
 #include "metadata/ui/messages.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -86,6 +87,8 @@ QWidget* CIptcPropertySheet::MakeSteps() {
   }
   place_ = MakeStatus(whole);
   line->addWidget(place_, 1);
+  tokens_ = new IptcTokenButton([this](std::string_view token) { return host_.expand(image_, token); }, whole);
+  line->addWidget(tokens_);
   return whole;
 }
 
@@ -191,6 +194,7 @@ void CIptcPropertySheet::PageChanged(int page) {
   page_ = page;
   const bool hadFocus = tabs_->isAncestorOf(focusWidget());
   if (left != page && !IsValid(left)) return;
+  tokens_->Refresh();
   if (hadFocus) pages_[static_cast<std::size_t>(page)]->FocusFirst();
 }
 
@@ -235,6 +239,7 @@ void CIptcPropertySheet::Refresh() {
   apply_->setEnabled(HasChanges());
   selected_->setEnabled(!images_.selected.empty());
   report_->clear();
+  tokens_->Refresh();
 }
 
 void CIptcPropertySheet::Step(int by) {

@@ -21,6 +21,7 @@ class QTabWidget;
 namespace ml::metadata::ui {
 
 class IptcPageView;
+class IptcTokenButton;
 
 /// How edited values get into images. Both throw UserError, or Cancelled.
 struct IptcApplier {
@@ -33,6 +34,8 @@ struct IptcSheetHost {
   std::function<ExifData(const std::string& path)> read;
   /// Nothing if the user cancelled.
   std::function<std::optional<std::string>(QWidget& parent)> chooseFileToLoad, chooseFileToSave;
+  /// A format string with the values of this image.
+  std::function<std::string(const ExifData& image, std::string_view format)> expand;
   const platform::Clock& clock;
   IptcApplier apply;
 };
@@ -113,6 +116,7 @@ class CIptcPropertySheet final : public QDialog {
   QTabWidget* tabs_ = nullptr;
   QLabel* place_ = nullptr;
   QLabel* report_ = nullptr;
+  IptcTokenButton* tokens_ = nullptr;
   QPushButton *previous_ = nullptr, *next_ = nullptr, *apply_ = nullptr, *selected_ = nullptr;
 };
 

@@ -50,7 +50,7 @@ QComboBox* MakeChoice(const IptcField& field, QWidget* parent) {
 
 }  // namespace
 
-IptcTextEditor::IptcTextEditor(const IptcField& field, QWidget* parent) : IptcFieldEditor(parent) {
+IptcTextEditor::IptcTextEditor(const IptcField& field, QWidget* parent) : IptcFieldEditor(field, parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(field.kind == IptcFieldKind::Text ? MakeText() : MakeLine(field));
@@ -116,6 +116,15 @@ std::vector<std::string> IptcTextEditor::Values() const {
   if (text == shown_) return original_;
   if (text.isEmpty()) return {};
   return {text.toStdString()};
+}
+
+void IptcTextEditor::Insert(const QString& text) {
+  if (text_ != nullptr) {
+    text_->insertPlainText(text);
+  } else {
+    line_->insert(text);
+  }
+  Focus()->setFocus(Qt::OtherFocusReason);
 }
 
 void IptcTextEditor::Enter(const std::string& value) { SetText(ToQString(value)); }

@@ -19,6 +19,7 @@ class IptcTextEditor final : public IptcFieldEditor {
   void Show(const std::vector<std::string>& values) override;
   std::vector<std::string> Values() const override;
   void Enter(const std::string& value) override;
+  void Insert(const QString& text) override;
   QWidget* Focus() override;
 
  protected:

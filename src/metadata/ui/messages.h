@@ -13,6 +13,11 @@ inline constexpr auto kIptcApplyToSelected = "Apply to S&elected";
 inline constexpr auto kIptcApplyToAll = "Apply to &All";
 inline constexpr auto kIptcApply = "Appl&y";
 
+inline constexpr auto kIptcInsert = "Insert";
+inline constexpr auto kIptcInsertTip = "Puts values of the image into the text where the cursor is (Ctrl+T)";
+inline constexpr auto kIptcNoTokens = "This field takes no values of the image";
+inline constexpr auto kIptcNoField = "Go to a field to put values of the image into it";
+
 inline constexpr auto kMergeKeywords = "Add to key&words and categories";
 inline constexpr auto kOnlyReplaceEmpty = "Only &fill fields that are empty";
 inline constexpr auto kLeaveExisting = "Lea&ve fields alone that are empty here";
