@@ -40,7 +40,7 @@ std::optional<std::string> RefuseFolderName(const std::string& name) {
 
 std::string MakeFolder(const std::string& parent, const std::string& name) {
   constexpr mode_t kAsTheUserWants = 0777;  // less the umask
-  const auto path = platform::JoinPath(parent, name);
+  auto path = platform::JoinPath(parent, name);
   if (platform::RealFileSystem().Mkdir(path, kAsTheUserWants) != 0) {
     throw UserError(ErrorCreatingFolder(path) + "\n" + platform::ErrorText(errno));
   }
@@ -49,7 +49,7 @@ std::string MakeFolder(const std::string& parent, const std::string& name) {
 
 std::string RenameDirectory(const std::string& directory, const std::string& name, platform::EditBatch* batch) {
   auto& fileSystem = platform::RealFileSystem();
-  const auto to = std::string(platform::DirectoryOf(directory)) + name;
+  auto to = std::string(platform::DirectoryOf(directory)) + name;
   const bool taken = !IsNameFree(to, fileSystem);
   const bool sameDirectory =
       taken && platform::SameFile(directory, to) && platform::EqualsFolded(platform::FileName(directory), name);

@@ -20,7 +20,7 @@ namespace ml::platform {
 
 namespace {
 
-constexpr std::uint64_t kMaxInfo = 64 * 1024;
+constexpr std::uint64_t kMaxInfo = std::uint64_t{64} << 10;
 
 struct ObjectDeleter {
   void operator()(gpointer object) const { g_object_unref(object); }
@@ -96,6 +96,7 @@ class SystemTrash final : public Trash {
     for (const auto& folder : Folders(path)) Collect(folder, path, found);
     std::ranges::stable_sort(found, [](const auto& a, const auto& b) { return a.first > b.first; });
     std::vector<TrashedFile> files;
+    files.reserve(found.size());
     for (auto& [date, file] : found) files.push_back(std::move(file));
     return files;
   }

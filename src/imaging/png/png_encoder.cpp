@@ -45,7 +45,7 @@ bool WriteRows(png_structp png, png_infop info, const PixelBuffer& picture, PngC
   for (int y = 0; y < picture.height; ++y) {
     const auto* row = reinterpret_cast<png_const_bytep>(picture.Row(y));
     if (colour == PngColour::Grey) {
-      for (int x = 0; x < picture.width; ++x) greyRow[x] = row[x * 3];
+      for (std::ptrdiff_t x = 0; x < picture.width; ++x) greyRow[x] = row[x * 3];
       row = greyRow;
     }
     png_write_row(png, row);
