@@ -178,6 +178,11 @@ TEST_F(FileOperations, EditMenuTellsWhatUndoTakesBack) {
 
 TEST_F(FileOperations, FoldersAreMadeRenamedAndDeletedInTheTree) {
   ASSERT_TRUE(ChooseInTree(dir / "far"));
+  const auto* rename = frame->Actions().At(CommandId::RenameFolder);
+  EXPECT_TRUE(rename->isEnabled());
+  Tree().setCurrentIndex({});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !rename->isEnabled(); }, 20'000)) << "the commands follow the tree's row";
+  ASSERT_TRUE(ChooseInTree(dir / "far"));
   TypeIntoNextDialog(QStringLiteral("new"));
   Run(CommandId::NewFolder);
   EXPECT_TRUE(fs::is_directory(dir / "far/new"));
@@ -191,6 +196,11 @@ TEST_F(FileOperations, FoldersAreMadeRenamedAndDeletedInTheTree) {
 
   session->list.SetTag(2, true);
   ASSERT_TRUE(ChooseInTree(dir / "day"));
+  TypeIntoNextDialog(QStringLiteral("far"));
+  Run(CommandId::RenameFolder);
+  EXPECT_EQ(LastText().substr(LastText().size() - 4), "/far") << LastText();
+  EXPECT_EQ(session->Images().Directory(), dir / "day") << "nothing was renamed";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Tree().Directory() == dir / "day"; }, 20'000));
   TypeIntoNextDialog(QStringLiteral("night"));
   Run(CommandId::RenameFolder);
   EXPECT_EQ(session->Images().Directory(), dir / "night");
