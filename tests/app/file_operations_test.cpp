@@ -59,6 +59,7 @@ class FileOperations : public WindowTest {
 
 TEST_F(FileOperations, DeletedImagesLeaveTheListAndComeBackWithUndo) {
   session->settings.catalogue.confirmDelete = 0;
+  session->list.SetTag(1, true);
   Select({1, 3});
   Run(CommandId::Delete);
   EXPECT_EQ(LastText(), "Are you sure you want to delete these 2 images?\n(by sending them to the Recycle Bin)");
@@ -70,6 +71,7 @@ TEST_F(FileOperations, DeletedImagesLeaveTheListAndComeBackWithUndo) {
   EXPECT_EQ(session->list.SelectedCount(), 1) << "the next key acts on what moved up";
   Run(CommandId::Undo);
   EXPECT_EQ(Files().size(), 5U);
+  EXPECT_EQ(session->list.TaggedPaths(), Names{dir / "day/2.jpg"});
   EXPECT_EQ(test::ReadAll(dir / "day/2.txt"), "note");
   EXPECT_EQ(frame->statusBar()->currentMessage(), QStringLiteral("Undone: Delete (3 files)"));
 
