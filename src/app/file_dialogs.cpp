@@ -10,8 +10,8 @@
 namespace ml::app {
 namespace {
 
+using platform::ui::DialogStart;
 using platform::ui::PathFromQt;
-using platform::ui::PathToQt;
 using platform::ui::ToQString;
 
 /// Only the toolkit's own dialog can be extended.
@@ -27,7 +27,7 @@ QCheckBox* AddCheckBox(QFileDialog& dialog, const OpenFileQuestion& question) {
 }  // namespace
 
 std::optional<OpenFileAnswer> OpenFile(QWidget& parent, const OpenFileQuestion& question) {
-  QFileDialog dialog(&parent, ToQString(question.title), PathToQt(question.start));
+  QFileDialog dialog(&parent, ToQString(question.title), DialogStart(question.start));
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);  // the patterns are spelt for any case
   const auto* box = AddCheckBox(dialog, question);
@@ -37,7 +37,7 @@ std::optional<OpenFileAnswer> OpenFile(QWidget& parent, const OpenFileQuestion& 
 }
 
 std::optional<std::string> ChooseDirectory(QWidget& parent, const std::string& start) {
-  const auto chosen = QFileDialog::getExistingDirectory(&parent, QStringLiteral("Open Directory"), PathToQt(start));
+  const auto chosen = QFileDialog::getExistingDirectory(&parent, QStringLiteral("Open Directory"), DialogStart(start));
   if (chosen.isEmpty()) return std::nullopt;
   return PathFromQt(chosen);
 }

@@ -153,7 +153,9 @@ void Session::RemoveMissing(const std::vector<std::string>& paths) {
   std::vector<int> gone;
   for (const auto& path : paths) {
     const int index = list.IndexOfPath(path);
-    if (index >= 0 && !platform::Exists(path)) gone.push_back(index);
+    if (index < 0 || platform::Exists(path)) continue;
+    gone.push_back(index);
+    if (list.marks[static_cast<std::size_t>(index)].tagged) taggedAndGone_.insert(path);
   }
   if (gone.empty()) return;
   std::ranges::sort(gone);
@@ -164,6 +166,12 @@ void Session::RemoveMissing(const std::vector<std::string>& paths) {
   if (list.SelectedCount() == 0 && list.ValidIndex(list.focusIndex)) list.SelectOnly(list.focusIndex);
   ListReplaced();
   if (!kept) ShowImage(list.currentIndex);
+}
+
+void Session::BringBackTags(const std::vector<std::string>& paths) {
+  for (const auto& path : paths) {
+    if (taggedAndGone_.erase(path) > 0) list.SetTag(list.IndexOfPath(path), true);
+  }
 }
 
 std::vector<std::string> Session::TargetPaths() const {

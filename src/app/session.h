@@ -93,6 +93,8 @@ class Session final : private catalogue::CatalogueObserver {
   void FilesChanged(const std::vector<std::string>& paths);
   /// Takes entries out whose files are gone; where the current one is among them, its neighbour is shown.
   void RemoveMissing(const std::vector<std::string>& paths);
+  /// Gives those of `paths`, which undo has brought back into the list, the tags with which they were taken out.
+  void BringBackTags(const std::vector<std::string>& paths);
   /// Of the commands for several images: the selected ones in list order, in the main view the image on show.
   std::vector<std::string> TargetPaths() const;
   /// Remembers how edits are taken back.
@@ -133,6 +135,7 @@ class Session final : private catalogue::CatalogueObserver {
   double thumbnailScale_ = 1;
   platform::UserJournal journal_;
   std::unique_ptr<rawconvert::RawDeveloper> developer_;
+  std::set<std::string> taggedAndGone_;
   mutable FileKindMemory kinds_;
   mutable ShootingDataMemory shootingData_;
   catalogue::CThumbnailThread worker_;

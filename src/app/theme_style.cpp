@@ -34,6 +34,11 @@ ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
+  if (element == PE_IndicatorBranch && option->state.testFlag(State_Selected)) {
+    QStyleOption branch(*option);
+    branch.palette.setColor(QPalette::WindowText, option->palette.color(QPalette::HighlightedText));
+    return QProxyStyle::drawPrimitive(element, &branch, painter, widget);
+  }
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool field = element == PE_FrameLineEdit && !option->state.testFlag(State_HasFocus);
   if (field || element == PE_IndicatorCheckBox) DrawEdge(*option, *painter, EdgeColour(*option));
@@ -41,6 +46,18 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
   if (element != PE_Frame || !platform::ui::IsField(widget)) return;
   const auto accent = platform::ui::AccentFor(option->palette.color(QPalette::Window));
   DrawEdge(*option, *painter, widget->hasFocus() ? accent : EdgeColour(*option));
+}
+
+void ThemeStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  const bool lit = element == CE_MenuItem && item != nullptr && item->state.testFlag(State_Selected) &&
+                   item->state.testFlag(State_Enabled) && !item->icon.isNull();
+  if (!lit || item->checked) return QProxyStyle::drawControl(element, option, painter, widget);  // marks have a box
+  QStyleOptionMenuItem own(*item);
+  const int edge = pixelMetric(PM_SmallIconSize, option, widget);
+  own.icon = QIcon(item->icon.pixmap({edge, edge}, painter->device()->devicePixelRatioF(), QIcon::Selected));
+  QProxyStyle::drawControl(element, &own, painter, widget);
 }
 
 void ThemeStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,

@@ -59,6 +59,7 @@ class FileOperations : public WindowTest {
 
 TEST_F(FileOperations, DeletedImagesLeaveTheListAndComeBackWithUndo) {
   session->settings.catalogue.confirmDelete = 0;
+  session->list.SetTag(1, true);
   Select({1, 3});
   Run(CommandId::Delete);
   EXPECT_EQ(LastText(), "Are you sure you want to delete these 2 images?\n(by sending them to the Recycle Bin)");
@@ -70,6 +71,7 @@ TEST_F(FileOperations, DeletedImagesLeaveTheListAndComeBackWithUndo) {
   EXPECT_EQ(session->list.SelectedCount(), 1) << "the next key acts on what moved up";
   Run(CommandId::Undo);
   EXPECT_EQ(Files().size(), 5U);
+  EXPECT_EQ(session->list.TaggedPaths(), Names{dir / "day/2.jpg"});
   EXPECT_EQ(test::ReadAll(dir / "day/2.txt"), "note");
   EXPECT_EQ(frame->statusBar()->currentMessage(), QStringLiteral("Undone: Delete (3 files)"));
 
@@ -178,6 +180,11 @@ TEST_F(FileOperations, EditMenuTellsWhatUndoTakesBack) {
 
 TEST_F(FileOperations, FoldersAreMadeRenamedAndDeletedInTheTree) {
   ASSERT_TRUE(ChooseInTree(dir / "far"));
+  const auto* rename = frame->Actions().At(CommandId::RenameFolder);
+  EXPECT_TRUE(rename->isEnabled());
+  Tree().setCurrentIndex({});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !rename->isEnabled(); }, 20'000)) << "the commands follow the tree's row";
+  ASSERT_TRUE(ChooseInTree(dir / "far"));
   TypeIntoNextDialog(QStringLiteral("new"));
   Run(CommandId::NewFolder);
   EXPECT_TRUE(fs::is_directory(dir / "far/new"));
@@ -191,6 +198,11 @@ TEST_F(FileOperations, FoldersAreMadeRenamedAndDeletedInTheTree) {
 
   session->list.SetTag(2, true);
   ASSERT_TRUE(ChooseInTree(dir / "day"));
+  TypeIntoNextDialog(QStringLiteral("far"));
+  Run(CommandId::RenameFolder);
+  EXPECT_EQ(LastText().substr(LastText().size() - 4), "/far") << LastText();
+  EXPECT_EQ(session->Images().Directory(), dir / "day") << "nothing was renamed";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Tree().Directory() == dir / "day"; }, 20'000));
   TypeIntoNextDialog(QStringLiteral("night"));
   Run(CommandId::RenameFolder);
   EXPECT_EQ(session->Images().Directory(), dir / "night");

@@ -44,6 +44,8 @@ TEST_F(SlideshowCommand, HandsBackWhatItWasLeftWith) {
   EXPECT_NE(to.display.highQualityMode, 0);
   EXPECT_TRUE(session->blackAndWhite);
   EXPECT_EQ(session->list.currentIndex, 2);
+  EXPECT_EQ(session->list.focusIndex, 2);
+  EXPECT_EQ(session->list.SelectedIndices(), std::vector{2});
 }
 
 TEST_F(SlideshowCommand, ShowsWhatIsChosenOrAll) {

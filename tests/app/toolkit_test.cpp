@@ -207,6 +207,12 @@ TEST(QtInteraction, OffersEveryAnswerToAFileInTheWay) {
   EXPECT_EQ(ask.fileExists("/x/y.tif"), Skip) << "a hasty Return overwrites nothing";
 }
 
+TEST(DialogStart, IsTheNearestPlaceThatTheToolkitCanName) {
+  const std::pair<std::string, QString> starts[] = {
+      {"/a/x.tag", "/a/x.tag"}, {"/a/caf\xe9/b/", "/a/"}, {"\xe9", ""}, {"", ""}};
+  for (const auto& [path, start] : starts) EXPECT_EQ(platform::ui::DialogStart(path), start) << path;
+}
+
 TEST(ByteLine, GivesWhatItShows) {
   const std::string latin = "/caf\xe9";
   platform::ui::ByteLine line(latin);
@@ -215,6 +221,18 @@ TEST(ByteLine, GivesWhatItShows) {
   EXPECT_EQ(line.Bytes(), "/caf\xc3\xa9s");
   line.setText(QStringLiteral("/set/by/code"));
   EXPECT_EQ(line.Bytes(), "/set/by/code");
+  line.SetBytes(latin + "/\xe9");
+  const auto eAcute = QString(QChar(0xe9));
+  const std::pair<QString, std::string> edited[] = {{"/caf%1/%1/new", latin + "/\xe9/new"},
+                                                    {"/caf%1/%1n", latin + "/\xc3\xa9n"},
+                                                    {"/caf%1/", latin + "/"},
+                                                    {"/caf%1", latin},
+                                                    {"/c", "/c"},
+                                                    {"", ""}};
+  for (const auto& [text, bytes] : edited) {
+    line.setText(text.contains(QLatin1Char('%')) ? text.arg(eAcute) : text);
+    EXPECT_EQ(line.Bytes(), bytes) << bytes;
+  }
 }
 
 }  // namespace

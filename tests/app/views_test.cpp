@@ -285,6 +285,24 @@ TEST_F(Views, BlackAndWhiteMeansTheThumbnailsToo) {
   EXPECT_GT(saturation(), 0);
 }
 
+TEST_F(Views, SelectionCommandsTakeTheFocusAlong) {
+  Open();
+  auto& list = session->list;
+  Select({0});
+  list.SetTag(1, true);
+  list.SetTag(2, true);
+  const auto focusAfter = [&](CommandId id) { return Run(id), session->TargetIndex(); };
+  EXPECT_EQ(focusAfter(CommandId::SelectTagged), 1) << "what is renamed is selected";
+  EXPECT_EQ(list.currentIndex, 1);
+  EXPECT_EQ(focusAfter(CommandId::SelectAll), 1);
+  list.focusIndex = 2;
+  EXPECT_EQ(focusAfter(CommandId::SelectTagged), 2);
+  EXPECT_EQ(focusAfter(CommandId::InvertSelection), 0);
+  EXPECT_EQ(focusAfter(CommandId::SelectNone), 0);
+  Run(CommandId::FilmStripSide);
+  EXPECT_EQ(focusAfter(CommandId::SelectTagged), 0) << "the picture on show tells what is meant";
+}
+
 TEST_F(Views, WheelGoesFromImageToImage) {
   settings::Settings settings;
   settings.catalogue.wraparound = 1;

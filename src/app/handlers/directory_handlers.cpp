@@ -1,4 +1,3 @@
-#include <QScopeGuard>
 #include <optional>
 #include <string>
 
@@ -14,6 +13,7 @@
 #include "catalogue/directory_edits.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/read_directory.h"
 #include "platform/start_program.h"
 
 namespace ml::app {
@@ -32,13 +32,23 @@ std::optional<std::string> OnShowBelow(const Session& session, const std::string
 }
 
 /// Goes to the directory above first where the one that changes is on show: its tags and its order are saved as long
-/// as it is there. Then `act` runs on a thread of its own, with nobody else at the files.
+/// as it is there. Then `act` runs on a thread of its own, with nobody else at the files. If it fails, the window goes
+/// back, so that the next key means the same directory again.
 void ChangeDirectory(CommandContext& context, const std::string& directory, std::string_view what,
                      const std::function<void(platform::EditBatch&)>& act) {
   auto& session = context.session;
-  if (OnShowBelow(session, directory)) session.Images().LoadDirectory(Above(directory), "");
-  const auto settle = qScopeGuard([&] { context.view.RefreshTree(); });
-  RunWholeJob(context, {std::string(what), [&](const ImageJobTools& tools) { act(tools.batch); }});
+  const auto shown = session.Images().Directory();
+  const auto image = session.list.currentPath;
+  const bool leaves = OnShowBelow(session, directory).has_value();
+  if (leaves) session.Images().LoadDirectory(Above(directory), "");
+  try {
+    RunWholeJob(context, {std::string(what), [&](const ImageJobTools& tools) { act(tools.batch); }});
+  } catch (...) {
+    context.view.RefreshTree();
+    if (leaves && platform::IsDirectory(shown)) session.Images().LoadDirectory(shown, image);
+    throw;
+  }
+  context.view.RefreshTree();
 }
 
 void NewFolder(CommandContext& context) {

@@ -137,6 +137,7 @@ void Undo(CommandContext& context) {
   const auto settle = [&](const std::vector<std::string>& files) {
     session.FilesChanged(files);
     session.Images().RefreshDirectory();
+    session.BringBackTags(files);
     context.view.ScrollToTop(top);
     context.view.RefreshTree();
   };

@@ -16,6 +16,8 @@ void EditIptc(CommandContext& context) {
   sheet->restoreGeometry(QByteArray(place.data(), static_cast<qsizetype>(place.size())));
   sheet->ShowPage(session.iptcPage);
   sheet->exec();
+  // Closed together with its question, the sheet may take the keys with it: the window manager meant them for it.
+  context.frame.activateWindow();
   place = sheet->saveGeometry().toStdString();
   session.iptcPage = sheet->Page();
   TakeIptcRules(sheet->Rules(), session);

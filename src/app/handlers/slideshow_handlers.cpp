@@ -51,8 +51,8 @@ void HandBack(const SlideshowState& state, CommandContext& context) {
   session.settings.display.highQualityMode = state.highQuality ? 1 : 0;
   auto& list = session.list;
   const int index = state.CurrentPath() != nullptr ? list.IndexOfPath(*state.CurrentPath()) : list.currentIndex;
-  if (IsFilmStrip(session.mode) && list.ValidIndex(index)) {
-    list.SelectOnly(index);
+  if (session.mode != ViewMode::Main && list.ValidIndex(index)) {
+    if (IsFilmStrip(session.mode) || list.SelectedCount() < 2) list.SelectOnly(index);
     list.focusIndex = index;
   }
   context.view.LoadImage(index, Reload::Force);

@@ -13,11 +13,22 @@ void ForAll(CommandContext& context) {
   (context.session.list.*change)();
 }
 
+/// In the thumbnail view, where only the focus tells which image a command for one means.
+void BringFocusToSelection(CommandContext& context) {
+  auto& list = context.session.list;
+  if (context.session.mode != ViewMode::Thumbnails || !list.ValidIndex(list.focusIndex)) return;
+  const auto selected = list.SelectedIndices();
+  if (selected.empty() || list.marks[static_cast<std::size_t>(list.focusIndex)].selected) return;
+  list.focusIndex = selected.front();
+  context.view.LoadImage(list.focusIndex, Reload::IfOther);
+}
+
 /// The selection commands also bring the list to the keyboard, so that the next key acts on what they chose.
 template <void (catalogue::ImageList::*change)()>
 void Select(CommandContext& context) {
   context.view.FocusList();
   ForAll<change>(context);
+  BringFocusToSelection(context);
 }
 
 void ToggleTag(CommandContext& context) {

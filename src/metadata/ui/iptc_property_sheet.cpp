@@ -87,6 +87,8 @@ QWidget* CIptcPropertySheet::MakeSteps() {
   }
   place_ = MakeStatus(whole);
   line->addWidget(place_, 1);
+  report_ = new QLabel(whole);
+  line->addWidget(report_);
   tokens_ = new IptcTokenButton([this](std::string_view token) { return host_.expand(image_, token); }, whole);
   line->addWidget(tokens_);
   return whole;
@@ -160,11 +162,10 @@ QWidget* CIptcPropertySheet::MakeButtons() {
       MakeApply(kIptcApplyToAll, merges.arg(ToQString(Images(images_.all.size()))), &CIptcPropertySheet::ApplyToAll);
   apply_ = MakeApply(kIptcApply, QStringLiteral("Write these values into the image"), &CIptcPropertySheet::Apply);
   apply_->setDefault(true);
-  report_ = MakeStatus(whole);
   line->addWidget(load);
   line->addWidget(save);
   line->addWidget(platform::ui::MakeHelpButton(platform::HelpPage::Iptc, *this));
-  line->addWidget(report_, 1);
+  line->addStretch(1);
   for (auto* button : {selected_, all, apply_, close}) line->addWidget(button);
   setTabOrder(apply_, close);
   return whole;

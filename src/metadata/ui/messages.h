@@ -48,7 +48,7 @@ inline std::string ReplaceByFile(const std::string& path) {
 inline std::string WriteInto(std::size_t count) { return "Write these values into " + Images(count) + "?"; }
 inline std::string WrittenText(int written, int unchanged) {
   auto text = Images(static_cast<std::size_t>(written)) + " written";
-  if (unchanged > 0) text += ", " + std::to_string(unchanged) + " had these values already";
+  if (unchanged > 0) text += ", " + std::to_string(unchanged) + " left as they were";
   return text;
 }
 

@@ -113,7 +113,7 @@ class JobWindow final : public QDialog {
   }
 
  private:
-  static constexpr int kTextWidth = 56, kLongestLine = 100, kRefreshMilliseconds = 50;
+  static constexpr int kTextWidth = 56, kRefreshMilliseconds = 50;
 
   void AddBar(QProgressBar& bar, const char* name) {
     bar.setRange(0, 100);
@@ -124,7 +124,7 @@ class JobWindow final : public QDialog {
 
   /// Long paths lose their middle: the window stays on the screen and does not jump.
   QString Shortened(const std::string& text) const {
-    const int room = fontMetrics().averageCharWidth() * kLongestLine;
+    const int room = isVisible() ? text_.width() : text_.minimumWidth();
     auto lines = ToQString(text).split(QLatin1Char('\n'));
     for (auto& line : lines) line = fontMetrics().elidedText(line, Qt::ElideMiddle, room);
     return lines.join(QLatin1Char('\n'));

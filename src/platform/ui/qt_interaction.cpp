@@ -83,7 +83,7 @@ std::optional<std::string> RunSaveAs(QWidget* parent, const Interaction::SaveAsQ
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilters(NameFilters(question.filter));
   dialog.setDefaultSuffix(ToQString(question.defaultExtension));
-  const QString start = PathToQt(question.start);
+  const QString start = DialogStart(question.start);
   if (QFileInfo(start).isDir()) {
     dialog.setDirectory(start);
   } else {

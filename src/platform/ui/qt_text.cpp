@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 
+#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace ml::platform::ui {
@@ -24,8 +25,13 @@ QString ToQString(std::string_view bytes) { return QString::fromStdString(ToDisp
 
 QString ToLabel(std::string_view bytes) { return QString::fromStdString(ToDisplayLine(bytes)); }
 
-QString PathToQt(std::string_view path) {
-  return QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
+QString DialogStart(std::string_view path) {
+  while (true) {
+    const auto name = QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
+    if (PathFromQt(name) == path) return name;
+    while (path.ends_with('/')) path.remove_suffix(1);
+    path = DirectoryOf(path);
+  }
 }
 
 std::string PathFromQt(const QString& path) { return QFile::encodeName(path).toStdString(); }

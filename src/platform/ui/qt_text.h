@@ -11,8 +11,8 @@ namespace ml::platform::ui {
 QString ToQString(std::string_view bytes);
 /// The same on one line: control characters, which a name may hold, become blanks.
 QString ToLabel(std::string_view bytes);
-/// A path, or any other text whose bytes come back by PathFromQt(), as the toolkit takes file names.
-QString PathToQt(std::string_view path);
+/// Where a file dialog begins that is to begin at `path`: the first directory above where the toolkit cannot name it.
+QString DialogStart(std::string_view path);
 /// What the toolkit gave as a file name, as bytes.
 std::string PathFromQt(const QString& path);
 /// `text` for a tool tip: shown as it stands, never read as markup. Empty for an empty text.

@@ -7,7 +7,6 @@
 namespace ml::rawconvert::ui {
 namespace {
 
-using platform::ui::PathToQt;
 using platform::ui::ToQString;
 
 constexpr int kFolderWidth = 40, kLongestExample = 70;  ///< in characters
