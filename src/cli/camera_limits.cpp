@@ -55,10 +55,10 @@ CameraLimits LimitsOf(const std::string& path, const metadata::ExifData& exif, M
   const auto remark = [&](const std::string& what) {
     limits.remark += (limits.remark.empty() ? exif.model + " " : "; ") + what;
   };
-  if (!rawconvert::CanDevelop(camera, method)) {
-    limits.method = Method::Normal;
-    remark(std::string("does not support ") + Name(method) + " conversion, the normal method is used");
-  }
+  const bool can = rawconvert::CanDevelop(camera, method);
+  if (!can) remark(std::string("does not support ") + Name(method) + " conversion, the normal method is used");
+  // The dialog of the window does the same. Others that cannot be combined keep their name with the letter, as there.
+  if (!can && family.is8BitOnly) limits.method = Method::Normal;
   if (family.is8BitOnly && rawconvert::FactsOf(format).bits16) {
     remark("only supports 8-bit conversion, the picture has 8 bits");
   }

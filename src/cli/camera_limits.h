@@ -11,7 +11,7 @@ namespace ml::cli {
 
 /// How a raw file is converted where its camera cannot do all that was asked for.
 struct CameraLimits {
-  rawconvert::Method method = rawconvert::Method::Normal;
+  rawconvert::Method method = rawconvert::Method::Normal;  ///< to convert it by, which its name tells
   std::string remark;  ///< what of it the camera cannot do, without a full stop; empty for nothing
 };
 

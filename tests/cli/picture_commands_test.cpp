@@ -128,7 +128,10 @@ TEST_F(PictureCommand, ConvertTellsWhatACameraCannotDo) {
   EXPECT_EQ(combined[1]["message"],
             "Canon PowerShot G1 does not support combined conversion, the normal method is used; only supports 8-bit "
             "conversion, the picture has 8 bits; does not know RawConvertTone=1");
-  EXPECT_EQ(combined[2]["output"], out + "a.tif");
+  EXPECT_EQ(combined[2]["output"], out + "aC.tif") << "named by what was asked for, as in the window";
+  EXPECT_EQ(combined[2]["message"],
+            "NIKON D1H does not support combined conversion, the normal method is used; does not know "
+            "RawConvertTone=1");
   EXPECT_EQ(linear[1]["output"], out + "g1.tif");
   EXPECT_EQ(linear[2]["output"], out + "aL.tif");
   EXPECT_EQ(linear[2]["message"], "NIKON D1H does not know RawConvertTone=1");
