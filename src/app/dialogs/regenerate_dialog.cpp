@@ -1,4 +1,5 @@
 #include "app/dialogs/regenerate_dialog.h"
+#include "catalogue/job_names.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -17,7 +18,7 @@ constexpr int kTextWidth = 52;  ///< in characters
 class RegenerateDialog final : public QDialog {
  public:
   RegenerateDialog(QWidget& parent, int count, const imagefiles::EmbeddedJpegSettings& start) : QDialog(&parent) {
-    setWindowTitle(QStringLiteral("Regenerate embedded JPEGs"));
+    setWindowTitle(QLatin1String(catalogue::kRegenerateJob));
     auto* layout = new QVBoxLayout(this);
     auto* what = new QLabel(
         QStringLiteral("The raw data are developed as they were shot. The JPEG made of them takes the place of the one "

@@ -28,8 +28,7 @@ using imagefiles::ExtractSettings;
 using imagefiles::ToolReport;
 using imagefiles::ToolRun;
 
-constexpr std::string_view kExportJob = "Export EXIF Data", kCopyFromJob = "Copy EXIF Data",
-                           kCopyFromTitle = "Copy EXIF data from",
+constexpr std::string_view kCopyFromJob = "Copy EXIF Data", kCopyFromTitle = "Copy EXIF data from",
                            kCopyFromFilter =
                                "Images (*.jpg;*.jpe;*.jpeg;*.tif;*.tiff;*.crw;*.thm;*.nef;*.mrw;*.orf;"
                                "*.raf;*.pef)|*.jpg;*.jpe;*.jpeg;*.tif;*.tiff;*.crw;*.thm;*.nef;*.mrw;"
@@ -152,7 +151,7 @@ void ExportExif(CommandContext& context) {
   const auto write = [&](const EditTools& tools, const ToolRun& run) {
     imagefiles::ExportExif(choice->all ? images.all : images.selected, choice->settings, session.locale, tools, run);
   };
-  const auto report = RunToolJob(context, {std::string(kExportJob), write});
+  const auto report = RunToolJob(context, {std::string(messages::kExportTitle), write});
   if (const int count = CountDone(report); count > 0) ShowStatus(context, Exported(count));
   TellNotes(context, report);
 }

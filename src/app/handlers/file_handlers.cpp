@@ -14,6 +14,8 @@
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "catalogue/delete_files.h"
+#include "catalogue/job_names.h"
+#include "catalogue/messages.h"
 #include "catalogue/new_name.h"
 #include "catalogue/renamed_names.h"
 #include "catalogue/shooting_timestamps.h"
@@ -35,10 +37,10 @@ void Transfer(CommandContext& context) {
   const auto paths = TargetsOf(context, kMove ? kSelectToMove : kSelectToCopy);
   if (paths.empty()) return;
   const std::string here(platform::DirectoryOf(session.list.files.front()));
-  const auto typed =
-      AskDirectory(context.frame, {.title = kMove ? kMoveTitle : kCopyTitle,
-                                   .prompt = kDestinationPrompt,
-                                   .start = session.lastDestination.empty() ? here : session.lastDestination});
+  const auto typed = AskDirectory(
+      context.frame, {.title = kMove ? kMoveTitle : kCopyTitle,
+                      .prompt = kDestinationPrompt,
+                      .start = session.lastDestination.empty() ? here : session.lastDestination});
   if (!typed) return;
   const auto directory = catalogue::TransferDirectory(*typed, session.Images().Directory(), session.Ask());
   if (!directory) return;
@@ -63,7 +65,7 @@ void DeleteImages(CommandContext& context, bool permanent) {
   if (ask && session.Ask().ask(DeleteQuestion(paths.size(), to)) != platform::Button::Yes) return;
   std::ranges::reverse(paths);
   imagefiles::CompanionFinder companions(session.ImageOptions());
-  RunRemoving(context, {.title = std::string(kDeleteJob),
+  RunRemoving(context, {.title = std::string(catalogue::kDeleteJob),
                         .progressVerb = "Deleting",
                         .paths = paths,
                         .act = [&](const std::string& path, const ImageJobTools& tools) {
@@ -93,9 +95,9 @@ void RenameImage(CommandContext& context) {
   if (!name || *name == platform::FileName(path)) return;
   auto& worker = session.Worker();
   const platform::PauseGuard pause(worker);
-  platform::EditBatch batch(session.Journal().Edits(), std::string(kRenameJob));
+  platform::EditBatch batch(session.Journal().Edits(), std::string(catalogue::kRenameJob));
   const auto settle = qScopeGuard([&] {
-    CommitEdits(context, std::string(kRenameJob), batch);
+    CommitEdits(context, std::string(catalogue::kRenameJob), batch);
     context.view.NamesChanged();
   });
   worker.RenameOne(path, std::string(platform::DirectoryOf(path)) + *name, catalogue::CaseMode::Unchanged,
@@ -110,7 +112,7 @@ void Timestamp(CommandContext& context) {
   imagefiles::CompanionFinder companions(session.ImageOptions());
   const auto options = session.ImageOptions();
   std::vector<std::string> failed;
-  RunImageJob(context, {.title = std::string(kTimestampJob),
+  RunImageJob(context, {.title = std::string(catalogue::kTimestampJob),
                         .progressVerb = "Setting the time of",
                         .paths = paths,
                         .act = [&](const std::string& path, const ImageJobTools& tools) {
@@ -121,7 +123,8 @@ void Timestamp(CommandContext& context) {
                         }});
   session.FilesChanged({});
   if (failed.empty()) return;
-  throw platform::UserError(paths.size() == 1 ? UnableToSetTimestamp(failed.front()) : ErrorSettingTimestamps(failed));
+  throw platform::UserError(paths.size() == 1 ? catalogue::UnableToSetTimestamp(failed.front())
+                                              : ErrorSettingTimestamps(failed));
 }
 
 /// Marks, custom order and the current image go back with their files.

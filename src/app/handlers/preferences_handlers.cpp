@@ -7,6 +7,7 @@
 #include "app/preferences/preference_changes.h"
 #include "app/preferences/ui/preferences_dialog.h"
 #include "app/session.h"
+#include "imagefiles/profile_finder.h"
 #include "platform/paths.h"
 
 namespace ml::app {
@@ -14,13 +15,10 @@ namespace {
 
 constexpr const char* kPlaceName = "Preferences";
 
-/// Where the desktop keeps the profiles of all users.
-constexpr std::string_view kSystemProfiles = "/usr/share/color/icc";
-
 std::optional<std::string> BrowseForProfile(QWidget& parent, const std::string& path) {
   const auto answer = OpenFile(parent, {.title = std::string(kChooseProfileTitle),
                                         .filter = std::string(kProfileFilter),
-                                        .start = path.empty() ? std::string(kSystemProfiles) : path});
+                                        .start = path.empty() ? imagefiles::kSystemProfiles : path});
   if (!answer) return std::nullopt;
   return answer->path;
 }
