@@ -50,26 +50,28 @@ DevelopedRaw DevelopNefFile(const Order& order) {
   return {DevelopNef(sensor, settings, order.Watch()), order.depth.output16};
 }
 
-DevelopedRaw DevelopCameraImage(const Order& order) {
+CameraImageSettings CameraImageSettingsOf(const Order& order) {
   const auto& settings = order.settings;
   const auto& develop = settings.develop;
-  CameraImage image(order.path, order.developer.CameraImages());
-  if (!image.error.empty()) throw platform::UserError(image.error);
-  image.SetDigitalGain(develop.ExposureCompensation());
-  image.falseColourFilter = settings.falseColourFilter != 0;
   // The first picture of a run is the one whose balance the others take: it has that of the settings.
   const bool reuse = settings.sameWhiteBalance != 0 && order.developer.CameraImages().coefficients.Known();
   const auto point = develop.CustomPoint();
-  image.SetWhiteBalance(reuse ? camera_white_balance::kReuse : develop.WhiteBalance());
-  image.customX = point.x;
-  image.customY = point.y;
-  image.colourTemperature = settings.colourTemperature1D;
-  image.linear = settings.method == Method::Linear;
-  image.colourMatrix = static_cast<std::uint16_t>(settings.colourMatrix);
-  image.falseResolutionFilter = settings.falseResolutionFilter != 0;
-  image.edgeLevel = static_cast<std::uint16_t>(settings.sharpnessLevel);
-  image.edgeObject = static_cast<std::uint16_t>(settings.sharpnessObject);
-  auto pixels = image.Develop(order.exif.model, order.depth.work16, order.Watch());
+  return {.digitalGain = develop.ExposureCompensation(),
+          .whiteBalance = reuse ? camera_white_balance::kReuse : develop.WhiteBalance(),
+          .customX = point.x,
+          .customY = point.y,
+          .colourTemperature = settings.colourTemperature1D,
+          .colourMatrix = static_cast<std::uint16_t>(settings.colourMatrix),
+          .edgeLevel = static_cast<std::uint16_t>(settings.sharpnessLevel),
+          .edgeObject = static_cast<std::uint16_t>(settings.sharpnessObject),
+          .falseColourFilter = settings.falseColourFilter != 0,
+          .falseResolutionFilter = settings.falseResolutionFilter != 0,
+          .linear = settings.method == Method::Linear};
+}
+
+DevelopedRaw DevelopCameraImage(const Order& order) {
+  CameraImage image(order.path, order.developer.CameraImages());
+  auto pixels = image.Develop(CameraImageSettingsOf(order), order.exif.model, order.depth.work16, order.Watch());
   const bool wide = pixels.bytesPerSample == 2;
   return {std::move(pixels), wide && order.depth.output16};
 }
