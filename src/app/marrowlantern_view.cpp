@@ -222,7 +222,7 @@ void CMarrowlanternView::SettingsChanged() {
 }
 
 void CMarrowlanternView::BlackAndWhiteChanged() {
-  thumbnails_->SetBlackAndWhite(session_.blackAndWhite);
+  thumbnails_->SetBlackAndWhite(session_.memory.blackAndWhite);
   if (session_.mode != ViewMode::Thumbnails) ReloadImage();
 }
 

@@ -40,11 +40,11 @@ void Transfer(CommandContext& context) {
   const auto typed = AskDirectory(
       context.frame, {.title = kMove ? kMoveTitle : kCopyTitle,
                       .prompt = kDestinationPrompt,
-                      .start = session.lastDestination.empty() ? here : session.lastDestination});
+                      .start = session.memory.lastDestination.empty() ? here : session.memory.lastDestination});
   if (!typed) return;
   const auto directory = catalogue::TransferDirectory(*typed, session.Images().Directory(), session.Ask());
   if (!directory) return;
-  session.lastDestination = *directory;
+  session.memory.lastDestination = *directory;
 
   RunTransfer(context, kind, *directory, paths);
 }

@@ -14,10 +14,10 @@ void EditIptc(CommandContext& context) {
   if (!sheet) return;
   auto& place = session.settings.dialogPlaces[kPlaceName];
   sheet->restoreGeometry(QByteArray(place.data(), static_cast<qsizetype>(place.size())));
-  sheet->ShowPage(session.iptcPage);
+  sheet->ShowPage(session.memory.iptcPage);
   sheet->exec();
   place = sheet->saveGeometry().toStdString();
-  session.iptcPage = sheet->Page();
+  session.memory.iptcPage = sheet->Page();
   TakeIptcRules(sheet->Rules(), session);
 }
 

@@ -35,8 +35,8 @@ SlideshowState StateFrom(const Session& session) {
   state.formatString = from.formatString;
   state.bottomCaption = from.bottomCaption != 0;
   state.showCaption = from.showCaption != 0;
-  state.highQuality = session.Quality().highQuality;
-  state.blackAndWhite = session.Quality().greyscale;
+  state.highQuality = session.settings.display.highQualityMode != 0;
+  state.blackAndWhite = session.memory.blackAndWhite;
   state.allImages = ImagesFor(session);
   return state;
 }
@@ -56,8 +56,8 @@ void HandBack(const SlideshowState& state, CommandContext& context) {
     list.focusIndex = index;
   }
   context.view.LoadImage(index, Reload::Force);
-  if (session.blackAndWhite == state.blackAndWhite) return;
-  session.blackAndWhite = state.blackAndWhite;
+  if (session.memory.blackAndWhite == state.blackAndWhite) return;
+  session.memory.blackAndWhite = state.blackAndWhite;
   context.view.BlackAndWhiteChanged();
 }
 
