@@ -93,7 +93,7 @@ int Session::ThumbnailEdge() const {
 }
 
 void Session::SetThumbnailScale(double scale) {
-  worker_.SetThumbnailSize(static_cast<int>(std::lround(ThumbnailEdge() * std::max(scale, 1.0))), true);
+  worker_.SetThumbnailSize(static_cast<int>(std::lround(ThumbnailEdge() * std::max(scale, 1.0))));
 }
 
 void Session::RemakeThumbnails() { worker_.SetMaker(MakerFor(settings)); }
