@@ -1,5 +1,4 @@
 #include "app/dialogs/regenerate_dialog.h"
-#include "catalogue/job_names.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -8,6 +7,8 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
+
+#include "catalogue/job_names.h"
 
 namespace ml::app {
 namespace {
