@@ -67,7 +67,8 @@ void CMarrowlanternView::ConnectList() {
   connect(panes_.Thumbnails(), &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
   connect(panes_.Thumbnails(), &ThumbnailListView::focusMoved, this,
           [this](int index) { GoTo(index, Reload::IfOther); });
-  connect(panes_.Thumbnails(), &ThumbnailListView::imageActivated, this, &CMarrowlanternView::ActivateImage);
+  connect(panes_.Thumbnails(), &ThumbnailListView::imageActivated, this,
+          [this] { Q_EMIT commandWanted(DoubleClickMeans()); });
   connect(panes_.Thumbnails(), &ThumbnailListView::moveWanted, this, &CMarrowlanternView::MoveSelectedTo);
   connect(panes_.Thumbnails(), &ThumbnailListView::tagToggled, this,
           [this] { Q_EMIT commandWanted(CommandId::TagImage); });
@@ -184,16 +185,16 @@ void CMarrowlanternView::AddPaneFacts(CommandState& state) const {
 }
 
 /// What the settings want but this version does not have is the main view.
-void CMarrowlanternView::ActivateImage() {
+CommandId CMarrowlanternView::DoubleClickMeans() const {
   const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
-  Q_EMIT commandWanted(HasHandler(id) ? id : CommandId::MainView);
+  return HasHandler(id) ? id : CommandId::MainView;
 }
 
 /// The same as on a thumbnail; where that leads to what is on show already, back to the thumbnails.
 void CMarrowlanternView::ActivatePicture() {
-  const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
-  const bool stays = session_.mode == ViewMode::Main && (id == CommandId::MainView || !HasHandler(id));
-  stays ? Q_EMIT commandWanted(CommandId::ThumbnailView) : ActivateImage();
+  const auto id = DoubleClickMeans();
+  const bool stays = session_.mode == ViewMode::Main && id == CommandId::MainView;
+  Q_EMIT commandWanted(stays ? CommandId::ThumbnailView : id);
 }
 
 void CMarrowlanternView::MoveSelectedTo(int position) {
@@ -298,23 +299,17 @@ void CMarrowlanternView::ShowImage(int index) { LoadImage(index, Reload::Force);
 
 void CMarrowlanternView::RecentDirectoriesChanged() { Q_EMIT recentDirectoriesChanged(); }
 
-void CMarrowlanternView::SetCurrent(int index) {
-  auto& list = session_.list;
-  list.currentIndex = list.ValidIndex(index) ? index : -1;
-  list.currentPath = list.currentIndex < 0 ? std::string() : list.files[static_cast<std::size_t>(index)];
-}
-
 void CMarrowlanternView::LoadImage(int index, Reload reload) {
   auto& list = session_.list;
   if (list.Empty()) {
-    SetCurrent(-1);
+    list.SetCurrent(-1);
     display_->Clear(EmptyText(session_));
     return;
   }
   if (!list.ValidIndex(index)) return;
-  if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
+  if (session_.mode == ViewMode::Thumbnails) return list.SetCurrent(index);
   if (index == list.currentIndex && reload == Reload::IfOther) return;
-  SetCurrent(index);
+  list.SetCurrent(index);
   display_->Show(index, panes_.ColumnWidth());
 }
 

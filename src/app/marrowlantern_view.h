@@ -108,10 +108,9 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ConnectRest();
   void TakeDropped(const catalogue::ui::DroppedFiles& files);
   void PopUpTreeMenu(const CommandActions& actions, const QPoint& where);
-  void SetCurrent(int index);
   void BringFocusToCurrent();
   void BringTargetIntoSight();
-  void ActivateImage();
+  CommandId DoubleClickMeans() const;
   void ActivatePicture();
   void MoveSelectedTo(int position);
   std::string ShortSummary(const std::string& path);

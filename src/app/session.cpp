@@ -147,8 +147,7 @@ void Session::ListReordered() {
 
 void Session::ShowImage(int index) {
   if (observer_) return observer_->ShowImage(index);
-  list.currentIndex = list.ValidIndex(index) ? index : -1;
-  list.currentPath = list.currentIndex < 0 ? "" : list.files[static_cast<std::size_t>(index)];
+  list.SetCurrent(index);
 }
 
 }  // namespace ml::app
