@@ -53,15 +53,17 @@ bool TreeIsMeant(CommandContext& context) {
   return context.session.State().treeHasFocus && context.session.mode != ViewMode::Main;
 }
 
-void DeleteImages(CommandContext& context, bool permanent) {
+/// Where deleted images go by the settings.
+DeleteTo UsualDeleteTo(const Session& session) {
+  return session.settings.catalogue.recycleDeletedFiles != 0 ? DeleteTo::Trash : DeleteTo::DeletedFolder;
+}
+
+void DeleteImages(CommandContext& context, DeleteTo to) {
   auto& session = context.session;
   auto paths = TargetsOf(context, kSelectToDelete);
   if (paths.empty()) return;
-  const auto& settings = session.settings.catalogue;
-  const auto to =
-      permanent ? DeleteTo::Nowhere : (settings.recycleDeletedFiles != 0 ? DeleteTo::Trash : DeleteTo::DeletedFolder);
   // Kept: several images are always asked for.
-  const bool ask = permanent || settings.confirmDelete != 0 || paths.size() > 1;
+  const bool ask = to == DeleteTo::Nowhere || session.settings.catalogue.confirmDelete != 0 || paths.size() > 1;
   if (ask && session.Ask().ask(DeleteQuestion(paths.size(), to)) != platform::Button::Yes) return;
   std::ranges::reverse(paths);
   imagefiles::CompanionFinder companions(session.ImageOptions());
@@ -76,11 +78,12 @@ void DeleteImages(CommandContext& context, bool permanent) {
 }
 
 void Delete(CommandContext& context) {
-  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Trash) : DeleteImages(context, false);
+  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Trash)
+                       : DeleteImages(context, UsualDeleteTo(context.session));
 }
 
 void DeletePermanently(CommandContext& context) {
-  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Nowhere) : DeleteImages(context, true);
+  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Nowhere) : DeleteImages(context, DeleteTo::Nowhere);
 }
 
 void RenameImage(CommandContext& context) {

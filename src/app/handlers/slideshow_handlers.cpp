@@ -62,9 +62,9 @@ void HandBack(const SlideshowState& state, CommandContext& context) {
 }
 
 /// Tells of failures itself: nobody above the window could.
-void Turn(CommandContext& context, const std::string& path, bool clockwise, QWidget& window) {
+void TurnAndTell(CommandContext& context, const std::string& path, imaging::Turn turn, QWidget& window) {
   try {
-    TurnImage(context, path, clockwise ? imaging::Turn::cw90 : imaging::Turn::cw270, window);
+    TurnImage(context, path, turn, window);
   } catch (const std::exception& error) {
     platform::ui::QtInteraction(&window).message(ErrorRotating(error.what()));
   }
@@ -81,8 +81,8 @@ SlideshowHost HostFor(CommandContext& context) {
                      .colour = options::ColourOptionsOf(session.settings),
                      .expand = expand},
           .setTag = [&session](const auto& path, bool on) { session.list.SetTag(session.list.IndexOfPath(path), on); },
-          .rotate = [&context](const auto& path, bool clockwise,
-                               QWidget& window) { Turn(context, path, clockwise, window); }};
+          .rotate = [&context](const auto& path, imaging::Turn turn,
+                               QWidget& window) { TurnAndTell(context, path, turn, window); }};
 }
 
 /// Made for the first show, they live as long as the view: what is still being decoded when a show ends is waited for
