@@ -49,7 +49,7 @@ void MakeAll(benchmark::State& state, const std::vector<std::string>& files) {
     std::latch toDo(kFiles);
     catalogue::CThumbnailThread worker(
         list, catalogue::ImageItemMaker({}), [&](int) { toDo.count_down(); }, threads);
-    worker.SetThumbnailSize(size, /*rebuild=*/false);
+    worker.SetThumbnailSize(size);
     worker.LoadList(files);
     toDo.wait();
   }

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "app/exit_signals.h"
+#include "app/first_load.h"
 #include "app/icons.h"
 #include "app/main_frame.h"
 #include "app/marrowlantern_view.h"
@@ -113,7 +114,7 @@ int RunApplication(int& argc, char** argv, const std::function<void(CMainFrame&,
   QObject::connect(&relay, &ThumbnailRelay::ready, &frame, &CMainFrame::ThumbnailReady);
   QObject::connect(&frame, &CMainFrame::firstShown, &frame, [&] {
     frame.View().ThumbnailSizeChanged();  // now the screen is known
-    frame.Runner().Do([&] { session.FirstLoad(start.tokens); });
+    frame.Runner().Do([&] { FirstLoad(session, start.tokens); });
     if (!session.list.Empty()) frame.View().FocusMainPane();
     if (loaded) loaded(frame, session);
   });

@@ -13,12 +13,14 @@
 #include "app/icons.h"
 #include "app/messages.h"
 #include "app/recent_directories.h"
+#include "platform/ui/field_label.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
 
 using platform::ui::ToQString;
+using platform::ui::WithoutMnemonic;
 
 /// Nothing stands for a line between groups.
 constexpr std::optional<CommandId> kToolBar[] = {
@@ -97,8 +99,6 @@ constexpr std::optional<CommandId> kTreeMenu[] = {
     CommandId::NewFolder, CommandId::RenameFolder,        CommandId::Delete, std::nullopt,
     CommandId::Explore,   CommandId::DirectoryProperties, std::nullopt,      CommandId::RefreshDirectory,
 };
-
-QString WithoutMnemonic(std::string_view text) { return ToQString(text).remove(QLatin1Char('&')); }
 
 QList<QKeySequence> KeysOf(const CommandRow& row) {
   return QKeySequence::listFromString(ToQString(row.keys), QKeySequence::PortableText);

@@ -12,17 +12,10 @@ namespace ml::app {
 
 inline constexpr std::string_view kSelectToRotate = "Please select one or more files to rotate.",
                                   kSelectToAutoRotate = "Please select one or more JPEG images to rotate.",
-                                  kSelectToEmbed = "Please select one or more JPEG images.",
-                                  kSelectForThumbnails = "Please select one or more JPEG images.",
+                                  kSelectJpegs = "Please select one or more JPEG images.",
                                   kSelectToRegenerate = "Please select one or more CRW images.";
 
-/// Names of the commands, for the progress window and for undo.
-inline constexpr std::string_view kRotateJob = "Rotate Image", kAutoRotateJob = "Auto Rotate JPEG Images",
-                                  kCommentJob = "Edit Comments", kAdjustDateJob = "Adjust Image Date/Time",
-                                  kEmbedJob = "Embed Color Profile", kThumbnailJob = "Regenerate JPEG Thumbnails",
-                                  kRegenerateJob = "Regenerate embedded JPEGs",
-                                  kViewingJpegJob = "Creating Canon EOS 1D/1Ds viewing JPEG",
-                                  kIptcJob = "Edit IPTC Data";
+inline constexpr std::string_view kViewingJpegJob = "Creating Canon EOS 1D/1Ds viewing JPEG";
 
 inline constexpr std::string_view kDoNotAskAgain = "Do not ask this again";
 

@@ -19,11 +19,6 @@ inline constexpr std::string_view kSelectToDelete = "Please select one or more f
 inline constexpr std::string_view kCopyTitle = "Copy Images To Directory", kMoveTitle = "Move Images To Directory",
                                   kDestinationPrompt = "Enter destination directory:";
 
-/// Names of the commands, for the progress window and for undo.
-inline constexpr std::string_view kCopyJob = "Copy Images", kMoveJob = "Move Images", kDeleteJob = "Delete",
-                                  kRenameJob = "Rename Image", kBatchRenameJob = "Batch Rename",
-                                  kTimestampJob = "Timestamp";
-
 inline platform::MessageBox DeleteQuestion(std::size_t count, catalogue::DeleteTo to) {
   using catalogue::DeleteTo;
   const bool one = count == 1;
@@ -55,10 +50,6 @@ inline std::string RenamingImages(std::size_t count) {
   return "Renaming " + std::to_string(count) + (count == 1 ? " image" : " images");
 }
 inline std::string RenamePrompt(const std::string& name) { return "Rename '" + name + "' to:"; }
-
-inline std::string UnableToSetTimestamp(const std::string& path) {
-  return "Unable to set the timestamp for file:\n" + path;
-}
 
 inline std::string ErrorSettingTimestamps(const std::vector<std::string>& paths) {
   return "Error setting timestamps" + PathLines(paths);

@@ -10,14 +10,14 @@
 #include <QVBoxLayout>
 
 #include "app/command_runner.h"
+#include "platform/ui/field_label.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
 namespace {
 
 using platform::ui::ToQString;
-
-QString WithoutMnemonic(std::string_view text) { return ToQString(text).remove(QLatin1Char('&')); }
+using platform::ui::WithoutMnemonic;
 
 QString NativeKeys(std::string_view keys) {
   const auto list = QKeySequence::listFromString(ToQString(keys), QKeySequence::PortableText);

@@ -32,12 +32,12 @@ void HistogramDisplay::Refresh() {
 }
 
 void HistogramDisplay::ToggleWindow() {
-  session_.histogramShown = !session_.histogramShown;
+  session_.memory.histogramShown = !session_.memory.histogramShown;
   ModeChanged();
 }
 
 void HistogramDisplay::ModeChanged() {
-  const bool show = session_.histogramShown && session_.mode != ViewMode::Thumbnails;
+  const bool show = session_.memory.histogramShown && session_.mode != ViewMode::Thumbnails;
   if (show && !window_) MakeWindow();
   if (!window_ || show == window_->isVisible()) return;
   if (show) Refresh();
@@ -54,7 +54,7 @@ void HistogramDisplay::MakeWindow() {
     session_.settings.display.histogramY = position.y();
   });
   connect(window_, &HistogramWindow::closed, this, [this] {
-    session_.histogramShown = false;
+    session_.memory.histogramShown = false;
     Q_EMIT changed();
   });
 }

@@ -7,6 +7,7 @@
 #include "app/jobs/image_job.h"
 #include "app/messages.h"
 #include "app/session.h"
+#include "catalogue/job_names.h"
 #include "imagefiles/edits/iptc_edits.h"
 #include "imagefiles/raw_files.h"
 #include "metadata/format_strings/format_strings.h"
@@ -31,7 +32,7 @@ const platform::Clock& TheClock() {
 void ApplyToOne(Session& session, const std::string& path, const metadata::IptcSheetValues& values) {
   const auto options = session.ImageOptions();
   imagefiles::CompanionFinder companions(options);
-  platform::EditBatch batch(session.Journal().Edits(), std::string(kIptcJob));
+  platform::EditBatch batch(session.Journal().Edits(), std::string(catalogue::kIptcJob));
   {
     const auto file = imagefiles::CreateImageFile(path, options);
     if (!file) throw platform::UserError(ImageIsGone(path));
@@ -47,7 +48,7 @@ metadata::IptcBatchReport ApplyToMany(Session& session, const metadata::IptcBatc
   const auto options = session.ImageOptions();
   imagefiles::CompanionFinder companions(options);
   platform::ui::QtInteraction ask(&parent);
-  platform::EditBatch batch(session.Journal().Edits(), std::string(kIptcJob));
+  platform::EditBatch batch(session.Journal().Edits(), std::string(catalogue::kIptcJob));
   const imagefiles::EditTools tools{.options = options, .companions = companions, .edit = {.recorder = &batch}};
   const imagefiles::IptcMergeJob job{.paths = wanted.paths,
                                      .values = metadata::ItemsOf(wanted.values, {}),
@@ -55,7 +56,8 @@ metadata::IptcBatchReport ApplyToMany(Session& session, const metadata::IptcBatc
                                      .exifTimestamp = wanted.exifTimestamp};
   std::vector<imagefiles::IptcResult> results;
   platform::ui::RunJob(
-      &parent, {.title = platform::ui::ToQString(kIptcJob), .nice = NiceOf(session.settings.raw.threadPriority)}, ask,
+      &parent,
+      {.title = platform::ui::ToQString(catalogue::kIptcJob), .nice = NiceOf(session.settings.raw.threadPriority)}, ask,
       [&](const platform::JobHost& host, const std::stop_token& stop) {
         results = imagefiles::MergeIptcInto(job, {tools, session.locale}, host, stop);
       });

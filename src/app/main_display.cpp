@@ -65,7 +65,7 @@ imagefiles::DisplayOptions MainDisplay::Options(int columnWidth) const {
   const auto& from = session_.settings.display;
   const auto optimise = static_cast<imagefiles::OptimiseSize>(std::clamp(from.optimiseSize, 0, 2));
   return {.limits = imagefiles::ApplyDisplayLimits({room.width(), room.height(), columnWidth}, optimise),
-          .quality = session_.Quality(),
+          .quality = {.highQuality = from.highQualityMode != 0, .greyscale = session_.memory.blackAndWhite},
           .file = session_.ImageOptions(),
           .colour = options::ColourOptionsOf(session_.settings),
           .highlights = HighlightOptionsFrom(from),

@@ -187,7 +187,7 @@ void CMainFrame::UpdateAll() {
 void CMainFrame::UpdateState() {
   view_->Refresh();
   actions_->Update(session_.State());
-  statusBar()->setVisible(session_.statusBarShown);
+  statusBar()->setVisible(session_.memory.statusBarShown);
   setWindowTitle(ToQString(TitleText(session_)));
   text_->setText(ToQString(StatusText(session_)));
   const bool thumbnails = session_.mode != ViewMode::Main;

@@ -1,10 +1,8 @@
 #include "app/marrowlantern_view.h"
 
 #include <QApplication>
-#include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QMenu>
-#include <QSplitter>
 
 #include "app/command_actions.h"
 #include "app/command_runner.h"
@@ -17,7 +15,7 @@
 #include "app/navigation.h"
 #include "app/picture_view.h"
 #include "app/shooting_data_display.h"
-#include "app/summary_pane.h"
+#include "app/transfer_question.h"
 #include "catalogue/ui/directory_drop.h"
 #include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
@@ -31,86 +29,59 @@ namespace {
 
 using platform::ui::ToQString;
 
-constexpr int kLeastLowerPane = 40;
-constexpr int kTreeHeight = 440, kSummaryHeight = 220;
-
 }  // namespace
 
 CMarrowlanternView::CMarrowlanternView(Session& session, QWidget* parent)
     : QWidget(parent),
       session_(session),
-      outer_(new QSplitter(Qt::Horizontal, this)),
-      left_(new QSplitter(Qt::Vertical, outer_)),
-      center_(new QSplitter(Qt::Horizontal, outer_)),
-      tree_(new catalogue::ui::DirectoryTree(left_)),
-      thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
-      picture_(new PictureView(center_)),
-      controls_(new ControlColumn(outer_)),
-      summary_(new SummaryPane(left_)),
-      film_(new QSplitter(Qt::Vertical, center_)),
-      lower_(new SummaryPane(film_)),
-      display_(new MainDisplay(session, *picture_, this)),
-      histograms_(new HistogramDisplay(session, *controls_, this)),
+      panes_(session, *this),
+      display_(new MainDisplay(session, *panes_.Picture(), this)),
+      histograms_(new HistogramDisplay(session, *panes_.Controls(), this)),
       shootingData_(new ShootingDataDisplay(session, this)) {
   session_.SetObserver(this);
-  MakePanes();
+  ApplySettings();
+  auto* thumbnails = panes_.Thumbnails();
+  thumbnails->SetEmptyText(ToQString(kNoDirectoryYet));
+  thumbnails->SetThumbnailSize(session_.ThumbnailEdge());
+  thumbnails->SetDescriber([this](const std::string& path) { return ShortSummary(path); });
+  panes_.Arrange();
   ConnectList();
   ConnectPicture();
   ConnectRest();
 }
 
-CMarrowlanternView::~CMarrowlanternView() { session_.SetObserver(nullptr); }
-
-void CMarrowlanternView::MakePanes() {
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(outer_);
-  film_->insertWidget(0, picture_);
-  for (auto* splitter : {outer_, left_, center_, film_}) {
-    splitter->setHandleWidth(kSplitterWidth);
-    splitter->setChildrenCollapsible(false);
-  }
-  film_->setCollapsible(film_->indexOf(lower_), true);
-  lower_->setAccessibleName(QStringLiteral("Shooting data"));
-  lower_->setMinimumHeight(kLeastLowerPane);
-  outer_->setStretchFactor(1, 1);
-  center_->setStretchFactor(1, 1);
-  left_->setMinimumWidth(kLeastPane);
-  left_->setStretchFactor(0, 1);
-  left_->setSizes({kTreeHeight, kSummaryHeight});
-  controls_->setMinimumWidth(kLeastPane);
-
-  ApplySettings();
-  thumbnails_->SetEmptyText(ToQString(kNoDirectoryYet));
-  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
-  thumbnails_->SetDescriber([this](const std::string& path) { return ShortSummary(path); });
-  ArrangeFilmStrip();
+CMarrowlanternView::~CMarrowlanternView() {
+  session_.SetObserver(nullptr);
+  disconnect(qApp, nullptr, this, nullptr);  // the panes lose the focus as they go
 }
 
 void CMarrowlanternView::ApplySettings() {
   const auto& from = session_.settings.catalogue;
-  tree_->SetShowHidden(from.showHiddenDirectories != 0);
-  thumbnails_->SetColours(from.thumbnailBackgroundColour);
-  thumbnails_->SetTagOutline(from.outlineTaggedThumbnails);
+  panes_.Tree()->SetShowHidden(from.showHiddenDirectories != 0);
+  panes_.Thumbnails()->SetColours(from.thumbnailBackgroundColour);
+  panes_.Thumbnails()->SetTagOutline(from.outlineTaggedThumbnails);
 }
 
 void CMarrowlanternView::ConnectList() {
   using catalogue::ui::ThumbnailListView;
-  connect(thumbnails_, &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
-  connect(thumbnails_, &ThumbnailListView::focusMoved, this, [this](int index) { GoTo(index, Reload::IfOther); });
-  connect(thumbnails_, &ThumbnailListView::imageActivated, this, &CMarrowlanternView::ActivateImage);
-  connect(thumbnails_, &ThumbnailListView::moveWanted, this, &CMarrowlanternView::MoveSelectedTo);
-  connect(thumbnails_, &ThumbnailListView::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
-  connect(thumbnails_, &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
-  connect(thumbnails_, &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
+  connect(panes_.Thumbnails(), &ThumbnailListView::selectionEdited, this, &CMarrowlanternView::changed);
+  connect(panes_.Thumbnails(), &ThumbnailListView::focusMoved, this,
+          [this](int index) { GoTo(index, Reload::IfOther); });
+  connect(panes_.Thumbnails(), &ThumbnailListView::imageActivated, this,
+          [this] { Q_EMIT commandWanted(DoubleClickMeans()); });
+  connect(panes_.Thumbnails(), &ThumbnailListView::moveWanted, this, &CMarrowlanternView::MoveSelectedTo);
+  connect(panes_.Thumbnails(), &ThumbnailListView::tagToggled, this,
+          [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(panes_.Thumbnails(), &ThumbnailListView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(panes_.Thumbnails(), &ThumbnailListView::pixelRatioChanged, this, &CMarrowlanternView::ThumbnailSizeChanged);
 }
 
 void CMarrowlanternView::ConnectPicture() {
-  connect(picture_, &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
-  connect(picture_, &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
-  connect(picture_, &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
-  connect(picture_, &PictureView::doubleClicked, this, &CMarrowlanternView::ActivatePicture);
-  connect(picture_, &PictureView::pixelSizeChanged, this,
+  connect(panes_.Picture(), &PictureView::colourUnderMouse, this, &CMarrowlanternView::colourUnderMouse);
+  connect(panes_.Picture(), &PictureView::pathsDropped, this, &CMarrowlanternView::pathsDropped);
+  connect(panes_.Picture(), &PictureView::wheelTurned, this, &CMarrowlanternView::TurnWheel);
+  connect(panes_.Picture(), &PictureView::doubleClicked, this, &CMarrowlanternView::ActivatePicture);
+  connect(panes_.Picture(), &PictureView::pixelSizeChanged, this,
           [this] { LoadImage(session_.list.currentIndex, Reload::Force); });
   connect(display_, &MainDisplay::shown, this, [this] {
     histograms_->Refresh();
@@ -122,33 +93,30 @@ void CMarrowlanternView::ConnectPicture() {
 }
 
 void CMarrowlanternView::ConnectRest() {
-  connect(tree_, &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
-  connect(tree_, &catalogue::ui::DirectoryTree::filesDropped, this, &CMarrowlanternView::TakeDropped);
-  connect(controls_, &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
-  connect(controls_, &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
-  for (auto* splitter : {outer_, center_, film_}) {
-    connect(splitter, &QSplitter::splitterMoved, this, &CMarrowlanternView::TakePlaces);
-  }
+  connect(panes_.Tree(), &catalogue::ui::DirectoryTree::directoryChosen, this, &CMarrowlanternView::directoryChosen);
+  connect(panes_.Tree(), &catalogue::ui::DirectoryTree::filesDropped, this, &CMarrowlanternView::TakeDropped);
+  connect(panes_.Controls(), &ControlColumn::tagToggled, this, [this] { Q_EMIT commandWanted(CommandId::TagImage); });
+  connect(panes_.Controls(), &ControlColumn::imageChosen, this, [this](int index) { GoTo(index, Reload::IfOther); });
   // Some commands mean the tree while the keys go there.
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* from, const QWidget* to) {
-    if (from == tree_ || to == tree_) Q_EMIT changed();
+    if (from == panes_.Tree() || to == panes_.Tree()) Q_EMIT changed();
   });
   // Queued: the tree moves in the middle of loading.
   connect(
-      tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { Q_EMIT changed(); },
+      panes_.Tree()->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { Q_EMIT changed(); },
       Qt::QueuedConnection);
 }
 
 void CMarrowlanternView::SetActions(const CommandActions& actions) {
-  controls_->SetActions(actions.At(CommandId::PreviousImage), actions.At(CommandId::NextImage));
+  panes_.Controls()->SetActions(actions.At(CommandId::PreviousImage), actions.At(CommandId::NextImage));
   const auto popUp = [this, &actions](const QPoint& where) {
     QMenu menu(this);
     actions.FillContextMenu(menu);
     menu.exec(where);
   };
-  connect(thumbnails_, &catalogue::ui::ThumbnailListView::contextMenuWanted, this, popUp);
-  connect(picture_, &PictureView::contextMenuWanted, this, popUp);
-  connect(tree_, &catalogue::ui::DirectoryTree::contextMenuWanted, this,
+  connect(panes_.Thumbnails(), &catalogue::ui::ThumbnailListView::contextMenuWanted, this, popUp);
+  connect(panes_.Picture(), &PictureView::contextMenuWanted, this, popUp);
+  connect(panes_.Tree(), &catalogue::ui::DirectoryTree::contextMenuWanted, this,
           [this, &actions](const QPoint& where) { PopUpTreeMenu(actions, where); });
 }
 
@@ -162,40 +130,71 @@ void CMarrowlanternView::PopUpTreeMenu(const CommandActions& actions, const QPoi
   menu.exec(where);
 }
 
-/// Without a key that says which, the user is asked.
 void CMarrowlanternView::TakeDropped(const catalogue::ui::DroppedFiles& files) {
-  using catalogue::TransferKind;
-  auto kind = files.kind;
-  if (!kind) {
-    QMenu menu(this);
-    const auto* move = menu.addAction(QStringLiteral("&Move Here"));
-    const auto* copy = menu.addAction(QStringLiteral("&Copy Here"));
-    menu.addSeparator();
-    menu.addAction(QStringLiteral("C&ancel"));
-    const auto* chosen = menu.exec(files.position);
-    if (chosen == move) kind = TransferKind::Move;
-    if (chosen == copy) kind = TransferKind::Copy;
-  }
+  const auto kind = files.kind ? files.kind : AskTransferKind(*this, files.position);
   if (kind) Q_EMIT transferWanted(*kind, files.directory, files.paths);
 }
 
+void CMarrowlanternView::SetViewMode(ViewMode mode) {
+  const auto old = session_.mode;
+  if (mode == old) return;
+  session_.mode = mode;
+  Q_EMIT colourUnderMouse({});
+  if (IsFilmStrip(old) && IsFilmStrip(mode)) panes_.LimitPlaces();
+  if (mode == ViewMode::Thumbnails) display_->Stop();
+  // A pane that hides with the focus would hand it on as if by the Tab key.
+  if (auto* focused = focusWidget(); focused && focused->hasFocus()) focused->clearFocus();
+  panes_.Arrange();
+  panes_.Apply();
+  if (old == ViewMode::Main) {
+    BringFocusToCurrent();
+  } else if (old == ViewMode::Thumbnails) {
+    LoadImage(session_.list.currentIndex, Reload::Force);
+  }
+  BringTargetIntoSight();
+  // Once more when the panes have got their sizes, which they do with events that still come.
+  QMetaObject::invokeMethod(this, &CMarrowlanternView::BringTargetIntoSight, Qt::QueuedConnection);
+  FocusMainPane();
+  Q_EMIT viewModeChanged(mode);
+}
+
+void CMarrowlanternView::BringTargetIntoSight() {
+  if (session_.mode != ViewMode::Main) panes_.Thumbnails()->ScrollTo(session_.TargetIndex());
+}
+
+/// Coming from the picture, the list stands at the image that was on show. A selection of several images is
+/// not given up for that.
+void CMarrowlanternView::BringFocusToCurrent() {
+  auto& list = session_.list;
+  if (!list.ValidIndex(list.currentIndex)) return;
+  if (list.SelectedCount() < 2) list.SelectOnly(list.currentIndex);
+  list.focusIndex = list.currentIndex;
+  panes_.Thumbnails()->MarksChanged();
+  panes_.Thumbnails()->ScrollTo(list.currentIndex, QAbstractItemView::PositionAtTop);
+}
+
+void CMarrowlanternView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  panes_.Apply();
+}
+
 void CMarrowlanternView::AddPaneFacts(CommandState& state) const {
-  state.treeHasFocus = tree_->hasFocus();
-  state.treeHasDirectory = !tree_->Directory().empty();
-  state.treeAtDriveRoot = tree_->IsAtRoot();
+  state.treeHasFocus = panes_.Tree()->hasFocus();
+  state.treeHasDirectory = !panes_.Tree()->Directory().empty();
+  state.treeAtDriveRoot = panes_.Tree()->IsAtRoot();
 }
 
 /// What the settings want but this version does not have is the main view.
-void CMarrowlanternView::ActivateImage() {
+CommandId CMarrowlanternView::DoubleClickMeans() const {
   const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
-  Q_EMIT commandWanted(HasHandler(id) ? id : CommandId::MainView);
+  return HasHandler(id) ? id : CommandId::MainView;
 }
 
 /// The same as on a thumbnail; where that leads to what is on show already, back to the thumbnails.
 void CMarrowlanternView::ActivatePicture() {
-  const auto id = DoubleClickCommand(session_.settings.catalogue.imageDclickAction, session_.mode);
-  const bool stays = session_.mode == ViewMode::Main && (id == CommandId::MainView || !HasHandler(id));
-  stays ? Q_EMIT commandWanted(CommandId::ThumbnailView) : ActivateImage();
+  const auto id = DoubleClickMeans();
+  const bool stays = session_.mode == ViewMode::Main && id == CommandId::MainView;
+  Q_EMIT commandWanted(stays ? CommandId::ThumbnailView : id);
 }
 
 void CMarrowlanternView::MoveSelectedTo(int position) {
@@ -210,10 +209,10 @@ std::string CMarrowlanternView::ShortSummary(const std::string& path) {
 }
 
 void CMarrowlanternView::ThumbnailSizeChanged() {
-  thumbnails_->SetThumbnailSize(session_.ThumbnailEdge());
-  session_.SetThumbnailScale(static_cast<double>(thumbnails_->ThumbnailPixels()) / session_.ThumbnailEdge());
-  ArrangeFilmStrip();
-  ApplyLayout();
+  panes_.Thumbnails()->SetThumbnailSize(session_.ThumbnailEdge());
+  session_.SetThumbnailScale(static_cast<double>(panes_.Thumbnails()->ThumbnailPixels()) / session_.ThumbnailEdge());
+  panes_.Arrange();
+  panes_.Apply();
 }
 
 void CMarrowlanternView::SettingsChanged() {
@@ -222,45 +221,44 @@ void CMarrowlanternView::SettingsChanged() {
 }
 
 void CMarrowlanternView::BlackAndWhiteChanged() {
-  thumbnails_->SetBlackAndWhite(session_.blackAndWhite);
+  panes_.Thumbnails()->SetBlackAndWhite(session_.memory.blackAndWhite);
   if (session_.mode != ViewMode::Thumbnails) ReloadImage();
 }
 
 void CMarrowlanternView::ThumbnailReady(int index) {
-  if (session_.mode != ViewMode::Main) thumbnails_->ItemReady(index);
+  if (session_.mode != ViewMode::Main) panes_.Thumbnails()->ItemReady(index);
 }
 
 void CMarrowlanternView::Refresh() {
   const auto text = SummaryText(session_);
-  controls_->Refresh(session_.list, text);
-  summary_->SetText(text);
-  lower_->SetText(text);
+  panes_.Controls()->Refresh(session_.list, text);
+  panes_.SetSummary(text);
   shootingData_->Refresh();
 }
 
-std::string CMarrowlanternView::TreeDirectory() const { return tree_->Directory(); }
+std::string CMarrowlanternView::TreeDirectory() const { return panes_.Tree()->Directory(); }
 
-void CMarrowlanternView::MarksChanged() { thumbnails_->MarksChanged(); }
+void CMarrowlanternView::MarksChanged() { panes_.Thumbnails()->MarksChanged(); }
 
 std::string CMarrowlanternView::TopPath() const {
-  const int top = thumbnails_->TopVisibleIndex();
+  const int top = panes_.Thumbnails()->TopVisibleIndex();
   return session_.list.ValidIndex(top) ? session_.list.files[static_cast<std::size_t>(top)] : std::string();
 }
 
 void CMarrowlanternView::ScrollToTop(const std::string& path) {
-  thumbnails_->ScrollTo(session_.list.IndexOfPath(path), QAbstractItemView::PositionAtTop);
+  panes_.Thumbnails()->ScrollTo(session_.list.IndexOfPath(path), QAbstractItemView::PositionAtTop);
 }
 
-void CMarrowlanternView::SelectInTree(const std::string& directory) { tree_->Select(directory); }
+void CMarrowlanternView::SelectInTree(const std::string& directory) { panes_.Tree()->Select(directory); }
 
-void CMarrowlanternView::RefreshTree() { tree_->Refresh(); }
+void CMarrowlanternView::RefreshTree() { panes_.Tree()->Refresh(); }
 
 void CMarrowlanternView::FocusList() {
-  if (session_.mode != ViewMode::Main && !thumbnails_->hasFocus()) thumbnails_->setFocus();
+  if (session_.mode != ViewMode::Main && !panes_.Thumbnails()->hasFocus()) panes_.Thumbnails()->setFocus();
 }
 
 void CMarrowlanternView::FocusMainPane() {
-  session_.mode == ViewMode::Main ? picture_->setFocus() : thumbnails_->setFocus();
+  session_.mode == ViewMode::Main ? panes_.Picture()->setFocus() : panes_.Thumbnails()->setFocus();
 }
 
 void CMarrowlanternView::TurnWheel(int notches, Qt::KeyboardModifiers modifiers) {
@@ -281,54 +279,43 @@ void CMarrowlanternView::GoTo(int index, Reload reload) {
 }
 
 void CMarrowlanternView::DirectoryShown(const std::string& directory) {
-  tree_->SetDirectory(directory);
+  panes_.Tree()->SetDirectory(directory);
   Q_EMIT directoryShown();
 }
 
 void CMarrowlanternView::ListReplaced() {
-  thumbnails_->SetEmptyText(ToQString(EmptyText(session_)));
-  thumbnails_->ListReplaced();
+  panes_.Thumbnails()->SetEmptyText(ToQString(EmptyText(session_)));
+  panes_.Thumbnails()->ListReplaced();
   display_->ForgetAll();
-  controls_->ListReplaced(session_.list);
+  panes_.Controls()->ListReplaced(session_.list);
 }
 
 void CMarrowlanternView::ListReordered() {
-  thumbnails_->ListReordered();
-  controls_->ListReplaced(session_.list);
+  panes_.Thumbnails()->ListReordered();
+  panes_.Controls()->ListReplaced(session_.list);
 }
 
 void CMarrowlanternView::ShowImage(int index) { LoadImage(index, Reload::Force); }
 
 void CMarrowlanternView::RecentDirectoriesChanged() { Q_EMIT recentDirectoriesChanged(); }
 
-void CMarrowlanternView::SetCurrent(int index) {
-  auto& list = session_.list;
-  list.currentIndex = list.ValidIndex(index) ? index : -1;
-  list.currentPath = list.currentIndex < 0 ? std::string() : list.files[static_cast<std::size_t>(index)];
-}
-
 void CMarrowlanternView::LoadImage(int index, Reload reload) {
   auto& list = session_.list;
   if (list.Empty()) {
-    SetCurrent(-1);
+    list.SetCurrent(-1);
     display_->Clear(EmptyText(session_));
     return;
   }
   if (!list.ValidIndex(index)) return;
-  if (session_.mode == ViewMode::Thumbnails) return SetCurrent(index);
+  if (session_.mode == ViewMode::Thumbnails) return list.SetCurrent(index);
   if (index == list.currentIndex && reload == Reload::IfOther) return;
-  SetCurrent(index);
-  display_->Show(index, ColumnWidth());
+  list.SetCurrent(index);
+  display_->Show(index, panes_.ColumnWidth());
 }
 
 void CMarrowlanternView::ReloadImage() {
   display_->Forget(session_.list.currentPath);
   LoadImage(session_.list.currentIndex, Reload::Force);
-}
-
-/// In pixels of the screen; 0 if it is hidden.
-int CMarrowlanternView::ColumnWidth() const {
-  return controls_->isVisibleTo(this) ? static_cast<int>(controls_->width() * controls_->devicePixelRatioF()) : 0;
 }
 
 }  // namespace ml::app

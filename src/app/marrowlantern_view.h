@@ -5,33 +5,26 @@
 #include <vector>
 
 #include "app/command_table.h"
+#include "app/panes.h"
 #include "app/session.h"
 #include "app/shooting_data_memory.h"
-#include "app/view_layout.h"
 #include "catalogue/transfer_files.h"
 
-class QSplitter;
-
 namespace ml::catalogue::ui {
-class DirectoryTree;
 struct DroppedFiles;
-class ThumbnailListView;
 }  // namespace ml::catalogue::ui
 
 namespace ml::app {
 
 class CommandActions;
-class ControlColumn;
 class HistogramDisplay;
 class MainDisplay;
-class PictureView;
 class ShootingDataDisplay;
-class SummaryPane;
 
 enum class Reload { IfOther, Force };
 
-/// All panes of the window: directory tree, thumbnail list, picture, summary, shooting data, histogram. Draws the
-/// session and forwards what the user does in a pane; a view mode only decides which panes show and where.
+/// All panes of the window: directory tree, thumbnail list, picture, summary, shooting data, histogram. Shows the
+/// session in them and forwards what the user does in one; which of them show and where is the matter of Panes.
 class CMarrowlanternView final : public QWidget, private SessionObserver {
   Q_OBJECT
 
@@ -51,11 +44,11 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void ReloadImage();
 
   /// Shows the panes that mode and settings want.
-  void ApplyLayout();
+  void ApplyLayout() { panes_.Apply(); }
   /// Collapses the pane with the shooting data, or brings it back at the size it had.
-  void ToggleLowerPane();
+  void ToggleLowerPane() { panes_.ToggleLowerPane(); }
   /// Brings back the panes of the film strip that are collapsed.
-  void OpenPanes();
+  void OpenPanes() { panes_.Open(); }
   void ThumbnailSizeChanged();
   void BlackAndWhiteChanged();
   /// Colours, outlines, tree and histogram as the settings want them now.
@@ -100,7 +93,6 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void DirectoryShown(const std::string& directory) override;
@@ -110,40 +102,23 @@ class CMarrowlanternView final : public QWidget, private SessionObserver {
   void RecentDirectoriesChanged() override;
   void AddPaneFacts(CommandState& state) const override;
 
-  void MakePanes();
   void ApplySettings();
   void ConnectList();
   void ConnectPicture();
   void ConnectRest();
   void TakeDropped(const catalogue::ui::DroppedFiles& files);
   void PopUpTreeMenu(const CommandActions& actions, const QPoint& where);
-  void SetCurrent(int index);
   void BringFocusToCurrent();
   void BringTargetIntoSight();
-  void ArrangeFilmStrip();
-  SplitterPlaces Places() const;
-  void SetPlaces(const SplitterPlaces& places);
-  void TakePlaces();
-  void ActivateImage();
+  CommandId DoubleClickMeans() const;
   void ActivatePicture();
   void MoveSelectedTo(int position);
   std::string ShortSummary(const std::string& path);
-  int ColumnWidth() const;
   void TurnWheel(int notches, Qt::KeyboardModifiers modifiers);
   void GoTo(int index, Reload reload);
 
   Session& session_;
-  QSplitter* outer_;
-  QSplitter* left_;
-  QSplitter* center_;
-  catalogue::ui::DirectoryTree* tree_;
-  catalogue::ui::ThumbnailListView* thumbnails_;
-  PictureView* picture_;
-  ControlColumn* controls_;
-  SummaryPane* summary_;
-  QSplitter* film_;          ///< picture, strip where it lies below it, shooting data
-  SummaryPane* lower_;       ///< the shooting data in it
-  int lowerBeforeDrag_ = 0;  ///< its place when the mouse took hold of a splitter
+  Panes panes_;
   ShootingDataMemory hovered_;
   MainDisplay* display_;
   HistogramDisplay* histograms_;

@@ -2,14 +2,13 @@
 
 #include <functional>
 #include <memory>
-#include <set>
 #include <span>
 #include <string>
+#include <vector>
 
-#include "app/command_state.h"
-#include "app/file_kinds.h"
-#include "app/shooting_data_memory.h"
-#include "app/tool_memory.h"
+#include "app/command_facts.h"
+#include "app/run_memory.h"
+#include "app/session_observer.h"
 #include "app/view_mode.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/image_list.h"
@@ -29,19 +28,6 @@ struct CurrentImage {
   imagefiles::Histogram histogram;
 };
 
-/// Whoever shows the session.
-class SessionObserver {
- public:
-  virtual ~SessionObserver() = default;
-  virtual void DirectoryShown(const std::string& directory) = 0;
-  virtual void ListReplaced() = 0;
-  virtual void ListReordered() = 0;
-  virtual void ShowImage(int index) = 0;
-  virtual void RecentDirectoriesChanged() = 0;
-  /// Sets what only the panes know: where the keys go.
-  virtual void AddPaneFacts(CommandState& state) const = 0;
-};
-
 /// One run of the window program without its window: settings, catalogue, worker and the image on show.
 /// Everything is called on the window's thread.
 class Session final : private catalogue::CatalogueObserver {
@@ -53,15 +39,7 @@ class Session final : private catalogue::CatalogueObserver {
   catalogue::ImageList list;
   CurrentImage current;
   ViewMode mode = ViewMode::Thumbnails;
-  bool blackAndWhite = false;  ///< not remembered between runs
-  bool statusBarShown = true;
-  std::string lastDestination;  ///< of images copied or moved; not remembered between runs
-  ToolMemory tools;
-  int preferencesPage = 0;                  ///< where the Preferences open; not remembered between runs
-  int iptcPage = 0;                         ///< where the sheet of IPTC data opens; not remembered between runs
-  std::set<std::string> viewingJpegsTried;  ///< raw files; not remembered between runs
-  bool histogramShown = false;              ///< in a window of its own; not remembered between runs
-  bool shootingDataShown = false;           ///< in a window of its own; not remembered between runs
+  RunMemory memory;
   const platform::LocaleText locale = platform::LocaleText::FromEnvironment();
 
   catalogue::CThumbnailThread& Worker() { return worker_; }
@@ -74,19 +52,19 @@ class Session final : private catalogue::CatalogueObserver {
   void SetObserver(SessionObserver* observer) { observer_ = observer; }
 
   imagefiles::ImageFileOptions ImageOptions() const;
-  imagefiles::BitmapQuality Quality() const;
   /// The image that commands for one image act on; -1 if there is none.
-  int TargetIndex() const { return Target(Place()); }
+  int TargetIndex() const { return TargetIndexOf(*this); }
   /// Of that image; null if there is none. Stays valid until the next call. Texts may spell out a field of it.
-  metadata::ExifData* TargetData() const;
+  metadata::ExifData* TargetData() const { return facts_.TargetData(*this); }
+  /// Of the commands for several images: the selected ones in list order, in the main view the image on show.
+  std::vector<std::string> TargetPaths() const;
   CommandState State() const;
 
-  /// 0 small, 1 large, 2 extra large; the thumbnails are made again if the size changed.
-  void SetThumbnailSizeMode(int sizeMode);
-  /// Pixels of the screen for each of a thumbnail's; at least 1.
+  /// Edge length of the thumbnails before scaling, as the settings want it.
+  int ThumbnailEdge() const;
+  /// Pixels of the screen for each of a thumbnail's, at least 1. The thumbnails are made again if their size changes
+  /// by it, or did in the settings.
   void SetThumbnailScale(double scale);
-  /// The settings were edited: the catalogue goes by them from now on.
-  void OptionsChanged();
   /// All thumbnails are made again, as the settings want them now.
   void RemakeThumbnails();
   /// These files have other contents now: what is known of them is forgotten, their thumbnails are made again.
@@ -95,23 +73,16 @@ class Session final : private catalogue::CatalogueObserver {
   void RemoveMissing(const std::vector<std::string>& paths);
   /// Gives those of `paths`, which undo has brought back into the list, the tags with which they were taken out.
   void BringBackTags(const std::vector<std::string>& paths);
-  /// Of the commands for several images: the selected ones in list order, in the main view the image on show.
-  std::vector<std::string> TargetPaths() const;
   /// Remembers how edits are taken back.
   platform::UserJournal& Journal() { return journal_; }
   /// What develops raw files; made when it is first asked for.
   rawconvert::RawDeveloper& Developer();
   /// Another one takes its place, for tests.
   void SetDeveloper(std::unique_ptr<rawconvert::RawDeveloper> developer);
-  /// Edge length of the thumbnails before scaling.
-  int ThumbnailEdge() const;
 
   /// Shows what `paths` name, see CollectStartFiles; names that lead to nothing are told on standard error. False
   /// if nothing is left to show.
   bool Open(std::span<const std::string> paths);
-  /// Open(), or else the directory of the last run where the settings want it.
-  void FirstLoad(std::span<const std::string> names);
-
   /// Saves tags and order as when the directory is left, and brings the settings up to date. The worker
   /// stands still afterwards. Throws UserError, with all else done, if tags or order should have been saved and were
   /// not; may be called again.
@@ -124,20 +95,12 @@ class Session final : private catalogue::CatalogueObserver {
   void ListReordered() override;
   void ShowImage(int index) override;
 
-  CommandState Place() const;
-  void AddKinds(CommandState& state) const;
-  void LoadLastDirectory();
-  void ApplyThumbnailSize();
-  bool TargetFromCanonEos() const;
-
   platform::Interaction& ask_;
   SessionObserver* observer_ = nullptr;
-  double thumbnailScale_ = 1;
   platform::UserJournal journal_;
   std::unique_ptr<rawconvert::RawDeveloper> developer_;
   std::set<std::string> taggedAndGone_;
-  mutable FileKindMemory kinds_;
-  mutable ShootingDataMemory shootingData_;
+  mutable CommandFacts facts_;
   catalogue::CThumbnailThread worker_;
   catalogue::Catalogue catalogue_;
 };

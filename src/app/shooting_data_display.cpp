@@ -34,7 +34,7 @@ ShootingDataDisplay::ShootingDataDisplay(Session& session, QWidget* parent)
   });
 }
 
-void ShootingDataDisplay::ToggleWindow() { SetShown(!session_.shootingDataShown); }
+void ShootingDataDisplay::ToggleWindow() { SetShown(!session_.memory.shootingDataShown); }
 
 void ShootingDataDisplay::OpenWindow() {
   SetShown(true);
@@ -42,14 +42,14 @@ void ShootingDataDisplay::OpenWindow() {
 }
 
 void ShootingDataDisplay::SetShown(bool shown) {
-  session_.shootingDataShown = shown;
+  session_.memory.shootingDataShown = shown;
   if (shown && window_ == nullptr) MakeWindow();
   if (shown) Fill();
   if (window_ != nullptr) window_->setVisible(shown);
 }
 
 void ShootingDataDisplay::Refresh() {
-  if (!session_.shootingDataShown) return;
+  if (!session_.memory.shootingDataShown) return;
   const int target = session_.TargetIndex();
   const auto path = target < 0 ? std::string() : session_.list.files[static_cast<std::size_t>(target)];
   if (path == path_) {
@@ -79,7 +79,7 @@ void ShootingDataDisplay::MakeWindow() {
   PlaceWindow();
   connect(window_, &ShootingDataWindow::placed, this, &ShootingDataDisplay::KeepPlace);
   connect(window_, &ShootingDataWindow::closed, this, [this] {
-    session_.shootingDataShown = false;
+    session_.memory.shootingDataShown = false;
     Q_EMIT changed();
   });
 }

@@ -229,11 +229,11 @@ void Catalogue::SaveTagList(const std::string& path) {
   }
 }
 
-void Catalogue::LoadTagList(const std::string& path, bool merge, bool ignoreExtension) {
+void Catalogue::LoadTagList(const std::string& path, EarlierTags earlier, TagMatch match) {
   const auto file = ReadListFile(path);
   if (file.state != ReadState::Read) return ask_.message(UnableToReadFile(path));
-  if (!merge) list_.TagNone();
-  ApplyTagList(list_, file.text, ignoreExtension ? TagMatch::StemOnly : TagMatch::StemAndExtension);
+  if (earlier == EarlierTags::Drop) list_.TagNone();
+  ApplyTagList(list_, file.text, match);
 }
 
 std::vector<std::string> Catalogue::SaveOnLeave() {

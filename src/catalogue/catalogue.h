@@ -7,6 +7,7 @@
 #include "catalogue/image_list.h"
 #include "catalogue/list_gate.h"
 #include "catalogue/scan.h"
+#include "catalogue/tag_file.h"
 #include "platform/interaction.h"
 
 namespace ml::catalogue {
@@ -77,9 +78,8 @@ class Catalogue {
   bool LoadCustomOrder(const std::string& path);
   /// One full path a line for every tagged entry. A box tells if the file cannot be written.
   void SaveTagList(const std::string& path);
-  /// Tags the entries that the file names, by stem and extension or by stem alone; `merge` keeps other tags. A
-  /// box tells if the file cannot be read; then no tag changes.
-  void LoadTagList(const std::string& path, bool merge, bool ignoreExtension);
+  /// Tags the entries that the file names. A box tells if the file cannot be read; then no tag changes.
+  void LoadTagList(const std::string& path, EarlierTags earlier, TagMatch match);
 
   /// What leaving a directory saves: its tags and its order file. Called once more at exit. May ask. Gives the files
   /// that were not written although it looks as if they could be, as when the disk is full; they may be tried again.

@@ -7,6 +7,7 @@
 #include "catalogue/messages.h"
 #include "catalogue/rename_steps.h"
 #include "platform/errors.h"
+#include "platform/messages.h"
 #include "platform/paths.h"
 
 namespace ml::catalogue {
@@ -39,7 +40,8 @@ std::string DeletedFolder(const std::string& path, const DeleteTools& tools) {
     return folder;
   }
   constexpr mode_t kAsTheUserWants = 0777;  // less the umask
-  if (tools.fileSystem.Mkdir(folder, kAsTheUserWants) != 0) throw UserError(ErrorCreatingDirectory(folder));
+  if (tools.fileSystem.Mkdir(folder, kAsTheUserWants) != 0)
+    throw UserError(platform::messages::kErrorCreatingDirectory + folder);
   return folder;
 }
 

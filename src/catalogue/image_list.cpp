@@ -84,6 +84,11 @@ void ImageList::SelectTagged() {
   for (auto& item : marks) item.selected = item.tagged;
 }
 
+void ImageList::SetCurrent(int index) {
+  currentIndex = ValidIndex(index) ? index : -1;
+  currentPath = currentIndex < 0 ? std::string() : files[static_cast<std::size_t>(index)];
+}
+
 void ImageList::SelectOnly(int index) {
   SelectNone();
   if (ValidIndex(index)) marks[static_cast<std::size_t>(index)].selected = true;

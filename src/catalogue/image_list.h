@@ -41,6 +41,9 @@ struct ImageList {
   /// An exact match, else the first one by folded text; -1 when absent.
   int FindPath(std::string_view path) const;
 
+  /// Makes the entry at `index` the current image; none if there is no such entry.
+  void SetCurrent(int index);
+
   void SetTag(int index, bool on);
   /// Tags the entry that FindPath finds, if any.
   void SetTagByPath(std::string_view path, bool on);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/interaction.h"
+#include "platform/messages.h"
 
 /// What the catalogue says to the user.
 namespace ml::catalogue {
@@ -13,7 +14,7 @@ inline platform::MessageBox DirectoryDoesNotExist(const std::string& path) {
 }
 
 inline platform::MessageBox IsNotADirectory(const std::string& path) {
-  return {path + "\nis not a directory", "Error", platform::BoxIcon::Error};
+  return {path + platform::messages::kIsNotADirectory, "Error", platform::BoxIcon::Error};
 }
 
 inline platform::MessageBox RawNamesTooLong(const std::vector<std::string>& paths) {
@@ -38,7 +39,7 @@ inline platform::MessageBox UnableToWriteFile(const std::string& path) {
 }
 
 inline platform::MessageBox UnableToReadFile(const std::string& path) {
-  return {"Unable to read file:\n" + path, "Marrowlantern", platform::BoxIcon::Error};
+  return {platform::messages::kUnableToRead + path, "Marrowlantern", platform::BoxIcon::Error};
 }
 
 inline std::string ListsDifferInSize() {
@@ -63,10 +64,6 @@ inline std::string ErrorRenaming(const std::string& from, const std::string& to)
 }
 
 inline constexpr char kTransferNotDifferent[] = "Destination directory must be different from the\ncurrent directory";
-
-inline std::string OutputIsNoDirectory(const std::string& path) {
-  return "Specified output directory exists but is not a directory:\n" + path;
-}
 
 inline platform::MessageBox CreateDirectoryQuestion(const std::string& path) {
   return {"Destination directory does not exist:\n" + path + "\n\nDo you want to create it?", "Marrowlantern",
@@ -96,7 +93,9 @@ inline std::string ErrorDeletingImage(const std::string& path) { return "Error d
 inline std::string ExistsButIsNoDirectory(const std::string& path) {
   return "Error: " + path + "\nexists already but is not a directory";
 }
-inline std::string ErrorCreatingDirectory(const std::string& path) { return "Error creating directory:\n" + path; }
+inline std::string UnableToSetTimestamp(const std::string& path) {
+  return "Unable to set the timestamp for file:\n" + path;
+}
 inline std::string ErrorMovingFile(const std::string& path, const std::string& reason) {
   return "Error moving file:\n" + path + "\n" + reason;
 }

@@ -24,6 +24,9 @@ void TagNames(ImageList& list, std::string_view directory, const std::vector<std
 /// A tag list of the user's: one full path a line, LF at its end. Paths with a line break are left out.
 std::string BuildTagList(const std::vector<std::string>& paths);
 
+/// What becomes of the tags that were there before a tag list is loaded.
+enum class EarlierTags { Drop, Keep };
+
 enum class TagMatch { StemAndExtension, StemOnly };
 
 /// Tags the entries that the lines of a tag list name. The directories in the list do not matter: with

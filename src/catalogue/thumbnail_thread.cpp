@@ -81,11 +81,11 @@ void CThumbnailThread::Work(int index) {
   ready_(index);
 }
 
-void CThumbnailThread::SetThumbnailSize(int size, bool rebuild) {
+void CThumbnailThread::SetThumbnailSize(int size) {
   if (size == size_) return;
   const platform::PauseGuard pause(*this);
   size_ = size;
-  if (rebuild) Rebuild();
+  Rebuild();
 }
 
 void CThumbnailThread::SetMaker(ThumbnailMaker maker) {

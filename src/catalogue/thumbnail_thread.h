@@ -55,8 +55,8 @@ class CThumbnailThread final : public ListGate {
   void Pause() override;
   void Resume() override;
 
-  /// Gated. Edge length in pixels; all thumbnails are made again if it changed and `rebuild` is set.
-  void SetThumbnailSize(int size, bool rebuild);
+  /// Gated. Edge length in pixels; all thumbnails are made again if it changed.
+  void SetThumbnailSize(int size);
   int ThumbnailSize() const { return size_; }
   /// Gated. All thumbnails are made again, by `maker` from now on.
   void SetMaker(ThumbnailMaker maker);

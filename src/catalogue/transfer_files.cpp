@@ -12,6 +12,7 @@
 #include "platform/copy_file.h"
 #include "platform/data_folders.h"
 #include "platform/errors.h"
+#include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -143,7 +144,7 @@ std::optional<std::string> TransferDirectory(const std::string& typed, const std
     if (platform::SameFile(directory, current)) throw UserError(kTransferNotDifferent);
     return directory;
   }
-  if (std::filesystem::exists(status)) throw UserError(OutputIsNoDirectory(directory));
+  if (std::filesystem::exists(status)) throw UserError(platform::messages::kOutputIsNoDirectory + directory);
   if (ask.ask(CreateDirectoryQuestion(directory)) != platform::Button::Yes) return std::nullopt;
   platform::ensureDirectory(directory);
   return directory;

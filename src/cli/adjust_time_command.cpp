@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "imagefiles/edits/adjust_dates.h"
@@ -32,7 +33,7 @@ EditOutcome AdjustOne(const GivenImage& image, const AdjustTimeArguments& argume
 void RunAdjustTime(const AdjustTimeArguments& arguments, RunState& state) {
   const bool fileTimes = arguments.fileTimes || state.settings.shootingData.adjustTimeTimestamp != 0;
   RunEdits(arguments.files,
-           {.what = "Adjust Image Date/Time",
+           {.what = catalogue::kAdjustDateJob,
             .done = "shifted",
             .dryRun = arguments.dryRun,
             .threads = kThreads,

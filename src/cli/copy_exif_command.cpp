@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/tool_run.h"
 #include "imagefiles/tools/copy_exif.h"
+#include "imagefiles/tools/messages.h"
 #include "platform/paths.h"
 
 namespace ml::cli {
@@ -28,7 +29,7 @@ void RunCopyExif(const CopyExifArguments& arguments, RunState& state) {
         tools, how);
   };
   RunTool(arguments.files,
-          {.what = "Copy EXIF Information",
+          {.what = std::string(imagefiles::tool_messages::kCopyExifTitle),
            .done = "copied to",
            .dryRun = arguments.dryRun,
            .place = arguments.to,

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "catalogue/delete_files.h"
+#include "catalogue/job_names.h"
+#include "catalogue/messages.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "platform/errors.h"
@@ -27,7 +29,7 @@ DeleteTo Where(const DeleteArguments& arguments, const RunState& state) {
 }
 
 const char* DoneWord(DeleteTo to) {
-  if (to == DeleteTo::Nowhere) return "deleted for good";
+  if (to == DeleteTo::Nowhere) return catalogue::kDeletedForGood;
   return to == DeleteTo::Trash ? "moved to the trash" : "moved to the directory \"Deleted\"";
 }
 
@@ -49,7 +51,7 @@ void RunDelete(const DeleteArguments& arguments, RunState& state) {
       to == DeleteTo::Nowhere || state.settings.catalogue.confirmDelete != 0 || arguments.files.size() > 1;
   const bool refused = mayStay && !arguments.yes && !arguments.dryRun;
   RunEdits(arguments.files,
-           {.what = "Delete",
+           {.what = catalogue::kDeleteJob,
             .done = DoneWord(to),
             .dryRun = arguments.dryRun,
             .files = ResultFiles::Told,

@@ -1,7 +1,5 @@
 #include "cli/edit_run.h"
 
-#include <sys/stat.h>
-
 #include <atomic>
 #include <exception>
 #include <nlohmann/json.hpp>
@@ -140,15 +138,6 @@ class EditRun {
 };
 
 }  // namespace
-
-void RequireImage(const GivenImage& image) {
-  struct stat status {};
-  if (::stat(image.path.c_str(), &status) != 0) throw platform::UserError(image.given + ": does not exist");
-  if (!S_ISREG(status.st_mode)) throw platform::UserError(image.given + ": is no regular file");
-  if (imagefiles::FindFormat(image.path) == nullptr) {
-    throw platform::UserError(image.given + ": is no image by its extension");
-  }
-}
 
 void RunEdits(const std::vector<std::string>& files, const EditCommand& command, RunState& state) {
   EditRun(files, command, state).Run();

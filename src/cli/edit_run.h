@@ -5,17 +5,10 @@
 #include <vector>
 
 #include "cli/edit_session.h"
+#include "cli/given_image.h"
 #include "cli/run_state.h"
 
 namespace ml::cli {
-
-/// An image as the user named it, and its full path.
-struct GivenImage {
-  std::string given, path;
-};
-
-/// Throws UserError if it is no file of a format that is known.
-void RequireImage(const GivenImage& image);
 
 /// What became of one image.
 struct EditOutcome {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "imagefiles/edits/icc_edits.h"
@@ -29,7 +30,7 @@ EditOutcome EmbedOne(const GivenImage& image, const std::string& profile, ImageS
 void RunEmbedProfile(const EmbedProfileArguments& arguments, RunState& state) {
   const auto profile = platform::AbsolutePath(arguments.profile);
   RunEdits(arguments.files,
-           {.what = "Embed Color Profile",
+           {.what = catalogue::kEmbedJob,
             .done = "given the profile",
             .dryRun = arguments.dryRun,
             .companions = GivenCompanions::AreEditedThemselves,

@@ -7,7 +7,6 @@
 #include "imagefiles/tools/export_exif.h"
 #include "imagefiles/tools/messages.h"
 #include "platform/paths.h"
-#include "platform/read_directory.h"
 
 namespace ml::cli {
 namespace {
@@ -15,7 +14,8 @@ namespace {
 struct ExportExifArguments {
   std::vector<std::string> files;
   std::string out, format, delimiter;
-  bool header = false, perFile = false, overwrite = false, skip = false, dryRun = false;
+  bool header = false, perFile = false;
+  ExistingFileOptions existing;
 };
 
 /// What no option tells is as the settings have it.
@@ -36,29 +36,22 @@ imagefiles::ExportSettings SettingsOf(const ExportExifArguments& arguments, cons
           .output = platform::AbsolutePath(arguments.out)};
 }
 
-/// Whether the table may be written; says so if not.
-bool MayWriteTable(const ExportExifArguments& arguments, RunState& state) {
-  if (arguments.perFile || arguments.overwrite || !platform::IsNameTaken(arguments.out)) return true;
-  state.Fail(arguments.out + ": exists, not written; choose --overwrite");
-  return false;
-}
-
 void RunExportExif(const ExportExifArguments& arguments, RunState& state) {
   const auto settings = SettingsOf(arguments, state);
-  if (!MayWriteTable(arguments, state)) return;
+  if (!arguments.perFile && !MayWrite(arguments.out, arguments.existing.overwrite, state)) return;
   ToolAnswers answers;
-  answers.overwrite = arguments.overwrite;
+  answers.overwrite = arguments.existing.overwrite;
   const auto locale = platform::LocaleText::FromEnvironment();
   const auto run = [&](const std::vector<std::string>& images, const imagefiles::EditTools& tools,
                        const imagefiles::ToolRun& how) {
     return imagefiles::ExportExif(images, settings, locale, tools, how);
   };
   RunTool(arguments.files,
-          {.what = "Export EXIF Data",
+          {.what = std::string(imagefiles::tool_messages::kExportTitle),
            .done = "exported to",
-           .dryRun = arguments.dryRun,
+           .dryRun = arguments.existing.dryRun,
            .place = arguments.out,
-           .keepingIsFine = arguments.skip,
+           .keepingIsFine = arguments.existing.skip,
            .run = run},
           answers, state);
 }
@@ -74,9 +67,7 @@ void AddExportExifCommand(CLI::App& program, RunState& state) {
   command->add_option("--format", arguments->format, "The fields of a line, as tokens with | between them");
   command->add_option("--delimiter", arguments->delimiter, "What stands between the fields: , ; | or ^t for a tab");
   command->add_flag("--header", arguments->header, "Begin with a line that names the fields");
-  auto* overwrite = command->add_flag("--overwrite", arguments->overwrite, "Replace files that exist");
-  command->add_flag("--skip", arguments->skip, "Leave files that exist and go on")->excludes(overwrite);
-  command->add_flag("--dry-run", arguments->dryRun, "Only tell what would be written");
+  AddOverwriteOrSkip(*command, arguments->existing);
   command->callback([arguments, &state] { state.action = [arguments, &state] { RunExportExif(*arguments, state); }; });
 }
 

@@ -2,8 +2,10 @@
 #include <memory>
 
 #include "cli/commands.h"
+#include "cli/output_file.h"
 #include "cli/tool_run.h"
 #include "imagefiles/tools/extract_jpegs.h"
+#include "imagefiles/tools/messages.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
@@ -14,7 +16,8 @@ namespace {
 struct ExtractJpegArguments {
   std::vector<std::string> files;
   std::string out;
-  bool viewingJpegs = false, overwrite = false, skip = false, yes = false, dryRun = false;
+  bool viewingJpegs = false, yes = false;
+  ExistingFileOptions existing;
 };
 
 imagefiles::ExtractSettings SettingsOf(const ExtractJpegArguments& arguments, const RunState& state) {
@@ -24,12 +27,12 @@ imagefiles::ExtractSettings SettingsOf(const ExtractJpegArguments& arguments, co
           .rotate = settings.extractJpegRotate != 0,
           .timestamp = settings.extractJpegTimestamp != 0,
           .viewingJpegs = arguments.viewingJpegs || settings.extractJpegCopyViewingJpegs != 0,
-          .overwrite = arguments.overwrite};
+          .overwrite = arguments.existing.overwrite};
 }
 
 /// Throws UserError.
 void RequireDirectory(const ExtractJpegArguments& arguments, const std::string& directory, ToolAnswers& answers) {
-  if (arguments.dryRun && arguments.yes && !platform::IsNameTaken(directory)) return;
+  if (arguments.existing.dryRun && arguments.yes && !platform::IsNameTaken(directory)) return;
   if (!imagefiles::EnsureExtractDirectory(directory, answers)) {
     throw platform::UserError(arguments.out + ": does not exist, nothing done; choose --yes to make it");
   }
@@ -46,11 +49,11 @@ void RunExtractJpeg(const ExtractJpegArguments& arguments, RunState& state) {
     return imagefiles::ExtractJpegs(images, settings, tools, how);
   };
   RunTool(arguments.files,
-          {.what = "Extract Embedded JPEGs",
+          {.what = std::string(imagefiles::tool_messages::kExtractTitle),
            .done = "extracted to",
-           .dryRun = arguments.dryRun,
+           .dryRun = arguments.existing.dryRun,
            .place = arguments.out,
-           .keepingIsFine = arguments.skip,
+           .keepingIsFine = arguments.existing.skip,
            .run = run},
           answers, state);
 }
@@ -64,9 +67,7 @@ void AddExtractJpegCommand(CLI::App& program, RunState& state) {
   command->add_option("--out", arguments->out, "The directory that they go to")->required();
   command->add_flag("--viewing-jpegs", arguments->viewingJpegs, "Copy those that stand beside EOS-1D raw files");
   command->add_flag("--yes", arguments->yes, "Make the directory if it is missing");
-  auto* overwrite = command->add_flag("--overwrite", arguments->overwrite, "Replace files that exist");
-  command->add_flag("--skip", arguments->skip, "Leave files that exist and go on")->excludes(overwrite);
-  command->add_flag("--dry-run", arguments->dryRun, "Only tell what would be written");
+  AddOverwriteOrSkip(*command, arguments->existing);
   command->callback([arguments, &state] { state.action = [arguments, &state] { RunExtractJpeg(*arguments, state); }; });
 }
 

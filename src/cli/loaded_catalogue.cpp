@@ -1,10 +1,9 @@
 #include "cli/loaded_catalogue.h"
 
-#include <sys/stat.h>
-
 #include <nlohmann/json.hpp>
 
 #include "catalogue/order_file.h"
+#include "cli/given_image.h"
 #include "imagefiles/companion_finder.h"
 #include "imagefiles/format_table.h"
 #include "options/engine_options.h"
@@ -43,14 +42,12 @@ void LoadedCatalogue::LoadDirectory(const std::string& given) {
 
 /// Says why not.
 bool LoadedCatalogue::CanBeListed(const std::string& given) const {
-  const auto refuse = [&](const char* reason) { return state_.Fail(given + reason), false; };
-  struct stat status {};
-  if (::stat(given.c_str(), &status) != 0) return refuse(": does not exist");
-  if (!S_ISREG(status.st_mode)) return refuse(": is no regular file");
-  if (imagefiles::FindFormat(given) == nullptr) return refuse(": is no image by its extension");
-  const bool hidden = platform::FileName(given).starts_with('.');
-  if (hidden && state_.settings.catalogue.showHiddenDirectories == 0) return refuse(": is hidden; choose --hidden");
-  return true;
+  auto reason = WhyNoImage({given, given});
+  const bool hidden =
+      platform::FileName(given).starts_with('.') && state_.settings.catalogue.showHiddenDirectories == 0;
+  if (reason.empty() && hidden) reason = given + ": is hidden; choose --hidden";
+  if (!reason.empty()) state_.Fail(reason);
+  return reason.empty();
 }
 
 void LoadedCatalogue::LoadFiles(const std::vector<std::string>& given) {

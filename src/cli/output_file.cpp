@@ -8,13 +8,17 @@
 
 namespace ml::cli {
 
-void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options) {
+void AddOverwriteOrSkip(CLI::App& command, ExistingFileOptions& options) {
   auto* overwrite = command.add_flag("--overwrite", options.overwrite, "Replace files that exist");
-  auto* skip = command.add_flag("--skip", options.skip, "Leave files that exist and go on");
-  auto* rename = command.add_flag("--rename", options.rename, "Give the new file a free name");
-  overwrite->excludes(skip)->excludes(rename);
-  skip->excludes(rename);
+  command.add_flag("--skip", options.skip, "Leave files that exist and go on")->excludes(overwrite);
   command.add_flag("--dry-run", options.dryRun, "Only tell what would be written");
+}
+
+void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options) {
+  AddOverwriteOrSkip(command, options);
+  command.add_flag("--rename", options.rename, "Give the new file a free name")
+      ->excludes(command.get_option("--overwrite"))
+      ->excludes(command.get_option("--skip"));
 }
 
 bool OutputFiles::IsTaken(const std::string& path) const { return made_.contains(path) || platform::IsNameTaken(path); }

@@ -21,7 +21,9 @@ namespace ml::cli {
 struct ExistingFileOptions {
   bool overwrite = false, skip = false, rename = false, dryRun = false;
 };
-/// --overwrite | --skip | --rename, and --dry-run.
+/// --overwrite | --skip, and --dry-run.
+void AddOverwriteOrSkip(CLI::App& command, ExistingFileOptions& options);
+/// These and --rename.
 void AddExistingFileOptions(CLI::App& command, ExistingFileOptions& options);
 
 enum class WriteResult { Written, WouldWrite, Skipped, Refused };

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "imagefiles/edits/developed_jpegs.h"
@@ -31,7 +32,7 @@ void RunRegenerate(const RegenerateArguments& arguments, RunState& state) {
     return EditOutcome{.changed = session.Changed()};
   };
   RunEdits(arguments.files,
-           {.what = "Regenerate embedded JPEGs",
+           {.what = catalogue::kRegenerateJob,
             .done = "given a new embedded JPEG",
             .dryRun = arguments.dryRun,
             .edit = regenerate},

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "batch/apply_rename.h"
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "cli/kept_marks.h"
@@ -58,7 +59,7 @@ class RenameRun {
   RenameRun(const RenameArguments& arguments, RunState& state)
       : arguments_(arguments),
         state_(state),
-        session_("Batch Rename", state),
+        session_(catalogue::kBatchRenameJob, state),
         companions_(options::ImageFileOptionsOf(state.settings)) {}
 
   void Run() {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "imagefiles/edits/jpeg_turn.h"
@@ -46,7 +47,7 @@ EditOutcome RotateOne(const GivenImage& image, const RotateArguments& arguments,
 
 void RunRotate(const RotateArguments& arguments, RunState& state) {
   RunEdits(arguments.files,
-           {.what = arguments.upright ? "Auto Rotate JPEG Images" : "Rotate Image",
+           {.what = arguments.upright ? catalogue::kAutoRotateJob : catalogue::kRotateJob,
             .done = "turned",
             .dryRun = arguments.dryRun,
             .edit = [&](const GivenImage& image,

@@ -13,6 +13,8 @@
 namespace ml::cli {
 namespace {
 
+using catalogue::EarlierTags, catalogue::TagMatch;
+
 struct TagsArguments {
   std::string directory, save, load, merge;
   std::vector<std::string> add, remove;
@@ -31,18 +33,19 @@ void SetTags(const std::vector<std::string>& names, bool on, LoadedCatalogue& lo
   }
 }
 
-void LoadTags(const std::string& file, bool merge, bool ignoreExtension, LoadedCatalogue& loaded) {
+void LoadTags(const std::string& file, EarlierTags earlier, TagMatch match, LoadedCatalogue& loaded) {
   if (file.empty()) return;
   if (!platform::IsRegularFile(file)) throw platform::UserError(file + ": is no file that can be read");
-  loaded.catalogue.LoadTagList(platform::AbsolutePath(file), merge, ignoreExtension);
+  loaded.catalogue.LoadTagList(platform::AbsolutePath(file), earlier, match);
 }
 
 void RunTags(const TagsArguments& arguments, RunState& state) {
   LoadedCatalogue loaded(state, arguments.directory);
   const bool ignoreExtension = arguments.ignoreExtension || state.settings.catalogue.tagsIgnoreExt != 0;
+  const auto match = ignoreExtension ? TagMatch::StemOnly : TagMatch::StemAndExtension;
   if (arguments.clear) loaded.list.TagNone();
-  LoadTags(arguments.load, false, ignoreExtension, loaded);
-  LoadTags(arguments.merge, true, ignoreExtension, loaded);
+  LoadTags(arguments.load, EarlierTags::Drop, match, loaded);
+  LoadTags(arguments.merge, EarlierTags::Keep, match, loaded);
   SetTags(arguments.add, true, loaded, state);
   SetTags(arguments.remove, false, loaded, state);
   if (arguments.Changes() && !arguments.dryRun && !loaded.catalogue.SaveTags()) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
 #include "imagefiles/edits/jpeg_thumbnail.h"
@@ -27,7 +28,7 @@ EditOutcome RegenerateOne(const GivenImage& image, ImageSession& session) {
 
 void RunThumbnail(const ThumbnailArguments& arguments, RunState& state) {
   RunEdits(arguments.files,
-           {.what = "Regenerate JPEG Thumbnails",
+           {.what = catalogue::kThumbnailJob,
             .done = "given a new thumbnail",
             .dryRun = arguments.dryRun,
             .companions = GivenCompanions::AreEditedThemselves,

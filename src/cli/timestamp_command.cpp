@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
+#include "catalogue/messages.h"
 #include "catalogue/shooting_timestamps.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
@@ -25,7 +27,7 @@ EditOutcome TimestampOne(const GivenImage& image, const TimestampArguments& argu
                                                 .companions = tools.companions,
                                                 .batch = tools.edit.recorder,
                                                 .insteadOfWriting = tools.edit.insteadOfWriting});
-  if (!failed.empty()) throw platform::UserError("Unable to set the timestamp for file:\n" + image.path);
+  if (!failed.empty()) throw platform::UserError(catalogue::UnableToSetTimestamp(image.path));
   const bool changed = session.Changed();
   return {.changed = changed, .note = changed ? "" : "has its time already, or records none"};
 }
@@ -33,7 +35,7 @@ EditOutcome TimestampOne(const GivenImage& image, const TimestampArguments& argu
 void RunTimestamp(const TimestampArguments& arguments, RunState& state) {
   RunEdits(
       arguments.files,
-      {.what = "Timestamp",
+      {.what = catalogue::kTimestampJob,
        .done = "timestamped",
        .dryRun = arguments.dryRun,
        .edit = [&](const GivenImage& image, ImageSession& session) { return TimestampOne(image, arguments, session); }},

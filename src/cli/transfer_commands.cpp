@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "catalogue/transfer_files.h"
 #include "cli/commands.h"
 #include "cli/edit_run.h"
@@ -83,7 +84,7 @@ void RunTransfer(TransferKind kind, const TransferArguments& arguments, RunState
   if (arguments.to.empty()) throw WrongUsage("--to needs a directory");
   TransferRun run(kind, arguments, state);
   RunEdits(arguments.files,
-           {.what = move ? "Move Images" : "Copy Images",
+           {.what = move ? catalogue::kMoveJob : catalogue::kCopyJob,
             .done = move ? "moved" : "copied",
             .dryRun = arguments.existing.dryRun,
             .files = ResultFiles::Told,

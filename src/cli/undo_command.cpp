@@ -11,6 +11,7 @@
 #include "cli/run_state.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
+#include "platform/messages.h"
 #include "platform/user_journal.h"
 
 namespace ml::cli {
@@ -48,7 +49,7 @@ std::string Line(const JournalEntry& entry) {
 std::vector<JournalEntry> Entries(const UndoArguments& arguments, platform::EditJournal& journal) {
   if (!arguments.list && !arguments.dryRun) return {journal.Undo()};
   auto entries = journal.List();
-  if (!arguments.list && entries.empty()) throw platform::UserError("There is nothing to undo");
+  if (!arguments.list && entries.empty()) throw platform::UserError(platform::messages::kNothingToUndo);
   if (!arguments.list) entries.resize(1);
   return entries;
 }

@@ -76,7 +76,7 @@ ProfileFinder ProfileFinder::OfSystem() {
            {.path = JoinPath(home, ".local/share/icc")},
            {.path = JoinPath(home, ".color/icc")},
            {.path = "/usr/local/share/color/icc", .andBelow = true},
-           {.path = "/usr/share/color/icc", .andBelow = true}},
+           {.path = kSystemProfiles, .andBelow = true}},
           own};
 }
 

@@ -6,6 +6,9 @@
 
 namespace ml::imagefiles {
 
+/// Where the desktop keeps the profiles of all users.
+inline constexpr char kSystemProfiles[] = "/usr/share/color/icc";
+
 /// One place where colour profiles are looked for.
 struct ProfileFolder {
   std::string path;

@@ -14,8 +14,11 @@ constexpr std::uint32_t kShortestNote = 5;  ///< anything shorter stands in the 
 
 /// Of the maker notes of Minolta and of those that are built alike; listed by the documentation of ExifTool, page
 /// "Olympus Tags": start and length of the preview in the note itself, or in its directory of camera settings.
-constexpr std::uint16_t kNotePreviewStart = 0x88, kNotePreviewLength = 0x89, kCameraSettings = 0x2020,
-                        kSettingsPreviewStart = 0x101, kSettingsPreviewLength = 0x102;
+struct PreviewTags {
+  std::uint16_t start, length;
+};
+constexpr PreviewTags kInNote{0x88, 0x89}, kInSettings{0x101, 0x102};
+constexpr std::uint16_t kCameraSettings = 0x2020;
 
 struct TiffPlace {
   std::uint64_t base = 0;
@@ -23,12 +26,12 @@ struct TiffPlace {
 };
 
 /// Offers the stream which two entries of a directory name; gives the offset of the camera settings, 0 without them.
-std::uint32_t OfferFromNote(IfdWalker& walker, std::uint32_t directory, std::uint16_t startTag, std::uint16_t lengthTag,
-                            std::uint64_t base, TiffJpegs& jpegs) {
+std::uint32_t OfferFromNote(IfdWalker& walker, std::uint32_t directory, const PreviewTags& tags, std::uint64_t base,
+                            TiffJpegs& jpegs) {
   std::uint32_t start = 0, length = 0, settings = 0;
   walker.Walk(directory, [&](const IfdEntry& entry) {
-    if (entry.tag == startTag) start = entry.value;
-    if (entry.tag == lengthTag) length = entry.value;
+    if (entry.tag == tags.start) start = entry.value;
+    if (entry.tag == tags.length) length = entry.value;
     if (entry.tag == kCameraSettings) settings = entry.value;
     return Visit::Continue;
   });
@@ -43,8 +46,8 @@ void TakeNote(const ByteSource& source, const TiffPlace& tiff, std::uint32_t off
   const auto base = head.order ? position : tiff.base;
   const auto directory = (head.order ? 0 : offset) + head.directory;
   IfdWalker walker(source, head.order.value_or(tiff.order), {.base = base, .followNext = false});
-  const auto settings = OfferFromNote(walker, directory, kNotePreviewStart, kNotePreviewLength, base, jpegs);
-  OfferFromNote(walker, settings, kSettingsPreviewStart, kSettingsPreviewLength, base, jpegs);
+  const auto settings = OfferFromNote(walker, directory, kInNote, base, jpegs);
+  OfferFromNote(walker, settings, kInSettings, base, jpegs);
 }
 
 /// A broken note or EXIF directory offers nothing.

@@ -24,6 +24,12 @@ inline constexpr char kNoClosingQuotes[] = "Invalid command line - no closing qu
 inline constexpr char kUnableToFindHelp[] = "Unable to find HTML help file:\n";
 inline constexpr char kUnableToTrash[] = "Unable to move to the trash:\n";
 
+// Also said by the modules above. "Is not a directory" follows its path.
+
+inline constexpr char kIsNotADirectory[] = "\nis not a directory";
+inline constexpr char kOutputIsNoDirectory[] = "Specified output directory exists but is not a directory:\n";
+inline constexpr char kErrorCreatingDirectory[] = "Error creating directory:\n";
+
 inline constexpr char kNothingToUndo[] = "There is nothing to undo";
 inline constexpr char kNotUndoable[] = "This cannot be undone: ";
 inline constexpr char kStillRunning[] = "This is still in progress: ";

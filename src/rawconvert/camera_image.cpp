@@ -45,13 +45,18 @@ bool Holds(const std::string& model, std::string_view text) {
   return platform::AsciiLower(model).find(text) != std::string::npos;
 }
 
+std::uint16_t EngineWhiteBalance(int code) {
+  if (code == -1) return camera_white_balance::kCustomPoint;
+  return code == kAsShot ? camera_white_balance::kAsShot : static_cast<std::uint16_t>(code);
+}
+
 bool IsEightBitModel(const std::string& model) {
   return model == "Canon PowerShot G1" || model == "Canon PowerShot Pro90 IS";
 }
 
 }  // namespace
 
-void CameraImageHost::Use() {
+void CameraImageHost::Begin() {
   if (users_ == 0) {
     auto code = version_ == 0 ? kLow : sdk_.StartSdk(version_);
     for (int version = kFirstVersion; Failed(code) && version <= kLastVersion; ++version) {
@@ -66,32 +71,25 @@ void CameraImageHost::Use() {
   ++users_;
 }
 
-void CameraImageHost::Release() {
+void CameraImageHost::End() {
   if (--users_ > 0) return;
   sdk_.CloseSource(source_);
   sdk_.FinishSdk();
 }
 
 CameraImage::CameraImage(const std::string& path, CameraImageHost& host) : host_(host) {
-  if (path.starts_with("\\\\")) {
-    error = messages::kOnNetworkDrive;
-    return;
-  }
+  if (path.starts_with("\\\\")) throw platform::UserError(messages::kOnNetworkDrive);
   try {
     Open(path);
   } catch (const CameraImageError&) {
-    error = messages::kUnableToOpen;
+    throw platform::UserError(messages::kUnableToOpen);
   }
 }
 
-CameraImage::~CameraImage() {
-  if (opened_) host_.Sdk().CloseImage(item_);
-  if (used_) host_.Release();
-}
+CameraImage::~CameraImage() { host_.Sdk().CloseImage(item_); }
 
 void CameraImage::Open(const std::string& path) {
-  host_.Use();
-  used_ = true;
+  use_.emplace(host_);
   auto& sdk = host_.Sdk();
   auto code = sdk.MakeImageItem(host_.Source(), path, kUsualType, item_);
   for (std::uint32_t type = 0; Failed(code) && type <= kLastType; ++type) {
@@ -99,59 +97,54 @@ void CameraImage::Open(const std::string& path) {
   }
   Check(code);
   Check(sdk.OpenImage(item_));
-  opened_ = true;
 }
 
-void CameraImage::SetDigitalGain(int tenths) { digitalGain_ = std::clamp(tenths, -kMaxGain, kMaxGain); }
-
-void CameraImage::SetWhiteBalance(int code) {
-  whiteBalance_ = code == -1        ? camera_white_balance::kCustomPoint
-                  : code == kAsShot ? camera_white_balance::kAsShot
-                                    : static_cast<std::uint16_t>(code);
+void CameraImage::SetParameters(const CameraImageSettings& settings, bool isEos1Ds) {
+  const auto set = [&](DevParam param, int first, int second = 0) {
+    return host_.Sdk().SetDevParam(picture_, param, first, second);
+  };
+  set(DevParam::DigitalGain, std::clamp(settings.digitalGain, -kMaxGain, kMaxGain));
+  set(DevParam::FalseColourFilter, settings.falseColourFilter ? 1 : 0);
+  set(DevParam::Linear, settings.linear ? 1 : 0);
+  set(DevParam::ColourMatrix, settings.colourMatrix);
+  set(DevParam::Edge, settings.edgeLevel, settings.edgeObject);
+  for (const auto param : kLeftAsShot) set(param, kParamAsShot);
+  if (isEos1Ds) Check(set(DevParam::FalseResolutionFilter, settings.falseResolutionFilter ? 1 : 0));
 }
 
-void CameraImage::SetParameters(bool isEos1Ds) {
-  auto& sdk = host_.Sdk();
-  sdk.SetDevParam(picture_, DevParam::DigitalGain, digitalGain_, 0);
-  sdk.SetDevParam(picture_, DevParam::FalseColourFilter, falseColourFilter ? 1 : 0, 0);
-  sdk.SetDevParam(picture_, DevParam::Linear, linear ? 1 : 0, 0);
-  sdk.SetDevParam(picture_, DevParam::ColourMatrix, colourMatrix, 0);
-  sdk.SetDevParam(picture_, DevParam::Edge, edgeLevel, edgeObject);
-  for (const auto param : kLeftAsShot) sdk.SetDevParam(picture_, param, kParamAsShot, 0);
-  if (isEos1Ds) Check(sdk.SetDevParam(picture_, DevParam::FalseResolutionFilter, falseResolutionFilter ? 1 : 0, 0));
-}
-
-void CameraImage::SendWhiteBalance() {
+void CameraImage::SendWhiteBalance(const CameraImageSettings& settings) {
   namespace mode = camera_white_balance;
   const auto send = [&](std::uint16_t code, std::span<const std::byte> data) {
     Check(host_.Sdk().SetWhiteBalance(picture_, code, data));
   };
-  if (whiteBalance_ == mode::kCustomPoint) {
-    send(whiteBalance_, Packed<2>({static_cast<std::uint32_t>(customX), static_cast<std::uint32_t>(customY)}));
-  } else if (whiteBalance_ == mode::kColourTemperature) {
-    send(whiteBalance_, Packed<1>({static_cast<std::uint32_t>(colourTemperature)}));
-  } else if (whiteBalance_ == mode::kReuse && host_.coefficients.Known()) {
+  const auto code = EngineWhiteBalance(settings.whiteBalance);
+  if (code == mode::kCustomPoint) {
+    send(code, Packed<2>({static_cast<std::uint32_t>(settings.customX), static_cast<std::uint32_t>(settings.customY)}));
+  } else if (code == mode::kColourTemperature) {
+    send(code, Packed<1>({static_cast<std::uint32_t>(settings.colourTemperature)}));
+  } else if (code == mode::kReuse && host_.coefficients.Known()) {
     std::array<std::uint32_t, 4> block{};
     for (std::size_t i = 0; i < 4; ++i) block[i] = std::bit_cast<std::uint32_t>(host_.coefficients.multipliers[i]);
-    send(whiteBalance_, Packed<4>(block));
+    send(code, Packed<4>(block));
   } else {
-    send(whiteBalance_ == mode::kReuse ? mode::kAsShot : whiteBalance_, {});
+    send(code == mode::kReuse ? mode::kAsShot : code, {});
   }
 }
 
-imaging::PixelBuffer CameraImage::Develop(const std::string& model, bool wish16, const DevelopWatch& watch) {
+imaging::PixelBuffer CameraImage::Develop(const CameraImageSettings& settings, const std::string& model, bool wish16,
+                                          const DevelopWatch& watch) {
   auto& sdk = host_.Sdk();
   Check(sdk.GetPicture(item_, picture_));
   const bool isEos1Ds = Holds(model, "eos-1ds");
-  const bool forced16 = isEos1Ds && linear;
+  const bool forced16 = isEos1Ds && settings.linear;
   const bool wide = forced16 || (wish16 && !IsEightBitModel(model));
   std::uint16_t width = 0, height = 0;
   Check(sdk.EnumPropertyReset(item_));
   Check(sdk.EnumPropertyRelease(item_));
   Check(sdk.GetProperty(item_, kPropertyWidth, width));
   Check(sdk.GetProperty(item_, kPropertyHeight, height));
-  SetParameters(isEos1Ds);
-  SendWhiteBalance();
+  SetParameters(settings, isEos1Ds);
+  SendWhiteBalance(settings);
   auto pixels = imaging::MakePixelBuffer(width, height, imaging::PixelOrder::Rgb, wide ? 2 : 1);
   Check(sdk.GetDevelopedImageData(picture_, wide ? CameraImageFormat::Bits16 : CameraImageFormat::Bits8, pixels.data,
                                   watch));

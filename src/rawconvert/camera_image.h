@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "imaging/pixel_buffer.h"
 #include "rawconvert/camera_image_sdk.h"
+#include "rawconvert/raw_develop_params.h"
 
 namespace ml::rawconvert {
 
@@ -16,64 +18,73 @@ class CameraImageHost {
   CameraImageHost(const CameraImageHost&) = delete;
   CameraImageHost& operator=(const CameraImageHost&) = delete;
 
+  /// A user of the engine: only the first one starts it, only the last one ends it.
+  class Use {
+   public:
+    /// Throws CameraImageError, and nothing is in use then.
+    explicit Use(CameraImageHost& host) : host_(host) { host_.Begin(); }
+    ~Use() { host_.End(); }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+
+   private:
+    CameraImageHost& host_;
+  };
+
   CameraImageSdk& Sdk() { return sdk_; }
   CameraImageSdk::Handle Source() const { return source_; }
-  /// Only the first user starts the engine, only the last one ends it. Throws CameraImageError, and is not in use then.
-  void Use();
-  void Release();
 
   WhiteBalanceCoefficients coefficients;  ///< of the last development; stays when the engine ends
 
  private:
+  void Begin();
+  void End();
+
   CameraImageSdk& sdk_;
   int users_ = 0;
   int version_ = 0;  ///< that worked last; 0 is none yet
   CameraImageSdk::Handle source_ = 0;
 };
 
-/// One raw file of the EOS-1D family and how it is to be developed.
+/// How a raw file of the EOS-1D family is to be developed.
+struct CameraImageSettings {
+  int digitalGain = 0;  ///< tenths of a stop, taken into -20..20
+  /// -1 is the custom point, kAsShot as shot, 4095 reuses the host's coefficients (as shot if there are none); other
+  /// codes of the white balance table as they stand.
+  int whiteBalance = kAsShot;
+  int customX = 0, customY = 0;  ///< custom white point
+  int colourTemperature = 5800;  ///< kelvin
+  std::uint16_t colourMatrix = 0;
+  std::uint16_t edgeLevel = 3, edgeObject = 3;
+  bool falseColourFilter = true;
+  bool falseResolutionFilter = false;
+  bool linear = false;
+};
+
+/// One raw file of the EOS-1D family, open in its engine.
 class CameraImage {
  public:
-  /// A file that cannot be opened leaves its sentence in `error`.
+  /// Throws UserError if the file cannot be opened.
   CameraImage(const std::string& path, CameraImageHost& host);
   ~CameraImage();
   CameraImage(const CameraImage&) = delete;
   CameraImage& operator=(const CameraImage&) = delete;
 
-  std::string error;
-  bool falseColourFilter = true;
-  int customX = 0, customY = 0;  ///< custom white point
-  int colourTemperature = 5800;  ///< kelvin
-  std::uint16_t colourMatrix = 0;
-  std::uint16_t edgeLevel = 3, edgeObject = 3;
-  bool falseResolutionFilter = false;
-  bool linear = false;
-
-  /// Tenths of a stop, taken into -20..20.
-  void SetDigitalGain(int tenths);
-  int DigitalGain() const { return digitalGain_; }
-  /// -1 is the custom point, kAsShot as shot, 4095 reuses the host's coefficients (as shot if there are none); other
-  /// codes of the white balance table as they stand.
-  void SetWhiteBalance(int code);
-  std::uint16_t WhiteBalance() const { return whiteBalance_; }
-
   /// As DevelopablePicture::Develop. `wish16` holds unless the model decides. Throws CameraImageError, Cancelled.
-  imaging::PixelBuffer Develop(const std::string& model, bool wish16, const DevelopWatch& watch);
+  imaging::PixelBuffer Develop(const CameraImageSettings& settings, const std::string& model, bool wish16,
+                               const DevelopWatch& watch);
   /// Follows a preview. Changes no file.
   void StoreParameters();
 
  private:
   void Open(const std::string& path);
-  void SetParameters(bool isEos1Ds);
-  void SendWhiteBalance();
+  void SetParameters(const CameraImageSettings& settings, bool isEos1Ds);
+  void SendWhiteBalance(const CameraImageSettings& settings);
 
   CameraImageHost& host_;
-  bool used_ = false;
-  bool opened_ = false;
+  std::optional<CameraImageHost::Use> use_;
   CameraImageSdk::Handle item_ = 0;
   CameraImageSdk::Handle picture_ = 0;
-  int digitalGain_ = 0;
-  std::uint16_t whiteBalance_ = camera_white_balance::kAsShot;
 };
 
 }  // namespace ml::rawconvert

@@ -82,7 +82,7 @@ std::optional<ConvertedPicture> ConvertPicture(const std::string& source, RawCon
   const bool postProcesses = PostProcesses(settings);
   const DepthWish depth{.work16 = postProcesses || format.bits16 || settings.method != Method::Normal,
                         .output16 = format.bits16};
-  auto developed = DevelopRawFile(source, exif, settings, depth, tools.developer, progress, tools.stop);
+  auto developed = DevelopRawFile(source, exif, settings, depth, {tools.developer, progress, tools.stop});
   if (!developed) return std::nullopt;
   auto& pixels = developed->pixels;
   const int bytesPerSample = developed->bits16 ? 2 : 1;

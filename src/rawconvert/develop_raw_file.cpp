@@ -23,11 +23,9 @@ struct Order {
   CameraFamily family;
   RawConversionSettings& settings;
   DepthWish depth;
-  RawDeveloper& developer;
-  PassProgress& progress;
-  const std::stop_token& stop;
+  const DevelopTools& tools;
 
-  DevelopWatch Watch() const { return {.progress = &progress, .stop = stop}; }
+  DevelopWatch Watch() const { return {.progress = &tools.progress, .stop = tools.stop}; }
 };
 
 NefSensor ReadSensor(const std::string& path, const DevelopWatch& watch) {
@@ -50,26 +48,28 @@ DevelopedRaw DevelopNefFile(const Order& order) {
   return {DevelopNef(sensor, settings, order.Watch()), order.depth.output16};
 }
 
-DevelopedRaw DevelopCameraImage(const Order& order) {
+CameraImageSettings CameraImageSettingsOf(const Order& order) {
   const auto& settings = order.settings;
   const auto& develop = settings.develop;
-  CameraImage image(order.path, order.developer.CameraImages());
-  if (!image.error.empty()) throw platform::UserError(image.error);
-  image.SetDigitalGain(develop.ExposureCompensation());
-  image.falseColourFilter = settings.falseColourFilter != 0;
   // The first picture of a run is the one whose balance the others take: it has that of the settings.
-  const bool reuse = settings.sameWhiteBalance != 0 && order.developer.CameraImages().coefficients.Known();
+  const bool reuse = settings.sameWhiteBalance != 0 && order.tools.developer.CameraImages().coefficients.Known();
   const auto point = develop.CustomPoint();
-  image.SetWhiteBalance(reuse ? camera_white_balance::kReuse : develop.WhiteBalance());
-  image.customX = point.x;
-  image.customY = point.y;
-  image.colourTemperature = settings.colourTemperature1D;
-  image.linear = settings.method == Method::Linear;
-  image.colourMatrix = static_cast<std::uint16_t>(settings.colourMatrix);
-  image.falseResolutionFilter = settings.falseResolutionFilter != 0;
-  image.edgeLevel = static_cast<std::uint16_t>(settings.sharpnessLevel);
-  image.edgeObject = static_cast<std::uint16_t>(settings.sharpnessObject);
-  auto pixels = image.Develop(order.exif.model, order.depth.work16, order.Watch());
+  return {.digitalGain = develop.ExposureCompensation(),
+          .whiteBalance = reuse ? camera_white_balance::kReuse : develop.WhiteBalance(),
+          .customX = point.x,
+          .customY = point.y,
+          .colourTemperature = settings.colourTemperature1D,
+          .colourMatrix = static_cast<std::uint16_t>(settings.colourMatrix),
+          .edgeLevel = static_cast<std::uint16_t>(settings.sharpnessLevel),
+          .edgeObject = static_cast<std::uint16_t>(settings.sharpnessObject),
+          .falseColourFilter = settings.falseColourFilter != 0,
+          .falseResolutionFilter = settings.falseResolutionFilter != 0,
+          .linear = settings.method == Method::Linear};
+}
+
+DevelopedRaw DevelopCameraImage(const Order& order) {
+  CameraImage image(order.path, order.tools.developer.CameraImages());
+  auto pixels = image.Develop(CameraImageSettingsOf(order), order.exif.model, order.depth.work16, order.Watch());
   const bool wide = pixels.bytesPerSample == 2;
   return {std::move(pixels), wide && order.depth.output16};
 }
@@ -89,7 +89,7 @@ RawDevelopParams ParamsOf(const Order& order) {
 
 std::optional<DevelopedRaw> DevelopWithSdk(const Order& order) {
   auto& settings = order.settings;
-  PictureCollection collection(order.path, order.developer.Development());
+  PictureCollection collection(order.path, order.tools.developer.Development());
   if (!collection.HasPicture()) collection.SelectPicture(0);
   if (!collection.HasPicture()) return std::nullopt;
 
@@ -104,14 +104,14 @@ std::optional<DevelopedRaw> DevelopWithSdk(const Order& order) {
   if (!order.depth.work16 || pixels.bytesPerSample == 1) return DevelopedRaw{std::move(pixels), false};
 
   if (MakesTwoRenders(order.family, settings.method)) {
-    order.progress.text(messages::kHighlights);
-    order.progress.NextPass();
+    order.tools.progress.text(messages::kHighlights);
+    order.tools.progress.NextPass();
     params.SetLinear(true);
     params.SetWhiteBalance(kCustomWhiteBalance);
     auto linear = collection.Develop(
         params, {.output = OutputCode::Bits16, .colourTemperature = settings.colourTemperature10D}, order.Watch());
-    order.progress.text(messages::kCombining);
-    imaging::CombineRenders(pixels, linear, order.exif.model, order.stop);
+    order.tools.progress.text(messages::kCombining);
+    imaging::CombineRenders(pixels, linear, order.exif.model, order.tools.stop);
   }
   return DevelopedRaw{std::move(pixels), order.depth.output16};
 }
@@ -124,9 +124,8 @@ bool MakesTwoRenders(const CameraFamily& family, Method method) {
 
 std::optional<DevelopedRaw> DevelopRawFile(const std::string& path, const metadata::ExifData& exif,
                                            RawConversionSettings& settings, const DepthWish& depth,
-                                           RawDeveloper& developer, PassProgress& progress,
-                                           const std::stop_token& stop) {
-  const Order order{path, exif, FamilyOf(path, exif), settings, depth, developer, progress, stop};
+                                           const DevelopTools& tools) {
+  const Order order{path, exif, FamilyOf(path, exif), settings, depth, tools};
   switch (PathOf(order.family)) {
     case DevelopPath::OwnDecoder:
       return DevelopNefFile(order);

@@ -33,14 +33,20 @@ struct DepthWish {
   bool output16 = false;
 };
 
+/// What a development works with; it outlives the call.
+struct DevelopTools {
+  RawDeveloper& developer;
+  PassProgress& progress;
+  const std::stop_token& stop;
+};
+
 /// Develops `path`, whose shooting data are `exif`, by the settings; by the Combined method twice, with the highlights
 /// of the second render. If the settings carry the white balance on, `settings.develop` has that of this picture
 /// afterwards. Nothing if the developer finds no picture. Throws DevelopError, UndevelopableRaw, CameraImageError,
 /// UserError where a file cannot be opened at all, Cancelled.
 std::optional<DevelopedRaw> DevelopRawFile(const std::string& path, const metadata::ExifData& exif,
                                            RawConversionSettings& settings, const DepthWish& depth,
-                                           RawDeveloper& developer, PassProgress& progress,
-                                           const std::stop_token& stop);
+                                           const DevelopTools& tools);
 
 /// Whether the settings' method makes two renders of such a file.
 bool MakesTwoRenders(const CameraFamily& family, Method method);

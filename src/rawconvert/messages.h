@@ -54,8 +54,6 @@ inline constexpr char kTitle[] = "Convert RAW Files";
 
 inline constexpr char kMakingDirectory[] = "Creating output directory for converted files:\n";
 inline constexpr char kError[] = "Error: ";
-inline constexpr char kNoDirectory[] = "\nis not a directory";
-inline constexpr char kCreating[] = "Error creating directory:\n";
 
 inline constexpr char kSameFile[] = "Sorry, the source and destination files must be different\nFile: ";
 inline constexpr char kSameFileChoice[] =

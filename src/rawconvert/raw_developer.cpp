@@ -33,9 +33,11 @@ imaging::PixelBuffer DevelopCollection(const std::string& path, DevelopmentSdk& 
 }
 
 imaging::PixelBuffer DevelopCameraImage(const std::string& path, const std::string& model, CameraImageHost& host) {
-  CameraImage image(path, host);
-  if (!image.error.empty()) throw platform::UserError(messages::CannotDevelop(path, image.error));
-  return image.Develop(model, false, {});
+  try {
+    return CameraImage(path, host).Develop({}, model, false, {});
+  } catch (const platform::UserError& error) {
+    throw platform::UserError(messages::CannotDevelop(path, error.what()));
+  }
 }
 
 }  // namespace

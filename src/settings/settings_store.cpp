@@ -92,9 +92,9 @@ void WriteWhole(const std::string& path, const SettingsFile& file, const std::st
 
 }  // namespace
 
-std::string settingsFilePath() { return platform::JoinPath(platform::companyConfigDir(), "Marrowlantern/100.toml"); }
+std::string SettingsFilePath() { return platform::JoinPath(platform::companyConfigDir(), "Marrowlantern/100.toml"); }
 
-std::string companionPath() {
+std::string CompanionPath() {
   for (const std::string_view name : {"Downloader/200.toml", "Downloader/100.toml"}) {
     const auto file = ReadSettingsFile(platform::JoinPath(platform::companyConfigDir(), name));
     if (auto path = file.document->Text({kExe}); path && !path->empty()) return std::move(*path);

@@ -8,14 +8,14 @@
 namespace ml::settings {
 
 /// The file of this program's settings: <company folder>/Marrowlantern/100.toml.
-std::string settingsFilePath();
+std::string SettingsFilePath();
 /// Full path of the companion program as it registered itself, or empty.
-std::string companionPath();
+std::string CompanionPath();
 
 /// The settings file of one run. Not for several threads at once.
 class SettingsStore {
  public:
-  explicit SettingsStore(std::string path = settingsFilePath());
+  explicit SettingsStore(std::string path = SettingsFilePath());
 
   const std::string& Path() const { return path_; }
 

@@ -42,7 +42,7 @@ TEST_F(SlideshowCommand, HandsBackWhatItWasLeftWith) {
   EXPECT_EQ(to.slideshow.interval, 7);
   EXPECT_EQ(to.slideshow.showCaption, 0);
   EXPECT_NE(to.display.highQualityMode, 0);
-  EXPECT_TRUE(session->blackAndWhite);
+  EXPECT_TRUE(session->memory.blackAndWhite);
   EXPECT_EQ(session->list.currentIndex, 2);
   EXPECT_EQ(session->list.focusIndex, 2);
   EXPECT_EQ(session->list.SelectedIndices(), std::vector{2});

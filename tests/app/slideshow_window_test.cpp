@@ -37,10 +37,11 @@ class Slideshow : public testing::Test {
     const auto expand = [](const std::string& path, const std::string& format) {
       return platform::ReplaceAll(format, "@file@", path.substr(path.rfind('/') + 1));
     };
-    SlideshowHost host{.making = {.file = {}, .colour = {}, .expand = expand},
-                       .setTag = [this](const auto& path, bool on) { done.push_back((on ? "+" : "-") + path); },
-                       .rotate = [this](const auto& path, bool clockwise,
-                                        QWidget&) { done.push_back((clockwise ? ">" : "<") + path); }};
+    SlideshowHost host{
+        .making = {.file = {}, .colour = {}, .expand = expand},
+        .setTag = [this](const auto& path, bool on) { done.push_back((on ? "+" : "-") + path); },
+        .rotate = [this](const auto& path, imaging::Turn turn,
+                         QWidget&) { done.push_back((turn == imaging::Turn::cw90 ? ">" : "<") + path); }};
     window.reset();
     window = std::make_unique<SlideshowWindow>(state, tagged, std::move(host), pictures, nullptr);
     window->show();

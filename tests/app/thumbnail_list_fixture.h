@@ -77,7 +77,7 @@ struct ThumbnailList {
 
   void Load(std::vector<std::string> names) {
     for (auto& name : names) name = "/shots/" + name;
-    worker->SetThumbnailSize(view->ThumbnailPixels(), true);
+    worker->SetThumbnailSize(view->ThumbnailPixels());
     worker->LoadList(std::move(names));
     view->ListReplaced();
   }

@@ -252,13 +252,13 @@ TEST_F(CatalogueMemory, TagListsRoundTripAndMerge) {
   EXPECT_EQ(ReadAll(saved), a_ + "/1.jpg\n" + a_ + "/3.jpg\n");
   open.list.TagNone();
   open.Tag({"2.jpg"});
-  open.catalogue.LoadTagList(saved, true, false);
+  open.catalogue.LoadTagList(saved, EarlierTags::Keep, TagMatch::StemAndExtension);
   EXPECT_EQ(open.list.TaggedCount(), 3);
   dir_.Write("stems.tag", "C.x\n2.CRW\n");
-  open.catalogue.LoadTagList(dir_ / "stems.tag", false, true);
+  open.catalogue.LoadTagList(dir_ / "stems.tag", EarlierTags::Drop, TagMatch::StemOnly);
   EXPECT_EQ(open.Tagged(), Names{"2.jpg"});
   EXPECT_TRUE(open.ask.shown.empty());
-  open.catalogue.LoadTagList(dir_ / "missing.tag", false, false);
+  open.catalogue.LoadTagList(dir_ / "missing.tag", EarlierTags::Drop, TagMatch::StemAndExtension);
   open.catalogue.SaveTagList(dir_ / "no/directory.tag");
   ASSERT_EQ(open.ask.shown.size(), 2U);
   EXPECT_EQ(open.ask.shown[1].text, "Unable to write to file:\n" + dir_ / "no/directory.tag");

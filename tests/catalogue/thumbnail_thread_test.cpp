@@ -189,16 +189,16 @@ TEST_F(Worker, ANewSizeMakesAllAgainAndTheSameSizeNone) {
   thread_.LoadList(Names({"a", "b"}));
   WaitUntilFinished(2);
   maker_.Forget();
-  thread_.SetThumbnailSize(80, true);
+  thread_.SetThumbnailSize(80);
   EXPECT_EQ(thread_.FinishedCount(), 2);
-  thread_.SetThumbnailSize(160, true);
+  thread_.SetThumbnailSize(160);
   WaitUntilFinished(2);
   EXPECT_EQ(maker_.Asked().size(), 2U);
   EXPECT_EQ(thread_.Item(1)->pixels.width, 160);
 }
 
 TEST_F(WorkerOnTwoThreads, ANewMakerMakesAllAgainAndTheOldOneNoMore) {
-  thread_.SetThumbnailSize(8, false);
+  thread_.SetThumbnailSize(8);
   maker_.Allow(0);
   thread_.LoadList(Names({"/d/a", "/d/b", "/d/bad"}));
   maker_.WaitUntilAsked(2);  // both threads are inside

@@ -5,6 +5,7 @@
 #include "platform/errors.h"
 #include "rawconvert/develop_error.h"
 #include "support/fake_developer.h"
+#include "support/refusal.h"
 
 namespace ml::rawconvert {
 namespace {
@@ -22,13 +23,12 @@ TEST(CameraImage, CallsTheEngineInItsOrder) {
   CameraImageHost host(sdk);
   {
     CameraImage image("/a.tif", host);
-    ASSERT_EQ(image.error, "");
-    image.SetDigitalGain(33);
-    image.colourMatrix = 2;
-    image.edgeObject = 5;
-    image.falseColourFilter = false;
-    image.falseResolutionFilter = true;
-    const auto pixels = image.Develop("Canon EOS-1Ds", true, {});
+    const CameraImageSettings settings{.digitalGain = 33,
+                                       .colourMatrix = 2,
+                                       .edgeObject = 5,
+                                       .falseColourFilter = false,
+                                       .falseResolutionFilter = true};
+    const auto pixels = image.Develop(settings, "Canon EOS-1Ds", true, {});
     EXPECT_EQ(pixels.bytesPerSample, 2);
     image.StoreParameters();
   }
@@ -57,12 +57,8 @@ TEST(CameraImage, WhiteBalanceGoesOutWithItsData) {
     test::FakeCameraImage sdk;
     CameraImageHost host(sdk);
     if (c.known) host.coefficients = sdk.computed;
-    CameraImage image("/a.tif", host);
-    image.customX = 300;
-    image.customY = 7;
-    image.colourTemperature = 5000;
-    image.SetWhiteBalance(c.code);
-    image.Develop("Canon EOS-1D", false, {});
+    const CameraImageSettings settings{.whiteBalance = c.code, .customX = 300, .customY = 7, .colourTemperature = 5000};
+    CameraImage("/a.tif", host).Develop(settings, "Canon EOS-1D", false, {});
     EXPECT_NE(std::ranges::find(sdk.calls, c.line), sdk.calls.end()) << c.line;
     EXPECT_EQ(std::ranges::count_if(sdk.calls, [](auto& line) { return line.starts_with("false resolution"); }), 0);
   }
@@ -82,8 +78,7 @@ TEST(CameraImage, TheModelDecidesTheDepth) {
     test::FakeCameraImage sdk;
     CameraImageHost host(sdk);
     CameraImage image("/a.tif", host);
-    image.linear = c.linear;
-    EXPECT_EQ(image.Develop(c.model, c.wish16, {}).bytesPerSample, c.bytes) << c.model;
+    EXPECT_EQ(image.Develop({.linear = c.linear}, c.model, c.wish16, {}).bytesPerSample, c.bytes) << c.model;
     EXPECT_NE(std::ranges::find(sdk.calls, c.call), sdk.calls.end()) << c.model;
   }
 }
@@ -93,7 +88,7 @@ TEST(CameraImage, SearchesVersionAndTypeAndRemembersTheVersion) {
   sdk.worksFromVersion = 7;
   sdk.type = 2;
   CameraImageHost host(sdk);
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(CameraImage("/a.tif", host).error, "");
+  for (int i = 0; i < 2; ++i) CameraImage("/a.tif", host);
   const Lines once = {"item 258", "item 0", "item 1", "item 2", "open", "close", "close source", "finish"};
   Lines expected = {"start 5", "start 6", "start 7", "source"};
   expected.insert(expected.end(), once.begin(), once.end());
@@ -128,7 +123,7 @@ TEST(CameraImage, FailuresHaveTheirSentences) {
     test::FakeCameraImage sdk;
     sdk.failing = c.failing;
     CameraImageHost host(sdk);
-    EXPECT_EQ(CameraImage(c.path, host).error, c.error);
+    EXPECT_EQ(test::Refusal([&] { CameraImage(c.path, host); }), c.error);
     const auto count = [&](const char* line) { return std::ranges::count(sdk.calls, line); };
     if (c.failing == std::string("start")) continue;
     EXPECT_EQ(count("start 5"), count("finish")) << c.failing;
@@ -140,13 +135,13 @@ TEST(CameraImage, ResultCodesAreThrown) {
   CameraImageHost host(sdk);
   CameraImage image("/a.tif", host);
   sdk.failing = "gain";
-  EXPECT_NO_THROW(image.Develop("Canon EOS-1Ds", false, {}));  // results of parameters are ignored ..
+  EXPECT_NO_THROW(image.Develop({}, "Canon EOS-1Ds", false, {}));  // results of parameters are ignored ..
   sdk.failing = "false resolution";
-  EXPECT_THROW(image.Develop("Canon EOS-1Ds", false, {}), CameraImageError);  // .. but for this one
+  EXPECT_THROW(image.Develop({}, "Canon EOS-1Ds", false, {}), CameraImageError);  // .. but for this one
   sdk.failing = "develop";
   sdk.failure = 0x10000 + 0x2D;
   try {
-    image.Develop("Canon EOS-1D", false, {});
+    image.Develop({}, "Canon EOS-1D", false, {});
     FAIL();
   } catch (const CameraImageError& error) {
     EXPECT_STREQ(error.what(), "cdFILE_DATA_CORRUPT");
@@ -154,7 +149,7 @@ TEST(CameraImage, ResultCodesAreThrown) {
   std::stop_source stop;
   stop.request_stop();
   sdk.failing = "";
-  EXPECT_THROW(image.Develop("Canon EOS-1D", false, {.stop = stop.get_token()}), platform::Cancelled);
+  EXPECT_THROW(image.Develop({}, "Canon EOS-1D", false, {.stop = stop.get_token()}), platform::Cancelled);
 }
 
 }  // namespace

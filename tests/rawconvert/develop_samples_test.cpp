@@ -111,12 +111,9 @@ TEST(DevelopedSamples, BothEnginesGiveTheSamePictureAndProgress) {
     const auto developer = MakeRawDeveloper();
     const auto model = metadata::ExifData(path).model;
     CameraImage image(path, developer->CameraImages());
-    ASSERT_EQ(image.error, "");
-    image.linear = true;
-    image.SetWhiteBalance(9);
-    image.colourTemperature = 4000;
+    const CameraImageSettings warm{.whiteBalance = 9, .colourTemperature = 4000, .linear = true};
     test::ToldProgress progress;
-    const auto one = imaging::HighBytes(image.Develop(model, true, {.progress = &progress}));
+    const auto one = imaging::HighBytes(image.Develop(warm, model, true, {.progress = &progress}));
     EXPECT_TRUE(std::ranges::is_sorted(progress.percents));
     EXPECT_GT(progress.percents.size(), 5U);
     EXPECT_EQ(progress.percents.back(), 100);
@@ -128,9 +125,8 @@ TEST(DevelopedSamples, BothEnginesGiveTheSamePictureAndProgress) {
     params.SetCoefficients(developer->CameraImages().coefficients);
     const auto other = imaging::HighBytes(pictures.Develop(params, {}, {}));
     EXPECT_LT(MeanDifference(one, other), 0.1) << path;
-    image.SetWhiteBalance(9);
-    image.colourTemperature = 8000;
-    EXPECT_GT(MeanDifference(one, image.Develop(model, false, {})), 1) << path;
+    const CameraImageSettings cool{.whiteBalance = 9, .colourTemperature = 8000, .linear = true};
+    EXPECT_GT(MeanDifference(one, image.Develop(cool, model, false, {})), 1) << path;
   }
 }
 

@@ -152,13 +152,13 @@ TEST_F(Store, WritesThroughALinkAndKeepsThePermissions) {
 }
 
 TEST_F(Store, FindsTheCompanionByItsOwnSettings) {
-  EXPECT_EQ(companionPath(), "");
+  EXPECT_EQ(CompanionPath(), "");
   dir.Write("Tarnwick/Downloader/100.toml", "Exe = '/opt/old'\n");
-  EXPECT_EQ(companionPath(), "/opt/old");
+  EXPECT_EQ(CompanionPath(), "/opt/old");
   dir.Write("Tarnwick/Downloader/200.toml", "Exe = 7\n");
-  EXPECT_EQ(companionPath(), "/opt/old");
+  EXPECT_EQ(CompanionPath(), "/opt/old");
   dir.Write("Tarnwick/Downloader/200.toml", "Exe = '/opt/new'\n");
-  EXPECT_EQ(companionPath(), "/opt/new");
+  EXPECT_EQ(CompanionPath(), "/opt/new");
 }
 
 }  // namespace

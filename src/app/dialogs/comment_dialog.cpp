@@ -1,13 +1,13 @@
 #include "app/dialogs/comment_dialog.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QShortcut>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+#include "platform/ui/dialog_buttons.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -27,10 +27,7 @@ std::optional<std::string> EditComment(QWidget& parent, const std::string& name,
   text->selectAll();
   text->document()->setModified(false);
   layout->addWidget(text);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  layout->addWidget(buttons);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  platform::ui::AddOkAndCancel(dialog);
   auto* done = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Return")), &dialog);
   QObject::connect(done, &QShortcut::activated, &dialog, &QDialog::accept);
   dialog.resize(text->fontMetrics().averageCharWidth() * 64, text->fontMetrics().height() * 14);

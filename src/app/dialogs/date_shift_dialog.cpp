@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "catalogue/job_names.h"
 #include "platform/dates.h"
 #include "platform/ui/qt_text.h"
 
@@ -30,7 +31,7 @@ constexpr std::array kUnits = {Unit{"&days", 86'400, 36'500}, Unit{"&hours", 3'6
 class DateShiftDialog final : public QDialog {
  public:
   DateShiftDialog(QWidget& parent, const DateShiftQuestion& question) : QDialog(&parent), question_(question) {
-    setWindowTitle(QStringLiteral("Adjust Image Date/Time"));
+    setWindowTitle(QLatin1String(catalogue::kAdjustDateJob));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(QStringLiteral("Correct the date and time that the camera recorded:")));
     auto* row = new QHBoxLayout;

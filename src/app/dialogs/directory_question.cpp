@@ -1,7 +1,6 @@
 #include "app/dialogs/directory_question.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -9,6 +8,7 @@
 
 #include "app/file_dialogs.h"
 #include "platform/ui/byte_line.h"
+#include "platform/ui/dialog_buttons.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -34,10 +34,7 @@ std::optional<std::string> AskDirectory(QWidget& parent, const DirectoryQuestion
   QObject::connect(browse, &QPushButton::clicked, &dialog, [&] {
     if (const auto chosen = ChooseDirectory(dialog, line->Bytes())) line->SetBytes(*chosen);
   });
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  layout->addWidget(buttons);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  platform::ui::AddOkAndCancel(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return line->Bytes();
 }

@@ -47,7 +47,8 @@ std::optional<std::string> OutputRefusal(const std::string& path) {
 class ExportDialog final : public ToolDialog {
  public:
   ExportDialog(QWidget& parent, const ToolImages& images, const ExportChoice& start, const ExportExample& example)
-      : ToolDialog(parent, {kTitle, messages::kExportSelected, messages::kExportAll, messages::kSelectToExport},
+      : ToolDialog(parent,
+                   {messages::kExportTitle, messages::kExportSelected, messages::kExportAll, messages::kSelectToExport},
                    images),
         example_(example) {
     MakeModes(start.settings.mode);
@@ -82,8 +83,6 @@ class ExportDialog final : public ToolDialog {
   }
 
  private:
-  static constexpr std::string_view kTitle = "Export EXIF Data";
-
   void MakeModes(ExportMode mode) {
     table_ = new QRadioButton(QStringLiteral("One file with a &line for each image"), this);
     texts_ = new QRadioButton(QStringLiteral("The full &text in a file beside each image"), this);
@@ -142,7 +141,7 @@ class ExportDialog final : public ToolDialog {
   std::optional<char> Delimiter() const { return imagefiles::ParseDelimiter(PathFromQt(delimiter_->text())); }
 
   std::optional<std::string> BrowseOutput(const std::string& start) {
-    return platform::ui::QtInteraction(this).saveAs({.title = std::string(kTitle),
+    return platform::ui::QtInteraction(this).saveAs({.title = std::string(messages::kExportTitle),
                                                      .filter = std::string(messages::kExportFilter),
                                                      .defaultExtension = std::string(messages::kExportExtension),
                                                      .start = start});

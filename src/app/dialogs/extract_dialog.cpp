@@ -11,6 +11,7 @@
 #include "app/dialogs/path_field.h"
 #include "app/file_dialogs.h"
 #include "imagefiles/tools/messages.h"
+#include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/ui/qt_text.h"
 
@@ -89,7 +90,7 @@ class ExtractDialog final : public ToolDialog {
     std::error_code error;
     const auto status = std::filesystem::status(directory, error);
     if (std::filesystem::exists(status) && !std::filesystem::is_directory(status)) {
-      return messages::OutputIsNoDirectory(directory);
+      return platform::messages::kOutputIsNoDirectory + directory;
     }
     return std::nullopt;
   }

@@ -1,11 +1,11 @@
 #include "app/dialogs/name_dialog.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QVBoxLayout>
 
 #include "platform/ui/byte_line.h"
+#include "platform/ui/dialog_buttons.h"
 
 namespace ml::app {
 
@@ -25,15 +25,12 @@ std::optional<std::string> AskName(QWidget& parent, const NameQuestion& question
   line->selectAll();
   layout->addWidget(line);
   layout->addStretch();
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  layout->addWidget(buttons);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
+  platform::ui::AddOkAndCancel(dialog, [&] {
     const auto refusal = line->isModified() ? refuse(line->Bytes()) : std::nullopt;
     if (!refusal) return dialog.accept();
     TellRefusal(dialog, *refusal);
     line->setFocus();
   });
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return line->Bytes();
 }

@@ -8,6 +8,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "catalogue/job_names.h"
+
 namespace ml::app {
 namespace {
 
@@ -17,7 +19,7 @@ constexpr int kTextWidth = 52;  ///< in characters
 class RegenerateDialog final : public QDialog {
  public:
   RegenerateDialog(QWidget& parent, int count, const imagefiles::EmbeddedJpegSettings& start) : QDialog(&parent) {
-    setWindowTitle(QStringLiteral("Regenerate embedded JPEGs"));
+    setWindowTitle(QLatin1String(catalogue::kRegenerateJob));
     auto* layout = new QVBoxLayout(this);
     auto* what = new QLabel(
         QStringLiteral("The raw data are developed as they were shot. The JPEG made of them takes the place of the one "

@@ -1,7 +1,6 @@
 #include "app/dialogs/rename_dialog.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +8,7 @@
 
 #include "platform/paths.h"
 #include "platform/ui/byte_line.h"
+#include "platform/ui/dialog_buttons.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::app {
@@ -33,17 +33,14 @@ std::optional<std::string> AskNewName(QWidget& parent, const std::string& oldNam
   extension->setFixedWidth(extension->fontMetrics().averageCharWidth() * 10);
   row->addWidget(stem);
   row->addWidget(extension);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  layout->addWidget(buttons);
   std::string name;
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
+  platform::ui::AddOkAndCancel(dialog, [&] {
     name = stem->Bytes() + extension->Bytes();
     const auto refusal = name == oldName ? std::nullopt : refuse(name);
     if (!refusal) return dialog.accept();
     TellRefusal(dialog, *refusal);
     stem->setFocus();
   });
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   stem->selectAll();
   stem->setFocus();
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "app/dialogs/refusal_box.h"
+#include "platform/ui/field_label.h"
 #include "platform/ui/qt_text.h"
 #include "platform/ui/remark.h"
 
@@ -56,9 +57,7 @@ bool ToolDialog::RunAt(std::string& place) {
 
 QLabel* ToolDialog::AddField(QGridLayout& grid, const char* label, QWidget& field, QWidget& focus) {
   const int row = grid.rowCount();
-  auto* text = new QLabel(QString::fromUtf8(label), field.parentWidget());
-  text->setBuddy(&focus);
-  focus.setAccessibleName(text->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+  auto* text = platform::ui::MakeFieldLabel(label, focus, field.parentWidget());
   // In the middle of the line, not of what may stand below it.
   text->setMinimumHeight(focus.sizeHint().height());
   grid.addWidget(text, row, 0, Qt::AlignTop);

@@ -11,6 +11,7 @@
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "catalogue/directory_edits.h"
+#include "catalogue/job_names.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
@@ -109,7 +110,7 @@ void DeleteTreeDirectory(CommandContext& context, catalogue::DeleteTo to) {
   const auto directory = context.view.TreeDirectory();
   if (directory.empty()) return;
   if (session.Ask().ask(DeleteDirectoryQuestion(directory, to)) != platform::Button::Yes) return;
-  ChangeDirectory(context, directory, kDeleteJob, [&](platform::EditBatch& batch) {
+  ChangeDirectory(context, directory, catalogue::kDeleteJob, [&](platform::EditBatch& batch) {
     catalogue::DeleteDirectory(directory, to, session.Journal().Bin(), &batch);
   });
   context.view.SelectInTree(Above(directory));

@@ -13,6 +13,7 @@
 #include "app/marrowlantern_view.h"
 #include "app/messages.h"
 #include "app/session.h"
+#include "catalogue/job_names.h"
 #include "imagefiles/edits/adjust_dates.h"
 #include "imagefiles/edits/developed_jpegs.h"
 #include "imagefiles/edits/icc_edits.h"
@@ -102,7 +103,7 @@ void TurnAll(CommandContext& context, const std::vector<std::string>& paths, Tur
     if (!MayRewriteTiff(path, warn, tools.options, host.ask)) return;
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::Rotate(*file, turn, tools);
   };
-  RunEdits(context, {.title = kRotateJob, .verb = "Rotating", .paths = paths, .edit = rotate, .over = over});
+  RunEdits(context, {.title = catalogue::kRotateJob, .verb = "Rotating", .paths = paths, .edit = rotate, .over = over});
 }
 
 template <Turn turn>
@@ -124,7 +125,8 @@ void EditComments(CommandContext& context) {
     const auto file = imagefiles::CreateImageFile(changed, tools.options);
     if (file) imagefiles::SetComment(*file, *text, tools);
   };
-  RunEdits(context, {.title = kCommentJob, .verb = "Writing the comment of", .paths = {path}, .edit = write});
+  RunEdits(context,
+           {.title = catalogue::kCommentJob, .verb = "Writing the comment of", .paths = {path}, .edit = write});
 }
 
 DateShiftQuestion QuestionFor(const Session& session, const std::vector<std::string>& selected) {
@@ -151,7 +153,7 @@ void AdjustDateTime(CommandContext& context) {
       throw platform::UserError(ErrorAdjustingDate(path, error.what()));
     }
   };
-  RunEdits(context, {.title = kAdjustDateJob,
+  RunEdits(context, {.title = catalogue::kAdjustDateJob,
                      .verb = "Adjusting the date of",
                      .paths = shift->all ? session.list.files : selected,
                      .edit = adjust});
@@ -170,13 +172,14 @@ void AutoRotate(CommandContext& context) {
   const auto turn = [](const std::string& path, const EditTools& tools, const platform::JobHost&) {
     if (const auto file = imagefiles::CreateImageFile(path, tools.options)) imagefiles::AutoRotate(*file, tools);
   };
-  TellTurnErrors(
-      context, [&] { RunEdits(context, {.title = kAutoRotateJob, .verb = "Rotating", .paths = paths, .edit = turn}); });
+  TellTurnErrors(context, [&] {
+    RunEdits(context, {.title = catalogue::kAutoRotateJob, .verb = "Rotating", .paths = paths, .edit = turn});
+  });
 }
 
 void EmbedProfile(CommandContext& context) {
   auto& session = context.session;
-  const auto paths = OnlyJpegs(TargetsOf(context, kSelectToEmbed));
+  const auto paths = OnlyJpegs(TargetsOf(context, kSelectJpegs));
   if (paths.empty()) return;
   const auto profile = OpenFile(context.frame, {.title = std::string(kChooseProfileTitle),
                                                 .filter = std::string(kProfileFilter),
@@ -188,7 +191,7 @@ void EmbedProfile(CommandContext& context) {
       throw platform::UserError(NoPlaceForProfile(path));
     }
   };
-  RunEdits(context, {.title = kEmbedJob, .verb = "Embedding the profile in", .paths = paths, .edit = embed});
+  RunEdits(context, {.title = catalogue::kEmbedJob, .verb = "Embedding the profile in", .paths = paths, .edit = embed});
 }
 
 void RegenerateThumbnails(CommandContext& context) {
@@ -197,9 +200,9 @@ void RegenerateThumbnails(CommandContext& context) {
     const auto file = imagefiles::CreateImageFile(path, tools.options);
     if (file && !imagefiles::RegenerateThumbnail(*file, tools)) full.push_back(path);
   };
-  RunEdits(context, {.title = kThumbnailJob,
+  RunEdits(context, {.title = catalogue::kThumbnailJob,
                      .verb = "Making the thumbnail of",
-                     .paths = OnlyJpegs(TargetsOf(context, kSelectForThumbnails)),
+                     .paths = OnlyJpegs(TargetsOf(context, kSelectJpegs)),
                      .edit = make});
   if (!full.empty()) context.session.Ask().message({.text = NoRoomForThumbnails(full)});
 }
@@ -220,7 +223,7 @@ void RegenerateJpegs(CommandContext& context) {
     const auto file = imagefiles::CreateImageFile(path, tools.options);
     if (file) imagefiles::RegenerateEmbeddedJpeg(*file, *settings, &developer, tools);
   };
-  RunEdits(context, {.title = kRegenerateJob,
+  RunEdits(context, {.title = catalogue::kRegenerateJob,
                      .verb = "Making the embedded JPEG of",
                      .paths = paths,
                      .edit = make,

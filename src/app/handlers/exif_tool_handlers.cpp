@@ -28,8 +28,7 @@ using imagefiles::ExtractSettings;
 using imagefiles::ToolReport;
 using imagefiles::ToolRun;
 
-constexpr std::string_view kExportJob = "Export EXIF Data", kCopyFromJob = "Copy EXIF Data",
-                           kCopyFromTitle = "Copy EXIF data from",
+constexpr std::string_view kCopyFromJob = "Copy EXIF Data", kCopyFromTitle = "Copy EXIF data from",
                            kCopyFromFilter =
                                "Images (*.jpg;*.jpe;*.jpeg;*.tif;*.tiff;*.crw;*.thm;*.nef;*.mrw;*.orf;"
                                "*.raf;*.pef)|*.jpg;*.jpe;*.jpeg;*.tif;*.tiff;*.crw;*.thm;*.nef;*.mrw;"
@@ -71,7 +70,7 @@ void CopyExif(CommandContext& context) {
   auto& session = context.session;
   if (session.list.Empty()) return;
   const auto images = ImagesFor(session);
-  auto& remembered = session.tools.copyDirectory;
+  auto& remembered = session.memory.tools.copyDirectory;
   auto& toTiffs = session.settings.shootingData.copyExifDataToTiffs;
   const auto choice = AskExifCopy(context.frame, session.settings.dialogPlaces["ExifCopy"], images,
                                   {.directory = OrSuggested(remembered, images.directory),
@@ -97,7 +96,7 @@ void CopyExifFrom(CommandContext& context) {
   const int index = session.TargetIndex();
   if (index < 0) return;
   const auto destination = session.list.files[static_cast<std::size_t>(index)];
-  auto& remembered = session.tools.copySource;
+  auto& remembered = session.memory.tools.copySource;
   const auto source = OpenFile(context.frame, {.title = std::string(kCopyFromTitle),
                                                .filter = std::string(kCopyFromFilter),
                                                .start = OrSuggested(remembered, session.Images().Directory())});
@@ -135,7 +134,7 @@ void ExportExif(CommandContext& context) {
   if (session.list.Empty()) return;
   const auto images = ImagesFor(session);
   const auto suggested = platform::JoinPath(images.directory, imagefiles::kDefaultExportName);
-  auto& remembered = session.tools.exportFile;
+  auto& remembered = session.memory.tools.exportFile;
   const auto options = session.ImageOptions().ForExif();
   metadata::ExifData first(images.First(), options);
   const auto example = [&](const ExportSettings& settings) {
@@ -152,7 +151,7 @@ void ExportExif(CommandContext& context) {
   const auto write = [&](const EditTools& tools, const ToolRun& run) {
     imagefiles::ExportExif(choice->all ? images.all : images.selected, choice->settings, session.locale, tools, run);
   };
-  const auto report = RunToolJob(context, {std::string(kExportJob), write});
+  const auto report = RunToolJob(context, {std::string(messages::kExportTitle), write});
   if (const int count = CountDone(report); count > 0) ShowStatus(context, Exported(count));
   TellNotes(context, report);
 }
@@ -172,7 +171,7 @@ ExtractSettings RememberedExtract(const Session& session, const std::string& dir
           .rotate = keys.extractJpegRotate != 0,
           .timestamp = keys.extractJpegTimestamp != 0,
           .viewingJpegs = keys.extractJpegCopyViewingJpegs != 0,
-          .overwrite = session.tools.overwriteJpegs};
+          .overwrite = session.memory.tools.overwriteJpegs};
 }
 
 void Remember(const ExtractSettings& from, Session& session) {
@@ -181,7 +180,7 @@ void Remember(const ExtractSettings& from, Session& session) {
   keys.extractJpegRotate = from.rotate ? 1 : 0;
   keys.extractJpegTimestamp = from.timestamp ? 1 : 0;
   keys.extractJpegCopyViewingJpegs = from.viewingJpegs ? 1 : 0;
-  session.tools.overwriteJpegs = from.overwrite;
+  session.memory.tools.overwriteJpegs = from.overwrite;
 }
 
 void ExtractJpegs(CommandContext& context) {
@@ -190,7 +189,7 @@ void ExtractJpegs(CommandContext& context) {
   const auto raws = RawFilesFor(session);
   if (raws.all.empty()) throw platform::UserError(std::string(messages::kSelectToExtract));
   const auto suggested = imagefiles::DefaultExtractDirectory(raws.First());
-  auto& remembered = session.tools.extractDirectory;
+  auto& remembered = session.memory.tools.extractDirectory;
   const auto choice = AskExtract(context.frame, session.settings.dialogPlaces["ExtractJpegs"], raws,
                                  RememberedExtract(session, OrSuggested(remembered, suggested)));
   if (!choice) return;

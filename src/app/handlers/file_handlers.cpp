@@ -14,6 +14,8 @@
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
 #include "catalogue/delete_files.h"
+#include "catalogue/job_names.h"
+#include "catalogue/messages.h"
 #include "catalogue/new_name.h"
 #include "catalogue/renamed_names.h"
 #include "catalogue/shooting_timestamps.h"
@@ -35,14 +37,14 @@ void Transfer(CommandContext& context) {
   const auto paths = TargetsOf(context, kMove ? kSelectToMove : kSelectToCopy);
   if (paths.empty()) return;
   const std::string here(platform::DirectoryOf(session.list.files.front()));
-  const auto typed =
-      AskDirectory(context.frame, {.title = kMove ? kMoveTitle : kCopyTitle,
-                                   .prompt = kDestinationPrompt,
-                                   .start = session.lastDestination.empty() ? here : session.lastDestination});
+  const auto typed = AskDirectory(
+      context.frame, {.title = kMove ? kMoveTitle : kCopyTitle,
+                      .prompt = kDestinationPrompt,
+                      .start = session.memory.lastDestination.empty() ? here : session.memory.lastDestination});
   if (!typed) return;
   const auto directory = catalogue::TransferDirectory(*typed, session.Images().Directory(), session.Ask());
   if (!directory) return;
-  session.lastDestination = *directory;
+  session.memory.lastDestination = *directory;
 
   RunTransfer(context, kind, *directory, paths);
 }
@@ -51,19 +53,21 @@ bool TreeIsMeant(CommandContext& context) {
   return context.session.State().treeHasFocus && context.session.mode != ViewMode::Main;
 }
 
-void DeleteImages(CommandContext& context, bool permanent) {
+/// Where deleted images go by the settings.
+DeleteTo UsualDeleteTo(const Session& session) {
+  return session.settings.catalogue.recycleDeletedFiles != 0 ? DeleteTo::Trash : DeleteTo::DeletedFolder;
+}
+
+void DeleteImages(CommandContext& context, DeleteTo to) {
   auto& session = context.session;
   auto paths = TargetsOf(context, kSelectToDelete);
   if (paths.empty()) return;
-  const auto& settings = session.settings.catalogue;
-  const auto to =
-      permanent ? DeleteTo::Nowhere : (settings.recycleDeletedFiles != 0 ? DeleteTo::Trash : DeleteTo::DeletedFolder);
   // Kept: several images are always asked for.
-  const bool ask = permanent || settings.confirmDelete != 0 || paths.size() > 1;
+  const bool ask = to == DeleteTo::Nowhere || session.settings.catalogue.confirmDelete != 0 || paths.size() > 1;
   if (ask && session.Ask().ask(DeleteQuestion(paths.size(), to)) != platform::Button::Yes) return;
   std::ranges::reverse(paths);
   imagefiles::CompanionFinder companions(session.ImageOptions());
-  RunRemoving(context, {.title = std::string(kDeleteJob),
+  RunRemoving(context, {.title = std::string(catalogue::kDeleteJob),
                         .progressVerb = "Deleting",
                         .paths = paths,
                         .act = [&](const std::string& path, const ImageJobTools& tools) {
@@ -74,11 +78,12 @@ void DeleteImages(CommandContext& context, bool permanent) {
 }
 
 void Delete(CommandContext& context) {
-  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Trash) : DeleteImages(context, false);
+  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Trash)
+                       : DeleteImages(context, UsualDeleteTo(context.session));
 }
 
 void DeletePermanently(CommandContext& context) {
-  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Nowhere) : DeleteImages(context, true);
+  TreeIsMeant(context) ? DeleteTreeDirectory(context, DeleteTo::Nowhere) : DeleteImages(context, DeleteTo::Nowhere);
 }
 
 void RenameImage(CommandContext& context) {
@@ -93,9 +98,9 @@ void RenameImage(CommandContext& context) {
   if (!name || *name == platform::FileName(path)) return;
   auto& worker = session.Worker();
   const platform::PauseGuard pause(worker);
-  platform::EditBatch batch(session.Journal().Edits(), std::string(kRenameJob));
+  platform::EditBatch batch(session.Journal().Edits(), std::string(catalogue::kRenameJob));
   const auto settle = qScopeGuard([&] {
-    CommitEdits(context, std::string(kRenameJob), batch);
+    CommitEdits(context, std::string(catalogue::kRenameJob), batch);
     context.view.NamesChanged();
   });
   worker.RenameOne(path, std::string(platform::DirectoryOf(path)) + *name, catalogue::CaseMode::Unchanged,
@@ -110,7 +115,7 @@ void Timestamp(CommandContext& context) {
   imagefiles::CompanionFinder companions(session.ImageOptions());
   const auto options = session.ImageOptions();
   std::vector<std::string> failed;
-  RunImageJob(context, {.title = std::string(kTimestampJob),
+  RunImageJob(context, {.title = std::string(catalogue::kTimestampJob),
                         .progressVerb = "Setting the time of",
                         .paths = paths,
                         .act = [&](const std::string& path, const ImageJobTools& tools) {
@@ -121,7 +126,8 @@ void Timestamp(CommandContext& context) {
                         }});
   session.FilesChanged({});
   if (failed.empty()) return;
-  throw platform::UserError(paths.size() == 1 ? UnableToSetTimestamp(failed.front()) : ErrorSettingTimestamps(failed));
+  throw platform::UserError(paths.size() == 1 ? catalogue::UnableToSetTimestamp(failed.front())
+                                              : ErrorSettingTimestamps(failed));
 }
 
 /// Marks, custom order and the current image go back with their files.

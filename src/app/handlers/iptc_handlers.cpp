@@ -14,12 +14,12 @@ void EditIptc(CommandContext& context) {
   if (!sheet) return;
   auto& place = session.settings.dialogPlaces[kPlaceName];
   sheet->restoreGeometry(QByteArray(place.data(), static_cast<qsizetype>(place.size())));
-  sheet->ShowPage(session.iptcPage);
+  sheet->ShowPage(session.memory.iptcPage);
   sheet->exec();
   // Closed together with its question, the sheet may take the keys with it: the window manager meant them for it.
   context.frame.activateWindow();
   place = sheet->saveGeometry().toStdString();
-  session.iptcPage = sheet->Page();
+  session.memory.iptcPage = sheet->Page();
   TakeIptcRules(sheet->Rules(), session);
 }
 

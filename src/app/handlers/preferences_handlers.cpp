@@ -7,6 +7,8 @@
 #include "app/preferences/preference_changes.h"
 #include "app/preferences/ui/preferences_dialog.h"
 #include "app/session.h"
+#include "imagefiles/profile_finder.h"
+#include "options/engine_options.h"
 #include "platform/paths.h"
 
 namespace ml::app {
@@ -14,13 +16,10 @@ namespace {
 
 constexpr const char* kPlaceName = "Preferences";
 
-/// Where the desktop keeps the profiles of all users.
-constexpr std::string_view kSystemProfiles = "/usr/share/color/icc";
-
 std::optional<std::string> BrowseForProfile(QWidget& parent, const std::string& path) {
   const auto answer = OpenFile(parent, {.title = std::string(kChooseProfileTitle),
                                         .filter = std::string(kProfileFilter),
-                                        .start = path.empty() ? std::string(kSystemProfiles) : path});
+                                        .start = path.empty() ? imagefiles::kSystemProfiles : path});
   if (!answer) return std::nullopt;
   return answer->path;
 }
@@ -38,7 +37,7 @@ void TakeOver(const settings::Settings& edited, CommandContext& context) {
   auto& view = context.view;
   const auto effects = EffectsOf(session.settings, edited);
   TakePreferences(edited, session.settings);
-  session.OptionsChanged();
+  session.Images().SetOptions(options::CatalogueOptionsOf(session.settings));
   if (effects.Has(Effect::RedrawThumbnails) || effects.Has(Effect::RedrawHistogram) ||
       effects.Has(Effect::ReloadDirectory)) {
     view.SettingsChanged();
@@ -68,10 +67,10 @@ void ShowPreferences(CommandContext& context) {
     context.frame.Runner().Do([&] { TakeOver(edited, context); });
   });
   dialog.restoreGeometry(QByteArray(place.data(), static_cast<qsizetype>(place.size())));
-  dialog.ShowPage(session.preferencesPage);
+  dialog.ShowPage(session.memory.preferencesPage);
   dialog.exec();
   place = dialog.saveGeometry().toStdString();
-  session.preferencesPage = dialog.Page();
+  session.memory.preferencesPage = dialog.Page();
 }
 
 constexpr HandlerRow kHandlers[] = {{CommandId::Preferences, ShowPreferences}};

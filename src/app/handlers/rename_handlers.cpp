@@ -15,6 +15,7 @@
 #include "batch/apply_rename.h"
 #include "batch/messages.h"
 #include "batch/ui/batch_rename_dialog.h"
+#include "catalogue/job_names.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -58,12 +59,12 @@ std::vector<batch::RenameImage> ReadImages(CommandContext& context, const std::v
     return batch::ReadRenameImages(paths, options, silent, {});
   }
   std::vector<batch::RenameImage> images;
-  platform::ui::RunJob(
-      &context.frame,
-      {.title = platform::ui::ToQString(kBatchRenameJob), .nice = NiceOf(context.session.settings.raw.threadPriority)},
-      context.session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
-        images = batch::ReadRenameImages(paths, options, host.progress, stop);
-      });
+  platform::ui::RunJob(&context.frame,
+                       {.title = platform::ui::ToQString(catalogue::kBatchRenameJob),
+                        .nice = NiceOf(context.session.settings.raw.threadPriority)},
+                       context.session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+                         images = batch::ReadRenameImages(paths, options, host.progress, stop);
+                       });
   return images;
 }
 
@@ -101,26 +102,26 @@ void Rename(CommandContext& context, const Accepted& accepted) {
   const platform::PauseGuard thumbnails(worker);
   const platform::PauseGuard pictures(context.view.Display().Gate());
   imagefiles::CompanionFinder companions(session.ImageOptions());
-  platform::EditBatch batch(session.Journal().Edits(), std::string(kBatchRenameJob));
-  const auto settle = qScopeGuard([&] { CommitEdits(context, std::string(kBatchRenameJob), batch); });
+  platform::EditBatch batch(session.Journal().Edits(), std::string(catalogue::kBatchRenameJob));
+  const auto settle = qScopeGuard([&] { CommitEdits(context, std::string(catalogue::kBatchRenameJob), batch); });
   const auto asJob = [&](catalogue::RenameTools& tools, const std::function<void()>& work) {
-    platform::ui::RunJob(
-        &context.frame,
-        {.title = platform::ui::ToQString(kBatchRenameJob), .nice = NiceOf(session.settings.raw.threadPriority)},
-        session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
-          host.progress.text(RenamingImages(accepted.paths.sources.size()));
-          tools.stop = stop;
-          tools.progress = [&](std::size_t done, std::size_t count) {
-            host.progress.percent(static_cast<int>(done * 100 / count));
-          };
-          work();
-        });
+    platform::ui::RunJob(&context.frame,
+                         {.title = platform::ui::ToQString(catalogue::kBatchRenameJob),
+                          .nice = NiceOf(session.settings.raw.threadPriority)},
+                         session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+                           host.progress.text(RenamingImages(accepted.paths.sources.size()));
+                           tools.stop = stop;
+                           tools.progress = [&](std::size_t done, std::size_t count) {
+                             host.progress.percent(static_cast<int>(done * 100 / count));
+                           };
+                           work();
+                         });
   };
   try {
     worker.RenameFiles(accepted.paths.sources, accepted.paths.destinations, accepted.caseMode,
                        {.companions = companions, .trash = session.Journal().Bin(), .batch = &batch}, asJob);
   } catch (const platform::Cancelled&) {
-    ShowStatus(context, std::string(kBatchRenameJob) + ": cancelled");
+    ShowStatus(context, std::string(catalogue::kBatchRenameJob) + ": cancelled");
   } catch (const platform::UserError&) {
     throw;
   } catch (const std::exception&) {

@@ -35,8 +35,8 @@ SlideshowState StateFrom(const Session& session) {
   state.formatString = from.formatString;
   state.bottomCaption = from.bottomCaption != 0;
   state.showCaption = from.showCaption != 0;
-  state.highQuality = session.Quality().highQuality;
-  state.blackAndWhite = session.Quality().greyscale;
+  state.highQuality = session.settings.display.highQualityMode != 0;
+  state.blackAndWhite = session.memory.blackAndWhite;
   state.allImages = ImagesFor(session);
   return state;
 }
@@ -56,15 +56,15 @@ void HandBack(const SlideshowState& state, CommandContext& context) {
     list.focusIndex = index;
   }
   context.view.LoadImage(index, Reload::Force);
-  if (session.blackAndWhite == state.blackAndWhite) return;
-  session.blackAndWhite = state.blackAndWhite;
+  if (session.memory.blackAndWhite == state.blackAndWhite) return;
+  session.memory.blackAndWhite = state.blackAndWhite;
   context.view.BlackAndWhiteChanged();
 }
 
 /// Tells of failures itself: nobody above the window could.
-void Turn(CommandContext& context, const std::string& path, bool clockwise, QWidget& window) {
+void TurnAndTell(CommandContext& context, const std::string& path, imaging::Turn turn, QWidget& window) {
   try {
-    TurnImage(context, path, clockwise ? imaging::Turn::cw90 : imaging::Turn::cw270, window);
+    TurnImage(context, path, turn, window);
   } catch (const std::exception& error) {
     platform::ui::QtInteraction(&window).message(ErrorRotating(error.what()));
   }
@@ -81,8 +81,8 @@ SlideshowHost HostFor(CommandContext& context) {
                      .colour = options::ColourOptionsOf(session.settings),
                      .expand = expand},
           .setTag = [&session](const auto& path, bool on) { session.list.SetTag(session.list.IndexOfPath(path), on); },
-          .rotate = [&context](const auto& path, bool clockwise,
-                               QWidget& window) { Turn(context, path, clockwise, window); }};
+          .rotate = [&context](const auto& path, imaging::Turn turn,
+                               QWidget& window) { TurnAndTell(context, path, turn, window); }};
 }
 
 /// Made for the first show, they live as long as the view: what is still being decoded when a show ends is waited for

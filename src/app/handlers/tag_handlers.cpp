@@ -51,7 +51,7 @@ void SaveTags(CommandContext& context) {
   if (path) context.session.Images().SaveTagList(*path);
 }
 
-template <bool merge>
+template <catalogue::EarlierTags earlier>
 void LoadTags(CommandContext& context) {
   auto& ignoreExtension = context.session.settings.catalogue.tagsIgnoreExt;
   const auto answer = OpenFile(context.frame, {.title = std::string(kLoadTagsTitle),
@@ -61,7 +61,8 @@ void LoadTags(CommandContext& context) {
                                                .checked = ignoreExtension != 0});
   if (!answer) return;
   ignoreExtension = answer->checked ? 1 : 0;
-  context.session.Images().LoadTagList(answer->path, merge, answer->checked);
+  const auto match = answer->checked ? catalogue::TagMatch::StemOnly : catalogue::TagMatch::StemAndExtension;
+  context.session.Images().LoadTagList(answer->path, earlier, match);
 }
 
 using catalogue::ImageList;
@@ -77,8 +78,8 @@ constexpr HandlerRow kHandlers[] = {
     {CommandId::UntagSelected, ForAll<&ImageList::UntagSelected>},
     {CommandId::TagNone, ForAll<&ImageList::TagNone>},
     {CommandId::SaveTags, SaveTags},
-    {CommandId::LoadTags, LoadTags<false>},
-    {CommandId::MergeTags, LoadTags<true>},
+    {CommandId::LoadTags, LoadTags<catalogue::EarlierTags::Drop>},
+    {CommandId::MergeTags, LoadTags<catalogue::EarlierTags::Keep>},
 };
 
 }  // namespace

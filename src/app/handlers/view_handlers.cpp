@@ -36,7 +36,7 @@ void ShowExifData(CommandContext& context) {
 
 template <int size>
 void ShowSize(CommandContext& context) {
-  context.session.SetThumbnailSizeMode(size);
+  context.session.settings.catalogue.thumbnailSize = size;
   context.view.ThumbnailSizeChanged();
   if (context.session.mode == ViewMode::Main) context.view.SetViewMode(ViewMode::Thumbnails);
 }
@@ -48,7 +48,7 @@ void ToggleHighQuality(CommandContext& context) {
 }
 
 void ToggleBlackAndWhite(CommandContext& context) {
-  context.session.blackAndWhite = !context.session.blackAndWhite;
+  context.session.memory.blackAndWhite = !context.session.memory.blackAndWhite;
   context.view.BlackAndWhiteChanged();
 }
 
@@ -58,7 +58,9 @@ void ToggleControls(CommandContext& context) {
   context.view.ApplyLayout();
 }
 
-void ToggleStatusBar(CommandContext& context) { context.session.statusBarShown = !context.session.statusBarShown; }
+void ToggleStatusBar(CommandContext& context) {
+  context.session.memory.statusBarShown = !context.session.memory.statusBarShown;
+}
 
 template <int step>
 void Go(CommandContext& context) {

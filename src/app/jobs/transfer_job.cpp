@@ -7,6 +7,7 @@
 #include "app/file_messages.h"
 #include "app/marrowlantern_view.h"
 #include "app/session.h"
+#include "catalogue/job_names.h"
 #include "imagefiles/format_table.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
@@ -56,7 +57,7 @@ void RunTransfer(CommandContext& context, TransferKind kind, const std::string& 
   auto& session = context.session;
   imagefiles::CompanionFinder companions(session.ImageOptions());
   std::optional<catalogue::FileTransfer> transfer;
-  RunRemoving(context, {.title = std::string(move ? kMoveJob : kCopyJob),
+  RunRemoving(context, {.title = std::string(move ? catalogue::kMoveJob : catalogue::kCopyJob),
                         .progressVerb = move ? "Moving" : "Copying",
                         .paths = paths,
                         .act = [&](const std::string& path, const ImageJobTools& tools) {

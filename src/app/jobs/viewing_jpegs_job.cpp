@@ -21,7 +21,7 @@ std::vector<std::string> RawFilesWithout(Session& session) {
   for (const auto& path : session.list.files) {
     if (!platform::EndsWithNoCase(path, ".tif") || !platform::FindCompanion(path, ".jpg").empty()) continue;
     // Not the handlers' wider test: only here would the catalogue take the JPEG for a companion.
-    if (imagefiles::catalogueEos1D(path) && session.viewingJpegsTried.insert(path).second) paths.push_back(path);
+    if (imagefiles::catalogueEos1D(path) && session.memory.viewingJpegsTried.insert(path).second) paths.push_back(path);
   }
   return paths;
 }

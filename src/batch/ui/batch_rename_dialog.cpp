@@ -20,6 +20,7 @@
 #include "batch/ui/token_help.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "platform/ui/field_label.h"
 #include "platform/ui/help_button.h"
 #include "platform/ui/qt_interaction.h"
 #include "platform/ui/qt_text.h"
@@ -41,12 +42,10 @@ constexpr int kLongestText = 127;
 
 /// A label before `field`, both in a line of their own.
 void AddField(QGridLayout& grid, const char* label, QWidget* field, QWidget* whole = nullptr) {
-  auto* text = new QLabel(QLatin1String(label), field->parentWidget());
-  text->setBuddy(field);
+  auto* text = platform::ui::MakeFieldLabel(label, *field, field->parentWidget());
   const int line = grid.rowCount();
   grid.addWidget(text, line, 0);
   grid.addWidget(whole != nullptr ? whole : field, line, 1);
-  field->setAccessibleName(text->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')));
 }
 
 QWidget* SideBySide(QWidget* field, QWidget* other, QWidget* parent) {

@@ -1,13 +1,13 @@
 #include "batch/ui/caption_dialog.h"
 
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "batch/ui/slideshow_texts.h"
 #include "platform/text.h"
+#include "platform/ui/dialog_buttons.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::batch::ui {
@@ -34,10 +34,7 @@ std::optional<std::string> AskCaptionFormat(QWidget& parent, const std::string& 
   prompt->setBuddy(line);
   layout->addWidget(line);
   layout->addStretch();
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  layout->addWidget(buttons);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  platform::ui::AddOkAndCancel(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   if (!line->isModified()) return format;
   return std::string(platform::CutToBytes(line->text().toStdString(), kMaxBytes));

@@ -70,9 +70,10 @@ const SlideshowWindow::Command SlideshowWindow::kCommands[] = {
      [](auto& w) { return w.ShowsImage(); }},
     {texts::kTaggedOnly, [](auto& w) { w.player_.SetTaggedOnly(!w.State().taggedOnly); },
      [](auto& w) { return w.State().taggedOnly; }},
-    {texts::kRotateLeft, [](auto& w) { w.Rotate(false); }, nullptr, nullptr, [](auto& w) { return w.ShowsImage(); },
-     true},
-    {texts::kRotateRight, [](auto& w) { w.Rotate(true); }, nullptr, nullptr, [](auto& w) { return w.ShowsImage(); }},
+    {texts::kRotateLeft, [](auto& w) { w.Rotate(imaging::Turn::cw270); }, nullptr, nullptr,
+     [](auto& w) { return w.ShowsImage(); }, true},
+    {texts::kRotateRight, [](auto& w) { w.Rotate(imaging::Turn::cw90); }, nullptr, nullptr,
+     [](auto& w) { return w.ShowsImage(); }},
     {texts::kHighQuality, [](auto& w) { w.player_.SetQuality(!w.State().highQuality, w.State().blackAndWhite); },
      [](auto& w) { return w.State().highQuality; }, nullptr, nullptr, true},
     {texts::kBlackAndWhite, [](auto& w) { w.player_.SetQuality(w.State().highQuality, !w.State().blackAndWhite); },
@@ -194,10 +195,10 @@ void SlideshowWindow::EditCaption() {
 }
 
 /// Acts, as all edits, on the image that is seen, which may not be the one that is on its way.
-void SlideshowWindow::Rotate(bool clockwise) {
+void SlideshowWindow::Rotate(imaging::Turn turn) {
   if (!ShowsImage()) return;
   const auto path = player_.Shown().path;
-  WithDialog([&] { host_.rotate(path, clockwise, *this); });
+  WithDialog([&] { host_.rotate(path, turn, *this); });
   player_.FileChanged(path);
 }
 
@@ -264,7 +265,7 @@ void SlideshowWindow::wheelEvent(QWheelEvent* event) {
   wheelRest_ -= turned;
   if (turned == 0) return;
   const bool held = event->modifiers() != Qt::NoModifier || event->buttons() != Qt::NoButton;
-  held ? Rotate(turned < 0) : player_.TurnWheel(turned);
+  held ? Rotate(turned < 0 ? imaging::Turn::cw90 : imaging::Turn::cw270) : player_.TurnWheel(turned);
   UpdateActions();
 }
 

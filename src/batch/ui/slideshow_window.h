@@ -7,6 +7,7 @@
 
 #include "batch/ui/screen_saver_hold.h"
 #include "batch/ui/slideshow_player.h"
+#include "imaging/pixel_buffer.h"
 
 class QAction;
 class QMenu;
@@ -19,7 +20,7 @@ struct SlideshowHost {
   /// Called on the window's thread.
   std::function<void(const std::string& path, bool on)> setTag;
   /// Turns the file and returns when that is done; tells of failures itself, by boxes over `window`.
-  std::function<void(const std::string& path, bool clockwise, QWidget& window)> rotate;
+  std::function<void(const std::string& path, imaging::Turn turn, QWidget& window)> rotate;
 };
 
 /// The slideshow: the whole screen, black, one picture at a time, driven by keys, wheel and a menu. Run it by exec();
@@ -59,7 +60,7 @@ class SlideshowWindow final : public QDialog {
   void ShowSlide();
   void Tell(const QString& sentence);
   void EditCaption();
-  void Rotate(bool clockwise);
+  void Rotate(imaging::Turn turn);
   void Tag(bool on);
   bool ShowsImage() const { return !player_.Shown().path.empty(); }
   bool ShowsTagged() const { return player_.IsTagged(player_.Shown().path); }

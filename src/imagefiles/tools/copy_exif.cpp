@@ -18,6 +18,7 @@
 #include "metadata/edit/tiff_exif.h"
 #include "metadata/exif_block.h"
 #include "platform/errors.h"
+#include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "platform/readable_file.h"
@@ -200,7 +201,7 @@ std::vector<std::string> FindCopyTargets(const std::string& source, platform::Di
 
 void RequireCopyDirectory(const std::string& directory) {
   if (!platform::Exists(directory)) throw UserError(tool_messages::NoSuchDirectory(directory));
-  if (!platform::IsDirectory(directory)) throw UserError(tool_messages::NotADirectory(directory));
+  if (!platform::IsDirectory(directory)) throw UserError(directory + platform::messages::kIsNotADirectory);
 }
 
 ToolReport CopyExifBatch(const CopyExifJob& job, const EditTools& tools, const ToolRun& run) {

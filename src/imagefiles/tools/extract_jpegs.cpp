@@ -18,6 +18,7 @@
 #include "platform/data_folders.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
+#include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "platform/readable_file.h"
@@ -112,7 +113,7 @@ std::string DefaultExtractDirectory(const std::string& image) {
 
 bool EnsureExtractDirectory(const std::string& directory, platform::Interaction& ask) {
   if (platform::IsDirectory(directory)) return true;
-  if (platform::IsNameTaken(directory)) throw UserError(tool_messages::OutputIsNoDirectory(directory));
+  if (platform::IsNameTaken(directory)) throw UserError(platform::messages::kOutputIsNoDirectory + directory);
   const auto answer = ask.ask({.text = tool_messages::AskCreateDirectory(directory),
                                .caption = std::string(tool_messages::kExtractTitle),
                                .icon = platform::BoxIcon::Question,

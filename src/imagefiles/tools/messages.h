@@ -11,6 +11,7 @@ inline constexpr std::string_view kCopySelected = "Copy &Selected";
 inline constexpr std::string_view kCopyAll = "Copy &All";
 inline constexpr std::string_view kSelectToCopy = "Please select one or more source files for EXIF copy.";
 
+inline constexpr std::string_view kExportTitle = "Export EXIF Data";
 inline constexpr std::string_view kExportSelected = "Export &Selected";
 inline constexpr std::string_view kExportAll = "Export &All";
 inline constexpr std::string_view kSelectToExport = "Please select one or more files\nfrom which to export EXIF data.";
@@ -30,7 +31,6 @@ inline constexpr std::string_view kChooseViewingJpegs =
 inline constexpr std::string_view kCopyViewingJpegs = "Copy Canon EOS 1D/1Ds viewing JPEGs";
 
 inline std::string NoSuchDirectory(const std::string& path) { return "No such directory:\n" + path; }
-inline std::string NotADirectory(const std::string& path) { return path + "\nis not a directory"; }
 inline std::string ProcessingImage(int index, int count) {
   return "Processing image " + std::to_string(index) + " of " + std::to_string(count);
 }
@@ -70,9 +70,6 @@ inline std::string ExportFailed(const std::string& path, const std::string& reas
 inline constexpr char kIsAnImage[] = "This is an image";
 inline std::string TextIsAnImage(const std::string& path) { return "Not written, as it is an image:\n" + path; }
 
-inline std::string OutputIsNoDirectory(const std::string& path) {
-  return "Specified output directory exists but is not a directory:\n" + path;
-}
 inline std::string AskCreateDirectory(const std::string& path) {
   return "Output directory does not exist:\n" + path + "\n\nDo you want to create it?";
 }

@@ -2,6 +2,7 @@
 
 #include "imaging/decoded_picture.h"
 #include "imaging/dib/bmp_pixels.h"
+#include "imaging/messages.h"
 #include "metadata/byte_view.h"
 
 namespace ml::imaging {
@@ -75,7 +76,7 @@ std::vector<std::byte> UnpackRle(std::span<const std::byte> packed, const RleSha
   try {
     return Unpacker(packed, shape).Run();
   } catch (metadata::ExifException) {
-    Refuse("The bitmap is cut short");
+    Refuse(messages::kBitmapCutShort);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "imaging/decoded_picture.h"
 #include "imaging/dib/bmp_pixels.h"
 #include "imaging/dib/bmp_rle.h"
+#include "imaging/messages.h"
 #include "metadata/bmp_size.h"
 #include "metadata/byte_view.h"
 #include "metadata/byte_writer.h"
@@ -129,7 +130,7 @@ std::vector<std::byte> TurnBmp(std::span<const std::byte> file, Turn turn) {
   try {
     bmp = ReadBmp(metadata::ByteView(file, metadata::ByteOrder::Little));
   } catch (metadata::ExifException) {
-    Refuse("The bitmap is cut short");
+    Refuse(messages::kBitmapCutShort);
   }
   auto rows = file.subspan(bmp.pixels, bmp.pixelsEnd - bmp.pixels);
   Bytes unpacked;

@@ -6,6 +6,7 @@
 #include "imaging/jp2/jp2_colours.h"
 #include "imaging/jp2/jp2_cost.h"
 #include "imaging/jp2/jp2_reader.h"
+#include "imaging/messages.h"
 #include "metadata/jp2_boxes.h"
 
 namespace ml::imaging {
@@ -56,7 +57,7 @@ DecodedPicture DecodeJp2(const metadata::ByteSource& source, const WantedSize& w
   const int halvings = wanted ? ChooseHalvings(full, wanted(full.width, full.height), reader.MaxHalvings()) : 0;
   const auto pixels = static_cast<long long>(Halved(full.width, halvings)) * Halved(full.height, halvings);
   const auto bytes = static_cast<long long>(source.Size() - codeStream.position);
-  if (pixels > kSmallPicture && pixels / kMaxPixelsPerByte > bytes) Refuse("The file ends before its picture");
+  if (pixels > kSmallPicture && pixels / kMaxPixelsPerByte > bytes) Refuse(messages::kFileEndsEarly);
   reader.Decode(halvings);
   return {CombineComponents(reader.Components(), reader.Colours()), full.width, full.height,
           gap.has_value() || reader.Damaged()};

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "imaging/jp2/jp2_cost.h"
+#include "imaging/messages.h"
 #include "platform/errors.h"
 
 namespace ml::imaging {
@@ -49,7 +50,7 @@ struct Jp2Reader::State {
 
   [[noreturn]] void Fail() const {
     if (failure) std::rethrow_exception(failure);
-    throw platform::LibraryError(reason.empty() ? "The picture cannot be decoded" : reason, "");
+    throw platform::LibraryError(reason.empty() ? messages::kUndecodable : reason, "");
   }
 
   /// Exceptions must not cross the library: they wait in the state.
@@ -110,7 +111,7 @@ struct Jp2Reader::State {
 
   /// The library asserts part of this while it decodes.
   void CheckComponents() const {
-    if (image->numcomps == 0 || image->x1 <= image->x0 || image->y1 <= image->y0) Refuse("The picture has no pixels");
+    if (image->numcomps == 0 || image->x1 <= image->x0 || image->y1 <= image->y0) Refuse(messages::kNoPixels);
     for (const auto& component : std::span(image->comps, image->numcomps)) {
       const bool sane = component.dx > 0 && component.dy > 0 && component.w > 0 && component.h > 0 &&
                         component.prec > 0 && component.prec <= kMaxBits;
@@ -168,7 +169,7 @@ void Jp2Reader::CheckSize(int halvings) const {
   long long samples = 0;
   for (const auto& component : std::span(image.comps, image.numcomps)) {
     samples += (static_cast<long long>(component.w) >> halvings) * (static_cast<long long>(component.h) >> halvings);
-    if (samples > kMaxJp2Samples) Refuse("The picture is too large");
+    if (samples > kMaxJp2Samples) Refuse(messages::kPictureTooLarge);
   }
 }
 

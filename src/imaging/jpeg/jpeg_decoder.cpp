@@ -4,6 +4,7 @@
 #include <array>
 
 #include "imaging/jpeg/jpeg_reader.h"
+#include "imaging/messages.h"
 
 namespace ml::imaging {
 namespace {
@@ -30,7 +31,7 @@ void CheckSize(const JpegHeader& header, int eighths) {
   const auto pixels = static_cast<long long>(header.width) * header.height;
   if (pixels > (header.multipleScans ? kMaxPixelsWhole : kMaxPixelsScaled) ||
       pixels * eighths * eighths > kMaxPixelsWhole * kEighths * kEighths) {
-    Refuse("The picture is too large");
+    Refuse(messages::kPictureTooLarge);
   }
 }
 

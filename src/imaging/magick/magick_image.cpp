@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "imaging/decoded_picture.h"
+#include "imaging/messages.h"
 #include "imaging/openmp_bound.h"
 #include "platform/errors.h"
 
@@ -83,7 +84,7 @@ struct Exception : ExceptionInfo {
   Exception& operator=(const Exception&) = delete;
 
   [[noreturn]] void Throw() const {
-    throw platform::LibraryError(reason != nullptr ? reason : "The picture cannot be decoded",
+    throw platform::LibraryError(reason != nullptr ? reason : messages::kUndecodable,
                                  description != nullptr ? description : "");
   }
 

@@ -1,5 +1,6 @@
 #include "imaging/png/png_decoder.h"
 
+#include "imaging/messages.h"
 #include "imaging/png/png_reader.h"
 
 namespace ml::imaging {
@@ -12,7 +13,7 @@ DecodedPicture DecodePng(const metadata::ByteSource& source) {
   if (!reader.Start()) Refuse(reader.Reason());
 
   DecodedPicture result{MakeUndecoded(header.width, header.height), header.width, header.height};
-  if (reader.RowBytes() != result.pixels.RowBytes()) Refuse("The picture has an unknown layout");
+  if (reader.RowBytes() != result.pixels.RowBytes()) Refuse(messages::kUnknownLayout);
   for (int pass = 0; pass < header.passes && !result.damaged; ++pass) {
     for (int y = 0; y < header.height && !result.damaged; ++y) {
       if (reader.ReadRow(result.pixels.Row(y))) continue;

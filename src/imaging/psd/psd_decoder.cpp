@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "imaging/messages.h"
 #include "imaging/psd/psd_layout.h"
 #include "imaging/psd/psd_rows.h"
 
@@ -62,11 +63,11 @@ DecodedPicture DecodePsd(const metadata::ByteSource& source) {
     PsdRows rows(source, layout);
     DecodedPicture result{MakeUndecoded(layout.file.width, layout.file.height), layout.file.width, layout.file.height};
     const int whole = DecodeRows(rows, layout, result.pixels);
-    if (whole == 0) Refuse("The file ends before its picture");
+    if (whole == 0) Refuse(messages::kFileEndsEarly);
     result.damaged = whole < layout.file.height * layout.ColourChannels();
     return result;
   } catch (metadata::ExifException) {
-    Refuse("The file ends before its picture");
+    Refuse(messages::kFileEndsEarly);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "imaging/decoded_picture.h"
+#include "imaging/messages.h"
 
 namespace ml::imaging {
 namespace {
@@ -30,7 +31,7 @@ PsdLayout ReadPsdLayout(const metadata::ByteSource& source) {
   if (!file) Refuse("Not a PSD file");
   PsdLayout layout{.file = *std::move(file)};
   CheckKind(layout);
-  if (layout.file.mergedImage == 0) Refuse("The file ends before its picture");
+  if (layout.file.mergedImage == 0) Refuse(messages::kFileEndsEarly);
   if (layout.file.mode == PsdMode::Indexed) {
     const auto& colours = layout.file.colourTable;
     if (colours.size < layout.palette.size()) Refuse("The palette is missing");

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "imaging/messages.h"
 #include "imaging/openmp_bound.h"
 #include "imaging/read_whole.h"
 #include "platform/errors.h"
@@ -38,7 +39,7 @@ PixelBuffer TakePixels(LibRaw& decoder) {
   int width = 0, height = 0, colours = 0, bits = 0;
   decoder.get_mem_image_format(&width, &height, &colours, &bits);
   CheckPixelCount(width, height, kMaxPixelsWhole);
-  if (bits != 8 || (colours != 1 && colours != 3)) Refuse("The picture has an unknown layout");
+  if (bits != 8 || (colours != 1 && colours != 3)) Refuse(messages::kUnknownLayout);
   auto pixels = MakePixelBuffer(width, height);
   if (colours == 3) {
     Check(decoder.copy_mem_image(pixels.data.data(), static_cast<int>(pixels.RowBytes()), 0));
@@ -61,7 +62,7 @@ DecodedPicture DecodeRawPreview(const metadata::ByteSource& source) {
   CheckPixelCount(sizes.raw_width, sizes.raw_height, kMaxPixelsWhole);
   if (static_cast<long long>(file.size()) * kMaxPixelsPerByte <
       static_cast<long long>(sizes.raw_width) * sizes.raw_height) {
-    Refuse("The file ends before its picture");
+    Refuse(messages::kFileEndsEarly);
   }
   Check(decoder->unpack());
   const bool damaged = decoder->error_count() > 0;

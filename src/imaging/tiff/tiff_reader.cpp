@@ -139,8 +139,12 @@ struct TiffReader::State {
   std::uint32_t ChooseColours(std::uint32_t photometric) const;
   void ReadStrips(TiffSamples& samples);
   void ReadTiles(TiffSamples& samples);
-  void Place(const std::vector<std::byte>& block, std::size_t blockRow, TiffSamples& samples, std::uint32_t x,
-             std::uint32_t y, std::uint32_t columns, std::uint32_t rows, std::uint32_t plane) const;
+  /// A rectangle of the picture, in pixels.
+  struct Part {
+    std::uint32_t x, y, columns, rows;
+    std::uint32_t plane;  ///< the sample that it has, where planes are apart
+  };
+  void Place(const std::vector<std::byte>& block, std::size_t blockRow, const Part& part, TiffSamples& samples) const;
 
   Stream stream;
   Failure failure;
@@ -182,20 +186,20 @@ std::uint32_t TiffReader::State::ChooseColours(std::uint32_t photometric) const 
 }
 
 /// Puts a part of the picture at its place: all samples of its pixels, or those of one plane.
-void TiffReader::State::Place(const std::vector<std::byte>& block, std::size_t blockRow, TiffSamples& samples,
-                              std::uint32_t x, std::uint32_t y, std::uint32_t columns, std::uint32_t rows,
-                              std::uint32_t plane) const {
+void TiffReader::State::Place(const std::vector<std::byte>& block, std::size_t blockRow, const Part& part,
+                              TiffSamples& samples) const {
   const auto pixelBits = samples.BitsPerPixel();
-  for (std::uint32_t row = 0; row < rows; ++row) {
+  for (std::uint32_t row = 0; row < part.rows; ++row) {
     const auto* from = block.data() + row * blockRow;
-    auto* to = samples.data.data() + (y + row) * samples.RowBytes() + x * pixelBits / 8;
+    auto* to = samples.data.data() + (part.y + row) * samples.RowBytes() + part.x * pixelBits / 8;
     if (!planes) {
-      std::memcpy(to, from, (columns * pixelBits + 7) / 8);
+      std::memcpy(to, from, (part.columns * pixelBits + 7) / 8);
       continue;
     }
     const std::size_t size = samples.bitsPerSample / 8, step = pixelBits / 8;
-    to += plane * size;
-    for (std::uint32_t column = 0; column < columns; ++column, from += size, to += step) std::memcpy(to, from, size);
+    to += part.plane * size;
+    for (std::uint32_t column = 0; column < part.columns; ++column, from += size, to += step)
+      std::memcpy(to, from, size);
   }
 }
 
@@ -213,7 +217,7 @@ void TiffReader::State::ReadStrips(TiffSamples& samples) {
       const auto rows = std::min(rowsPerStrip, samples.height - y);
       const auto size = static_cast<tmsize_t>(rowBytes * rows);
       if (Tiff().TIFFReadEncodedStrip(tiff, index, strip.data(), size) != size) Throw();
-      Place(strip, rowBytes, samples, 0, y, samples.width, rows, plane);
+      Place(strip, rowBytes, {0, y, samples.width, rows, plane}, samples);
     }
   }
 }
@@ -235,8 +239,8 @@ void TiffReader::State::ReadTiles(TiffSamples& samples) {
             static_cast<tmsize_t>(size)) {
           Throw();
         }
-        Place(tile, rowBytes, samples, x, y, std::min(width, samples.width - x), std::min(height, samples.height - y),
-              plane);
+        const Part part{x, y, std::min(width, samples.width - x), std::min(height, samples.height - y), plane};
+        Place(tile, rowBytes, part, samples);
       }
     }
   }

@@ -19,6 +19,4 @@ inline constexpr char kWriteJp2[] = "ERROR: cannot write to JPEG2000 file:\n";
 inline constexpr char kJp2Image[] = "ERROR: JPEG2000 jas_image_create() failed\n";
 inline constexpr char kJp2Encode[] = "ERROR: cannot encode JPEG2000 file\n";
 
-inline constexpr char kNoPixels[] = "The picture has no pixels";
-
 }  // namespace ml::imaging::messages

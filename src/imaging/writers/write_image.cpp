@@ -2,6 +2,7 @@
 
 #include "imaging/jp2/jp2_writer.h"
 #include "imaging/jpeg/jpeg_writer.h"
+#include "imaging/messages.h"
 #include "imaging/png/png_writer.h"
 #include "imaging/tiff/tiff_writer.h"
 #include "imaging/writers/messages.h"

@@ -9,6 +9,7 @@
 #include "metadata/iptc/iptc_validation.h"
 #include "metadata/ui/iptc_list_editor.h"
 #include "metadata/ui/messages.h"
+#include "platform/ui/field_label.h"
 #include "platform/ui/qt_text.h"
 #include "platform/ui/remark.h"
 
@@ -21,8 +22,6 @@ using platform::ui::ToQString;
 constexpr int kMargin = 12, kSpacing = 8, kColumnSpacing = 12;
 
 bool IsDate(int dataset) { return dataset == iptc_dataset::kDateCreated || dataset == iptc_dataset::kReleaseDate; }
-
-QString PlainLabel(const IptcField& field) { return ToQString(field.label).remove(QLatin1Char('&')); }
 
 bool GrowsDown(const IptcField& field) {
   return field.kind == IptcFieldKind::List || field.kind == IptcFieldKind::Text;
@@ -89,7 +88,7 @@ void IptcPageView::AddField(const IptcField& field, const IptcField* time, QGrid
 IptcFieldEditor* IptcPageView::AddEditor(const IptcField& field, QLabel* label, QLabel* remark, QWidget* parent) {
   auto* editor = MakeIptcFieldEditor(field, parent);
   editor->setObjectName(QStringLiteral("IptcField%1").arg(field.dataset));
-  editor->Focus()->setAccessibleName(PlainLabel(field));
+  editor->Focus()->setAccessibleName(platform::ui::WithoutMnemonic(field.label));
   const int dataset = field.dataset;
   rows_[dataset] = {editor, label, remark, std::string(field.explanation)};
   connect(editor, &IptcFieldEditor::edited, this, [this, dataset] {

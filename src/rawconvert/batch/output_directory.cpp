@@ -2,6 +2,7 @@
 
 #include "platform/data_folders.h"
 #include "platform/errors.h"
+#include "platform/messages.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "rawconvert/messages.h"
@@ -24,8 +25,8 @@ std::string ConversionDirectory(const std::string& source, const DirectoryChoice
 
 void EnsureConversionDirectory(const std::string& directory) {
   if (platform::Exists(directory) && !platform::IsDirectory(directory))
-    throw platform::UserError(messages::kError + directory + messages::kNoDirectory);
-  platform::ensureDirectory(directory, messages::kCreating);
+    throw platform::UserError(messages::kError + directory + platform::messages::kIsNotADirectory);
+  platform::ensureDirectory(directory, platform::messages::kErrorCreatingDirectory);
 }
 
 }  // namespace ml::rawconvert

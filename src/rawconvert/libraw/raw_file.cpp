@@ -8,13 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "imaging/jpeg/jpeg_decoder.h"
-#include "metadata/byte_source.h"
-#include "metadata/crw_file.h"
 #include "platform/errors.h"
 #include "platform/readable_file.h"
 #include "rawconvert/develop_error.h"
-#include "rawconvert/libraw/preview_balance.h"
+#include "rawconvert/libraw/crw_preview_balance.h"
 #include "rawconvert/libraw/sensor_samples.h"
 #include "rawconvert/look/render_picture.h"
 
@@ -28,9 +25,6 @@ constexpr long long kMaxPixelsPerByte = 32;
 constexpr std::uint32_t kNoMemory = 3;
 /// The interpolation by which pixels get their missing colours: adaptive by homogeneity.
 constexpr int kAdaptive = 3;
-constexpr int kGridColumns = 48, kGridRows = 32;
-/// At which previews are compared with what the sensor saw.
-constexpr int kPreviewWidth = 480, kPreviewHeight = 320;
 /// Percentage at which our own steps begin.
 constexpr int kRenderFrom = 85;
 
@@ -118,7 +112,6 @@ class RawFile::Decoder final : public LibRaw {
   void FindShown();
   WhiteBalanceFacts Facts() const;
   SensorSamples Samples() const;
-  std::optional<WhiteBalanceCoefficients> MatchPreview() const;
   std::optional<WhiteBalanceCoefficients> Measured(const WhiteBalanceChoice& choice) const;
   void SetParameters(const RawOrder& order);
   /// Makes pixels of the samples as the parameters say, unless they are there.
@@ -229,30 +222,14 @@ SensorSamples RawFile::Decoder::Samples() const {
   return samples;
 }
 
-std::optional<WhiteBalanceCoefficients> RawFile::Decoder::MatchPreview() const {
-  if (imgdata.rawdata.iparams.colors != 3) return std::nullopt;
-  SensorMatrix toSrgb{};
-  for (std::size_t row = 0; row < 3; ++row) std::copy_n(imgdata.rawdata.color.rgb_cam[row], 4, toSrgb[row].begin());
-  try {
-    const metadata::MemorySource source(file_);
-    const auto range = metadata::FindCrwPreview(source);
-    if (!range) return std::nullopt;
-    const auto scale = [](int width, int height) {
-      return imaging::LeastCoveringEighths(width, height, kPreviewWidth, kPreviewHeight);
-    };
-    const auto preview = imaging::DecodeJpeg(source, range->position, scale, imaging::PixelOrder::Rgb);
-    if (preview.damaged) return std::nullopt;
-    return BalanceOfPreview(MakeGrid(Samples(), kGridColumns, kGridRows), preview.pixels, toSrgb);
-  } catch (const std::runtime_error&) {
-    return std::nullopt;  // a preview that cannot be read is as good as none
-  }
-}
-
 std::optional<WhiteBalanceCoefficients> RawFile::Decoder::Measured(const WhiteBalanceChoice& choice) const {
   constexpr unsigned leastPattern = 1000;  // below are sensors with other patterns than two columns
   if (imgdata.rawdata.raw_image == nullptr || imgdata.rawdata.iparams.filters < leastPattern) return std::nullopt;
   if (choice.code == -1) return MakeGrey(Samples(), choice.point);
-  return choice.code == 0 ? std::nullopt : MatchPreview();
+  if (choice.code == 0 || imgdata.rawdata.iparams.colors != 3) return std::nullopt;
+  SensorMatrix toSrgb{};
+  for (std::size_t row = 0; row < 3; ++row) std::copy_n(imgdata.rawdata.color.rgb_cam[row], 4, toSrgb[row].begin());
+  return BalanceOfCrwPreview(file_, Samples(), toSrgb);
 }
 
 void RawFile::Decoder::SetParameters(const RawOrder& order) {

@@ -9,11 +9,18 @@ namespace {
 constexpr int kPatch = 16;
 using FourColours = std::array<double, 4>;
 
-/// The mean of each colour in a rectangle of the picture; of every other pair of columns, where `thin`.
-FourColours Means(const SensorSamples& samples, int left, int top, int right, int bottom, bool thin) {
+/// A rectangle of the picture; right and bottom lie outside.
+struct Area {
+  int left, top, right, bottom;
+};
+
+enum class Columns { All, EveryOtherPair };
+
+/// The mean of each colour in `area`.
+FourColours Means(const SensorSamples& samples, const Area& area, Columns columns) {
   FourColours sum{}, count{};
-  for (int y = top; y < bottom; ++y) {
-    for (int x = left; x < right; x += thin && (x & 1) != 0 ? 3 : 1) {
+  for (int y = area.top; y < area.bottom; ++y) {
+    for (int x = area.left; x < area.right; x += columns == Columns::EveryOtherPair && (x & 1) != 0 ? 3 : 1) {
       const auto colour = samples.ColourAt(x, y);
       sum[colour] += samples.At(x, y);
       ++count[colour];
@@ -36,8 +43,8 @@ std::optional<WhiteBalanceCoefficients> MakeGrey(const SensorSamples& samples, W
     return std::clamp(std::clamp(at, 0, size - 1) - kPatch / 2, 0, std::max(0, size - kPatch));
   };
   const int left = begin(point.x, samples.width), top = begin(point.y, samples.height);
-  const auto means =
-      Means(samples, left, top, std::min(left + kPatch, samples.width), std::min(top + kPatch, samples.height), false);
+  const Area patch{left, top, std::min(left + kPatch, samples.width), std::min(top + kPatch, samples.height)};
+  const auto means = Means(samples, patch, Columns::All);
   WhiteBalanceCoefficients result;
   for (std::size_t c = 0; c < 4; ++c) {
     if (means[c] <= 0) return std::nullopt;
@@ -50,8 +57,9 @@ SensorGrid MakeGrid(const SensorSamples& samples, int columns, int rows) {
   SensorGrid grid{columns, rows, {}};
   for (int i = 0; i < columns * rows; ++i) {
     const int column = i % columns, row = i / columns;
-    const auto means = Means(samples, column * samples.width / columns, row * samples.height / rows,
-                             (column + 1) * samples.width / columns, (row + 1) * samples.height / rows, true);
+    const Area cell{column * samples.width / columns, row * samples.height / rows,
+                    (column + 1) * samples.width / columns, (row + 1) * samples.height / rows};
+    const auto means = Means(samples, cell, Columns::EveryOtherPair);
     grid.cells.push_back(
         {means[0] / samples.white, (means[1] + means[3]) / 2 / samples.white, means[2] / samples.white});
   }

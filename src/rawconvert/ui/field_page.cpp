@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QStyle>
 
+#include "platform/ui/field_label.h"
 #include "platform/ui/qt_text.h"
 
 namespace ml::rawconvert::ui {
@@ -15,12 +16,6 @@ using platform::ui::ToQString;
 
 constexpr int kMargin = 12;
 constexpr int kSpacing = 8, kColumnSpacing = 12, kGroupSpacing = 12;
-
-QString WithoutMnemonic(const char* label) {
-  auto text = QString::fromLatin1(label).remove(QLatin1Char('&'));
-  if (text.endsWith(QLatin1Char(':'))) text.chop(1);
-  return text;
-}
 
 }  // namespace
 
@@ -69,10 +64,8 @@ void FieldPage::AddHeading(const char* text) {
 
 PageField FieldPage::AddField(const char* name, const char* label, QWidget* whole, QWidget* focus) {
   const int row = grid_->rowCount();
-  auto* text = new QLabel(QString::fromLatin1(label), content_);
-  text->setBuddy(focus);
+  auto* text = platform::ui::MakeFieldLabel(label, *focus, content_);
   focus->setObjectName(QLatin1String(name));
-  focus->setAccessibleName(WithoutMnemonic(label));
   grid_->addWidget(text, row, 0, Qt::AlignLeft);
   const bool wide = whole->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
   grid_->addWidget(whole, row, 1, wide ? Qt::Alignment() : Qt::AlignLeft);
@@ -88,10 +81,8 @@ std::vector<PageField> FieldPage::AddParts(const std::vector<Part>& parts) {
   grid_->addWidget(row, line, 1, Qt::AlignLeft);
   std::vector<PageField> fields;
   for (const auto& part : parts) {
-    auto* label = new QLabel(QString::fromLatin1(part.label), content_);
-    label->setBuddy(part.field);
+    auto* label = platform::ui::MakeFieldLabel(part.label, *part.field, content_);
     part.field->setObjectName(QLatin1String(part.name));
-    part.field->setAccessibleName(WithoutMnemonic(part.label));
     if (fields.empty()) {
       grid_->addWidget(label, line, 0, Qt::AlignLeft);
     } else {

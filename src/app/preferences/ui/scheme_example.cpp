@@ -41,7 +41,7 @@ SchemeExample::SchemeExample(QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
-  worker_.SetThumbnailSize(view_->ThumbnailPixels(), true);
+  worker_.SetThumbnailSize(view_->ThumbnailPixels());
   worker_.LoadList({"/IMG_0041.JPG", "/IMG_0042.CRW", "/IMG_0043.TIF"});
   list_.SelectOnly(kSelected);
   list_.SetTag(kTagged, true);

@@ -1,13 +1,15 @@
-// The part of the view that decides which panes show, and where.
+#include "app/panes.h"
+
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QSplitter>
 #include <algorithm>
 
 #include "app/control_column.h"
-#include "app/main_display.h"
-#include "app/marrowlantern_view.h"
 #include "app/picture_view.h"
+#include "app/session.h"
 #include "app/summary_pane.h"
+#include "catalogue/ui/directory_tree.h"
 #include "catalogue/ui/thumbnail_list_view.h"
 
 namespace ml::app {
@@ -16,38 +18,57 @@ namespace {
 constexpr int kControlsWidth = 291;  // the histogram at its own size, and the margins
 /// A strip shows its cells whole up to this width; cells wider than that would take the place of the picture.
 constexpr int kWidestStripByItself = 300;
+constexpr int kLeastLowerPane = 40;
+constexpr int kTreeHeight = 440, kSummaryHeight = 220;
 
 }  // namespace
 
-void CMarrowlanternView::SetViewMode(ViewMode mode) {
-  const auto old = session_.mode;
-  if (mode == old) return;
-  session_.mode = mode;
-  Q_EMIT colourUnderMouse({});
-  if (IsFilmStrip(old) && IsFilmStrip(mode)) SetPlaces(LimitedTo(Places(), width(), height()));
-  if (mode == ViewMode::Thumbnails) display_->Stop();
-  // A pane that hides with the focus would hand it on as if by the Tab key.
-  if (auto* focused = focusWidget(); focused && focused->hasFocus()) focused->clearFocus();
-  ArrangeFilmStrip();
-  ApplyLayout();
-  if (old == ViewMode::Main) {
-    BringFocusToCurrent();
-  } else if (old == ViewMode::Thumbnails) {
-    LoadImage(session_.list.currentIndex, Reload::Force);
+Panes::Panes(Session& session, QWidget& parent)
+    : session_(session),
+      parent_(parent),
+      outer_(new QSplitter(Qt::Horizontal, &parent)),
+      left_(new QSplitter(Qt::Vertical, outer_)),
+      center_(new QSplitter(Qt::Horizontal, outer_)),
+      tree_(new catalogue::ui::DirectoryTree(left_)),
+      thumbnails_(new catalogue::ui::ThumbnailListView(session.list, session.Worker(), center_)),
+      picture_(new PictureView(center_)),
+      controls_(new ControlColumn(outer_)),
+      summary_(new SummaryPane(left_)),
+      film_(new QSplitter(Qt::Vertical, center_)),
+      lower_(new SummaryPane(film_)) {
+  auto* layout = new QHBoxLayout(&parent);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(outer_);
+  film_->insertWidget(0, picture_);
+  for (auto* splitter : {outer_, left_, center_, film_}) {
+    splitter->setHandleWidth(kSplitterWidth);
+    splitter->setChildrenCollapsible(false);
   }
-  BringTargetIntoSight();
-  // Once more when the panes have got their sizes, which they do with events that still come.
-  QMetaObject::invokeMethod(this, &CMarrowlanternView::BringTargetIntoSight, Qt::QueuedConnection);
-  FocusMainPane();
-  Q_EMIT viewModeChanged(mode);
+  film_->setCollapsible(film_->indexOf(lower_), true);
+  lower_->setAccessibleName(QStringLiteral("Shooting data"));
+  lower_->setMinimumHeight(kLeastLowerPane);
+  outer_->setStretchFactor(1, 1);
+  center_->setStretchFactor(1, 1);
+  left_->setMinimumWidth(kLeastPane);
+  left_->setStretchFactor(0, 1);
+  left_->setSizes({kTreeHeight, kSummaryHeight});
+  controls_->setMinimumWidth(kLeastPane);
+  for (auto* splitter : {outer_, center_, film_})
+    connect(splitter, &QSplitter::splitterMoved, this, &Panes::TakePlaces);
 }
 
-void CMarrowlanternView::BringTargetIntoSight() {
-  if (session_.mode != ViewMode::Main) thumbnails_->ScrollTo(session_.TargetIndex());
+int Panes::ColumnWidth() const {
+  const bool shown = controls_->isVisibleTo(&parent_);
+  return shown ? static_cast<int>(controls_->width() * controls_->devicePixelRatioF()) : 0;
+}
+
+void Panes::SetSummary(const std::string& text) {
+  summary_->SetText(text);
+  lower_->SetText(text);
 }
 
 /// Between picture and shooting data the strip is a pane of their splitter, else it stands beside them.
-void CMarrowlanternView::ArrangeFilmStrip() {
+void Panes::Arrange() {
   using catalogue::ui::ThumbnailListView;
   const bool below = session_.mode == ViewMode::FilmStripBelow;
   thumbnails_->SetArrangement(below ? ThumbnailListView::Arrangement::Columns : ThumbnailListView::Arrangement::Rows);
@@ -68,24 +89,13 @@ void CMarrowlanternView::ArrangeFilmStrip() {
   for (int pane = 0; pane < film_->count(); ++pane) film_->setStretchFactor(pane, film_->widget(pane) == picture_);
 }
 
-/// Coming from the picture, the list stands at the image that was on show. A selection of several images is
-/// not given up for that.
-void CMarrowlanternView::BringFocusToCurrent() {
-  auto& list = session_.list;
-  if (!list.ValidIndex(list.currentIndex)) return;
-  if (list.SelectedCount() < 2) list.SelectOnly(list.currentIndex);
-  list.focusIndex = list.currentIndex;
-  thumbnails_->MarksChanged();
-  thumbnails_->ScrollTo(list.currentIndex, QAbstractItemView::PositionAtTop);
-}
-
-void CMarrowlanternView::ApplyLayout() {
+void Panes::Apply() {
   const auto& from = session_.settings.catalogue;
   const auto layout = LayoutOf({.mode = session_.mode,
                                 .fullView = from.fullView != 0,
                                 .places = Places(),
-                                .width = width(),
-                                .height = height(),
+                                .width = parent_.width(),
+                                .height = parent_.height(),
                                 .controlsWidth = kControlsWidth,
                                 .stripHeight = thumbnails_->OneLineHeight()});
   left_->setVisible(layout.tree);
@@ -95,19 +105,19 @@ void CMarrowlanternView::ApplyLayout() {
   controls_->setVisible(layout.controls);
   outer_->setSizes({layout.treeWidth, std::max(layout.listWidth, layout.pictureWidth), layout.controlsWidth});
   if (session_.mode == ViewMode::FilmStripBelow) {
-    film_->setSizes({height() - layout.listHeight - layout.lowerHeight, layout.listHeight, layout.lowerHeight});
+    film_->setSizes({parent_.height() - layout.listHeight - layout.lowerHeight, layout.listHeight, layout.lowerHeight});
   } else {
     center_->setSizes({layout.listWidth, layout.pictureWidth});
-    film_->setSizes({height() - layout.lowerHeight, layout.lowerHeight});
+    film_->setSizes({parent_.height() - layout.lowerHeight, layout.lowerHeight});
   }
 }
 
-SplitterPlaces CMarrowlanternView::Places() const {
+SplitterPlaces Panes::Places() const {
   const auto& from = session_.settings.catalogue;
   return {from.splitterPos, from.filmStripSplitterPos, from.filmStripHorizontalSplitterPos};
 }
 
-void CMarrowlanternView::SetPlaces(const SplitterPlaces& places) {
+void Panes::SetPlaces(const SplitterPlaces& places) {
   auto& to = session_.settings.catalogue;
   to.splitterPos = places.tree;
   to.filmStripSplitterPos = places.strip;
@@ -115,7 +125,7 @@ void CMarrowlanternView::SetPlaces(const SplitterPlaces& places) {
 }
 
 /// The user moved a splitter.
-void CMarrowlanternView::TakePlaces() {
+void Panes::TakePlaces() {
   auto places = Places();
   if (left_->isVisible()) places.tree = outer_->sizes().first();
   if (session_.mode == ViewMode::FilmStripSide) places.strip = center_->sizes().first();
@@ -128,24 +138,21 @@ void CMarrowlanternView::TakePlaces() {
   SetPlaces(places);
 }
 
-bool CMarrowlanternView::eventFilter(QObject* watched, QEvent* event) {
+bool Panes::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress) lowerBeforeDrag_ = Places().lowerPane;
-  return QWidget::eventFilter(watched, event);
+  return QObject::eventFilter(watched, event);
 }
 
-void CMarrowlanternView::ToggleLowerPane() {
+void Panes::LimitPlaces() { SetPlaces(LimitedTo(Places(), parent_.width(), parent_.height())); }
+
+void Panes::ToggleLowerPane() {
   SetPlaces(WithLowerPaneToggled(Places()));
-  ApplyLayout();
+  Apply();
 }
 
-void CMarrowlanternView::OpenPanes() {
+void Panes::Open() {
   SetPlaces(WithPanesOpened(Places()));
-  ApplyLayout();
-}
-
-void CMarrowlanternView::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  ApplyLayout();
+  Apply();
 }
 
 }  // namespace ml::app
