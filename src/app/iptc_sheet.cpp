@@ -67,6 +67,7 @@ metadata::IptcBatchReport ApplyToMany(Session& session, const metadata::IptcBatc
   for (const auto& result : results) {
     if (result.failure.empty()) ++(result.changed ? report.written : report.unchanged);
   }
+  report.missed = static_cast<int>(wanted.paths.size()) - report.written - report.unchanged;
   return report;
 }
 

@@ -83,7 +83,7 @@ class IptcSheet : public testing::Test {
               for (const auto& path : batch.paths) {
                 data[path] = MergeIptc(data[path], ItemsOf(batch.values, {}), batch.rules);
               }
-              return IptcBatchReport{2, 1};
+              return IptcBatchReport{2, 1, 3};
             }};
   }
 
@@ -354,7 +354,7 @@ TEST_F(IptcSheet, AppliesToMany) {
   EXPECT_TRUE(batches[0].rules.onlyReplaceEmpty && batches[0].rules.leaveExistingIfNewEmpty);
   EXPECT_TRUE(batches[0].exifTimestamp);
   EXPECT_FALSE(sheet->Rules().merge.mergeKeywords);
-  EXPECT_TRUE(IsTold(QStringLiteral("2 images written, 1 left as they were")));
+  EXPECT_TRUE(IsTold(QStringLiteral("2 images written, 1 left as they were, 3 not written")));
   EXPECT_FALSE(Button("Apply")->isEnabled()) << "the image on show took it all";
   Type(105, "other");
   Answering({"Write"}, [this] { Button("Apply to All")->click(); });

@@ -18,6 +18,7 @@ struct IptcBatch {
 
 struct IptcBatchReport {
   int written = 0, unchanged = 0;
+  int missed = 0;  ///< the one that failed and those that were not reached
 };
 
 }  // namespace ml::metadata

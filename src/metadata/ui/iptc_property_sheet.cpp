@@ -332,7 +332,7 @@ void CIptcPropertySheet::ApplyToMany(const std::vector<std::string>& paths) {
   });
   ShowImage(index_);  // a part may have been written
   ShowValues(StillEntered(entered, before, original_));
-  if (done) report_->setText(ToQString(WrittenText(report.written, report.unchanged)));
+  if (done) report_->setText(ToQString(WrittenText(report)));
 }
 
 }  // namespace ml::metadata::ui

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "metadata/iptc/iptc_batch.h"
+
 /// The texts of this folder's windows and boxes.
 namespace ml::metadata::ui {
 
@@ -46,9 +48,10 @@ inline std::string ReplaceByFile(const std::string& path) {
   return "Replace what was changed by the values of this file?\n" + path;
 }
 inline std::string WriteInto(std::size_t count) { return "Write these values into " + Images(count) + "?"; }
-inline std::string WrittenText(int written, int unchanged) {
-  auto text = Images(static_cast<std::size_t>(written)) + " written";
-  if (unchanged > 0) text += ", " + std::to_string(unchanged) + " left as they were";
+inline std::string WrittenText(const IptcBatchReport& report) {
+  auto text = Images(static_cast<std::size_t>(report.written)) + " written";
+  if (report.unchanged > 0) text += ", " + std::to_string(report.unchanged) + " left as they were";
+  if (report.missed > 0) text += ", " + std::to_string(report.missed) + " not written";
   return text;
 }
 
