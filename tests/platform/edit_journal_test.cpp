@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 
 #include "platform/atomic_file.h"
@@ -214,6 +215,56 @@ TEST_F(EditJournalTest, TakesBackOneBatchAfterTheOther) {
   EXPECT_EQ(ReadAll(path), "one");
   EXPECT_EQ(journal.Undo().what, "one");
   EXPECT_EQ(ReadAll(path), "content of jpeg");
+}
+
+TEST_F(EditJournalTest, TakesBackEditsOfOneFileByEachOfItsNames) {
+  Prepare();
+  const auto names = {dir / "images/jpeg", dir / "images/linked"};
+  fs::create_hard_link(*names.begin(), *std::prev(names.end()));
+  const auto before = Snapshot();
+  auto journal = Journal();
+  {
+    EditBatch batch(journal, "Caption");
+    for (const auto& name : names) {
+      const auto old = ReadAll(name).value();
+      const std::vector<KeptStretch> kept{{.newOffset = 8, .size = old.size()}};
+      ReplaceFile(name, BytesOf("caption " + old),
+                  {.recorder = &batch, .kept = kept, .stateDirectory = state, .fileSystem = &quick});
+    }
+  }
+  EXPECT_EQ(ReadAll(*names.begin()), "caption caption content of jpeg");
+  journal.Undo();
+  EXPECT_EQ(Snapshot(), before);
+}
+
+/// Has another program come by while an undo acts.
+class MeddlingTrash final : public Trash {
+ public:
+  MeddlingTrash(Trash& below, std::function<void()> meddle) : below_(below), meddle_(std::move(meddle)) {}
+  void Put(const std::string& path) override {
+    meddle_();
+    below_.Put(path);
+  }
+  std::vector<TrashedFile> Find(const std::string& path) override { return below_.Find(path); }
+
+ private:
+  Trash& below_;
+  std::function<void()> meddle_;
+};
+
+TEST_F(EditJournalTest, LeavesAFileAloneThatChangesWhileOthersAreTakenBack) {
+  Prepare();
+  const auto path = dir / "images/jpeg";
+  MeddlingTrash meddling(trash, [&] { dir.Write("images/jpeg", "caption content of jpeg, and more"); });
+  EditJournal journal({.trash = meddling, .clock = clock, .stateDirectory = state, .fileSystem = quick});
+  {
+    EditBatch batch(journal, "Caption");
+    const std::vector<KeptStretch> kept{{.newOffset = 8, .size = 15}};
+    ReplaceFile(path, BytesOf("caption content of jpeg"), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
+    ReplaceFile(dir / "images/copy", BytesOf("a copy"), {.recorder = &batch, .fileSystem = &quick});
+  }
+  EXPECT_THROW(journal.Undo(), UserError);
+  EXPECT_EQ(ReadAll(path), "caption content of jpeg, and more");
 }
 
 TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
