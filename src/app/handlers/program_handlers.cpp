@@ -47,6 +47,16 @@ std::string FileForEditor(const settings::Settings& settings, const std::string&
   return rawconvert::FindConverted(path, directory, static_cast<rawconvert::OutputFormat>(settings.raw.convertFormat));
 }
 
+/// Tells why raw files are not converted: other images are edited all the same.
+std::vector<rawconvert::ConvertedFile> Convert(CommandContext& context, const std::vector<std::string>& raw) {
+  try {
+    return raw.size() == 1 ? ConvertRawImage(context, raw.front()) : ConvertRawImages(context, raw);
+  } catch (const platform::UserError& error) {
+    context.session.Ask().message({.text = error.what(), .icon = platform::BoxIcon::Error});
+    return {};
+  }
+}
+
 /// Has the raw files converted that have no file for the editor; it stays empty for those that the user does not want
 /// to be, and where it fails.
 void ConvertForEditor(CommandContext& context, std::vector<EditedImage>& images) {
@@ -55,7 +65,7 @@ void ConvertForEditor(CommandContext& context, std::vector<EditedImage>& images)
     if (image.file.empty()) raw.push_back(image.path);
   }
   if (raw.empty() || context.session.Ask().ask(ConvertNowQuestion(raw)) != platform::Button::Yes) return;
-  const auto made = raw.size() == 1 ? ConvertRawImage(context, raw.front()) : ConvertRawImages(context, raw);
+  const auto made = Convert(context, raw);
   for (auto& image : images) {
     if (!image.file.empty()) continue;
     const auto converted = std::ranges::find(made, image.path, &rawconvert::ConvertedFile::source);
