@@ -13,7 +13,6 @@
 #include "catalogue/image_item_maker.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
-#include "platform/paths.h"
 #include "platform/read_directory.h"
 
 namespace ml::app {

@@ -3,13 +3,11 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
-#include <span>
 #include <utility>
 #include <vector>
 

@@ -11,7 +11,6 @@
 #include "options/conversion_options_of.h"
 #include "platform/companion_set.h"
 #include "platform/errors.h"
-#include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "platform/start_program.h"
 #include "platform/text.h"
