@@ -287,18 +287,25 @@ TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
 }
 
 TEST_F(EditJournalTest, KeepsNothingOfWhatTheNewFileRepeats) {
-  const std::string old(kMaxUndoBytes + 1, 'o');
-  const auto path = dir.Write("images/big", old);
+  const auto put = [](std::uint64_t at) { return Patch{at, BytesOf("oo"), BytesOf("xy")}; };
   auto journal = Journal();
-  {
-    EditBatch batch(journal, "Caption");
-    const std::vector<KeptStretch> kept{{.newOffset = 7, .size = old.size()}};
-    ReplaceFile(path, BytesOf("caption" + old), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
-    EXPECT_TRUE(batch.Undoable());
+  for (const bool moved : {true, false}) {
+    const std::string old(moved ? kMaxUndoBytes + 1 : 3 * kInPlacePage, 'o');
+    const auto path = dir.Write("images/big", old);
+    {
+      EditBatch batch(journal, "Caption");
+      const std::vector<KeptStretch> kept{{.newOffset = 7, .size = old.size()}};
+      const PatchSet inTwoPages{.fileSize = old.size(), .patches = {put(2 * kInPlacePage), put(7)}};
+      if (moved) ReplaceFile(path, BytesOf("caption" + old), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
+      if (!moved) ApplyPatches(path, inTwoPages, {.recorder = &batch, .fileSystem = &quick});
+      EXPECT_TRUE(batch.Undoable());
+    }
+    EXPECT_NE(fs::file_size(path) == old.size(), moved);
+    const auto store = StorePathOf(LogPath(JournalDirectory(state), journal.List().at(0).id));
+    EXPECT_EQ(ReadAll(store), moved ? std::nullopt : std::optional<std::string>("oooo"));
+    journal.Undo();
+    EXPECT_TRUE(ReadAll(path) == old) << moved;
   }
-  EXPECT_FALSE(fs::exists(StorePathOf(LogPath(JournalDirectory(state), "0000000001"))));
-  journal.Undo();
-  EXPECT_EQ(ReadAll(path), old);
 }
 
 TEST_F(EditJournalTest, LeavesABatchInProgressAlone) {
