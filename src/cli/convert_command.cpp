@@ -219,11 +219,11 @@ class ConvertRun {
       const auto& file = results_[given_.Add(given)];
       const bool ok = file.result == Converted::Yes;
       const auto message = Message(file);
-      if (ok && !message.empty()) Complain(given + ": " + message);
+      if (ok && !message.empty()) Complain(Named(given, message));
       if (!ok && !(arguments_.skip && file.result == Converted::Skipped)) state_.Fail(Named(given, message));
       const auto output = ok ? given_.Of(file.output) : std::string();
       if (!state_.json) {
-        if (ok) PrintLine(given + ": " + (arguments_.dryRun ? "would be converted to " : "converted to ") + output);
+        if (ok) PrintLine(Done(given, output));
         continue;
       }
       Json object;
@@ -234,6 +234,10 @@ class ConvertRun {
       array.push_back(std::move(object));
     }
     if (state_.json) PrintJson(array);
+  }
+
+  std::string Done(const std::string& given, const std::string& output) const {
+    return given + ": " + (arguments_.dryRun ? "would be converted to " : "converted to ") + output;
   }
 
   static std::string Named(const std::string& given, const std::string& reason) {

@@ -69,6 +69,7 @@ void CheckUnchanged(const OpenFile& file, const PatchSet& set) {
 /// All of the file that stays.
 std::vector<KeptStretch> BetweenPatches(const PatchSet& set) {
   std::vector<std::pair<std::uint64_t, std::uint64_t>> patched;  // from, to
+  patched.reserve(set.patches.size() + 1);
   for (const auto& patch : set.patches) patched.emplace_back(patch.offset, patch.offset + patch.newBytes.size());
   std::ranges::sort(patched);
   patched.emplace_back(set.fileSize, set.fileSize);

@@ -82,6 +82,7 @@ void EditImage(CommandContext& context) {
   const auto paths = session.settings.editor.allowMultiEdit != 0 ? TargetsOf(context, kSelectToEdit)
                                                                  : std::vector{TargetPath(session)};
   std::vector<EditedImage> images;
+  images.reserve(paths.size());
   for (const auto& path : paths) images.push_back({path, FileForEditor(session.settings, path)});
   ConvertForEditor(context, images);
   for (const auto& [path, file] : images) {
