@@ -13,7 +13,6 @@
 #include "catalogue/image_item_maker.h"
 #include "options/engine_options.h"
 #include "platform/errors.h"
-#include "platform/paths.h"
 #include "platform/read_directory.h"
 
 namespace ml::app {
@@ -69,6 +68,7 @@ void Session::RemoveMissing(const std::vector<std::string>& paths) {
     const int index = list.IndexOfPath(path);
     if (index < 0 || platform::Exists(path)) continue;
     gone.push_back(index);
+    taggedAndGone_.erase(path);  // of an image that bore the name before
     if (list.marks[static_cast<std::size_t>(index)].tagged) taggedAndGone_.insert(path);
   }
   if (gone.empty()) return;
@@ -82,9 +82,10 @@ void Session::RemoveMissing(const std::vector<std::string>& paths) {
   if (!kept) ShowImage(list.currentIndex);
 }
 
-void Session::BringBackTags(const std::vector<std::string>& paths) {
-  for (const auto& path : paths) {
-    if (taggedAndGone_.erase(path) > 0) list.SetTag(list.IndexOfPath(path), true);
+void Session::BringBackTags(const std::set<std::string>& listedBefore) {
+  for (int i = 0; i < list.Count(); ++i) {
+    const auto& path = list.files[static_cast<std::size_t>(i)];
+    if (!listedBefore.contains(path) && taggedAndGone_.erase(path) > 0) list.SetTag(i, true);
   }
 }
 

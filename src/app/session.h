@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -71,8 +72,9 @@ class Session final : private catalogue::CatalogueObserver {
   void FilesChanged(const std::vector<std::string>& paths);
   /// Takes entries out whose files are gone; where the current one is among them, its neighbour is shown.
   void RemoveMissing(const std::vector<std::string>& paths);
-  /// Gives those of `paths`, which undo has brought back into the list, the tags with which they were taken out.
-  void BringBackTags(const std::vector<std::string>& paths);
+  /// After an undo, also one that failed half-way: gives entries that it brought back, all but `listedBefore`, the tags
+  /// with which they were taken out.
+  void BringBackTags(const std::set<std::string>& listedBefore);
   /// Remembers how edits are taken back.
   platform::UserJournal& Journal() { return journal_; }
   /// What develops raw files; made when it is first asked for.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <optional>
 
 #include "catalogue/messages.h"
 #include "platform/errors.h"
@@ -98,18 +99,25 @@ void Do(const RenameStep& step, const RenameTools& tools) {
   if (tools.renamed) tools.renamed(change.from, change.to);
 }
 
-/// Takes the first `count` steps back, as far as it goes. Whether everything is as before.
-bool TakeBack(const std::vector<RenameStep>& steps, std::size_t count, const RenameTools& tools) {
+struct TakenBack {
   bool complete = true;
+  std::optional<NameChange> stuck = std::nullopt;  ///< a file that could not have its old name back
+};
+
+/// Takes the first `count` steps back, as far as it goes.
+TakenBack TakeBack(const std::vector<RenameStep>& steps, std::size_t count, const RenameTools& tools) {
+  TakenBack result;
   while (count-- > 0) {
     const auto& step = steps[count];
     if (tools.progress) tools.progress(count, steps.size());
     const NameChange back{step.change.to, step.change.from};
-    const bool done = step.kind != RenameStep::Kind::Displace && Rename(step, back, tools.fileSystem) == 0;
+    const bool displaced = step.kind == RenameStep::Kind::Displace;
+    const bool done = !displaced && Rename(step, back, tools.fileSystem) == 0;
     if (done && tools.renamed) tools.renamed(back.from, back.to);
-    complete = complete && done;
+    if (!done && !displaced) result.stuck = back;
+    result.complete = result.complete && done;
   }
-  return complete;
+  return result;
 }
 
 std::vector<platform::PlannedMove> MovesOf(const std::vector<RenameStep>& steps) {
@@ -180,6 +188,11 @@ void RunSteps(const std::vector<RenameStep>& steps, NotedPlan noted, const Renam
   const bool isNoted = tools.batch == nullptr || !tools.batch->Failure();
   if (!isNoted && noted == NotedPlan::Required) throw UserError(*tools.batch->Failure());
   std::size_t done = 0;
+  const auto takeBack = [&] {
+    auto result = TakeBack(steps, done, tools);
+    if (result.complete && tools.batch != nullptr) tools.batch->Forget(before);
+    return result;
+  };
   try {
     for (const auto& step : steps) {
       if (tools.stop.stop_requested()) throw platform::Cancelled();
@@ -187,9 +200,12 @@ void RunSteps(const std::vector<RenameStep>& steps, NotedPlan noted, const Renam
       Do(step, tools);
       ++done;
     }
+  } catch (const platform::Cancelled&) {
+    const auto stuck = takeBack().stuck;
+    if (stuck) throw UserError(ErrorRenaming(stuck->from, stuck->to));  // else nobody would hear of it
+    throw;
   } catch (...) {
-    const bool asBefore = TakeBack(steps, done, tools);
-    if (asBefore && tools.batch != nullptr) tools.batch->Forget(before);
+    takeBack();
     throw;
   }
 }

@@ -55,7 +55,8 @@ enum class NotedPlan { IfPossible, Required };
 
 /// Notes all steps, lasting before the first is done, then does them. After a failure those done are taken back, and
 /// if that leaves everything as it was, the notes too. Throws UserError, OtherFileSystem among them, and
-/// Cancelled, which counts as a failure. Whatever was moved to the trash before one stays there; undo brings it back.
+/// Cancelled, which counts as a failure and becomes a UserError where a file cannot have its old name back. Whatever
+/// was moved to the trash before one stays there; undo brings it back.
 void RunSteps(const std::vector<RenameStep>& steps, NotedPlan noted, const RenameTools& tools);
 
 /// The same for changes that are not worked out yet.

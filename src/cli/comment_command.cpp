@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/job_names.h"
 #include "cli/commands.h"
 #include "cli/edit_session.h"
 #include "cli/output.h"
@@ -55,7 +56,7 @@ Json CommentOf(const std::string& given, const CommentArguments& arguments, cons
 
 void RunComment(const CommentArguments& arguments, RunState& state) {
   auto result = Json::array();
-  EditSession session("Edit comments", state);
+  EditSession session(catalogue::kCommentJob, state);
   for (const auto& given : arguments.files) {
     if (state.stop.stop_requested()) break;
     result.push_back(CommentOf(given, arguments, session, state));

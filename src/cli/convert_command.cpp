@@ -111,8 +111,7 @@ class ConvertRun {
   void Run() {
     for (const auto& given : arguments_.files) Add(given);
     for (const auto& [key, files] : runs_) {
-      settings_.method = key.second;
-      Convert(key.first, files);
+      Convert(key.first, key.second, files);
       if (state_.stop.stop_requested()) throw platform::Cancelled();
     }
     Report();
@@ -162,16 +161,17 @@ class ConvertRun {
             .appendMethodLetter = state_.settings.raw.filenameAppend != 0};
   }
 
-  void Convert(const std::string& directory, const std::vector<std::string>& files) {
+  void Convert(const std::string& directory, Method method, const std::vector<std::string>& files) {
     answers_.messages.clear();
     const auto batch = Batch(directory, files);
-    TakeDevelopValues(files.front());
-    if (arguments_.dryRun) return Preview(batch);
+    if (arguments_.dryRun) return Preview(batch, method);
+    auto settings = SettingsFor(files.front());
+    settings.method = method;
     progress_.Begin(files);
     answers_.BeginRun();
     const platform::SystemClock clock;
     for (auto& file :
-         rawconvert::RunBatchConversion(batch, settings_, *developer_, {answers_, progress_, clock}, state_.stop)) {
+         rawconvert::RunBatchConversion(batch, settings, *developer_, {answers_, progress_, clock}, state_.stop)) {
       results_[file.source] = file;
     }
     for (const auto& path : files) {
@@ -181,22 +181,24 @@ class ConvertRun {
     }
   }
 
-  /// Those of the settings, as far as the camera of the first file knows them.
-  void TakeDevelopValues(const std::string& first) {
+  /// For a run, with the develop values as far as the camera of its first file knows them.
+  rawconvert::RawConversionSettings SettingsFor(const std::string& first) const {
+    auto settings = settings_;
     const metadata::ExifData exif(first);
     const auto family = rawconvert::FamilyOf(first, exif);
     auto values = options::RawDialogValuesOf(state_.settings);
     const bool eos1D = family.isEos1D || family.isEos1Ds;
-    rawconvert::NormaliseForDialog(settings_, values, family,
+    rawconvert::NormaliseForDialog(settings, values, family,
                                    eos1D ? rawconvert::ConversionDialog::Eos1D : rawconvert::ConversionDialog::Other,
                                    exif);
-    rawconvert::SetDevelopValues(settings_, values, family);
+    rawconvert::SetDevelopValues(settings, values, family);
+    return settings;
   }
 
-  void Preview(const rawconvert::BatchConversion& batch) {
+  void Preview(const rawconvert::BatchConversion& batch, Method method) {
     for (const auto& source : batch.files) {
       auto& result = results_[source];
-      result.output = rawconvert::ConvertedPath(source, settings_.method, batch);
+      result.output = rawconvert::ConvertedPath(source, method, batch);
       const bool isSource = platform::SameFile(source, result.output);
       const bool stays = platform::Exists(result.output) && !arguments_.overwrite;
       if (!isSource && !stays) result.result = Converted::Yes;
@@ -217,11 +219,11 @@ class ConvertRun {
       const auto& file = results_[given_.Add(given)];
       const bool ok = file.result == Converted::Yes;
       const auto message = Message(file);
-      if (ok && !message.empty()) Complain(given + ": " + message);
+      if (ok && !message.empty()) Complain(Named(given, message));
       if (!ok && !(arguments_.skip && file.result == Converted::Skipped)) state_.Fail(Named(given, message));
       const auto output = ok ? given_.Of(file.output) : std::string();
       if (!state_.json) {
-        if (ok) PrintLine(given + ": " + (arguments_.dryRun ? "would be converted to " : "converted to ") + output);
+        if (ok) PrintLine(Done(given, output));
         continue;
       }
       Json object;
@@ -232,6 +234,10 @@ class ConvertRun {
       array.push_back(std::move(object));
     }
     if (state_.json) PrintJson(array);
+  }
+
+  std::string Done(const std::string& given, const std::string& output) const {
+    return given + ": " + (arguments_.dryRun ? "would be converted to " : "converted to ") + output;
   }
 
   static std::string Named(const std::string& given, const std::string& reason) {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <set>
 
+#include "catalogue/job_names.h"
 #include "cli/edit_session.h"
 #include "cli/job_progress.h"
 #include "cli/run_state.h"
@@ -159,7 +160,7 @@ std::vector<IptcResult> ChangeIptc(const std::vector<std::string>& paths, const 
   RequireSense(change);
   const auto assigned = ParseAssignments(change.set);
   const auto locale = platform::LocaleText::FromEnvironment();
-  EditSession session("Change IPTC data", state);
+  EditSession session(catalogue::kIptcJob, state);
   const imagefiles::IptcEditTools tools{session.Tools(), locale, mode};
   auto results = change.merge.empty() ? SetInAll(paths, change, assigned, tools, state)
                                       : MergeIntoAll(paths, change, assigned, tools, state);

@@ -10,7 +10,6 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "platform/read_directory.h"
-#include "platform/text.h"
 
 namespace ml::cli {
 

@@ -112,7 +112,9 @@ void EditBatch::WillReplaceFile(const FileEdit& edit) {
     step.newSize = edit.newSize;
     step.newHash = edit.newHash;
     step.oldSize = step.before.size;
-    step.kept.assign(edit.kept.begin(), edit.kept.end());
+    // Not where the file became shorter meanwhile: it will not be replaced then, and the note must stay readable.
+    const bool isWhole = edit.kept.empty() || edit.kept.back().oldOffset + edit.kept.back().size <= step.oldSize;
+    if (isWhole) step.kept.assign(edit.kept.begin(), edit.kept.end());
     if (step.StoredSize() <= kMaxUndoBytes - std::min(kMaxUndoBytes, storeSize_)) return KeepOldContent(step);
     step.kept.clear();
     step.kind = EditKind::Lost;

@@ -6,6 +6,8 @@
 #include <cassert>
 #include <cerrno>
 #include <span>
+#include <utility>
+#include <vector>
 
 #include "platform/atomic_file.h"
 #include "platform/content_hash.h"
@@ -64,9 +66,26 @@ void CheckUnchanged(const OpenFile& file, const PatchSet& set) {
   if (!same) throw UserError(messages::kChangedMeanwhile + file.Label());
 }
 
+/// All of the file that stays.
+std::vector<KeptStretch> BetweenPatches(const PatchSet& set) {
+  std::vector<std::pair<std::uint64_t, std::uint64_t>> patched;  // from, to
+  patched.reserve(set.patches.size() + 1);
+  for (const auto& patch : set.patches) patched.emplace_back(patch.offset, patch.offset + patch.newBytes.size());
+  std::ranges::sort(patched);
+  patched.emplace_back(set.fileSize, set.fileSize);
+  std::vector<KeptStretch> kept;
+  std::uint64_t at = 0;
+  for (const auto& [from, to] : patched) {
+    if (from > at) kept.push_back({.oldOffset = at, .newOffset = at, .size = from - at});
+    at = to;
+  }
+  return kept;
+}
+
 void ReplaceWhole(const OpenFile& file, const PatchSet& set, const EditOptions& options) {
   AtomicFile out(file.Label(), {.read = IdentityOf(file.Status()),
                                 .recorder = options.recorder,
+                                .kept = BetweenPatches(set),
                                 .stateDirectory = options.stateDirectory,
                                 .fileSystem = options.fileSystem});
   const auto copied = ReadInPieces(file, 0, set.fileSize, [&](auto piece) {

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "platform/atomic_file.h"
 #include "platform/content_hash.h"
 #include "platform/errors.h"
+#include "platform/file_identity.h"
 #include "platform/file_status.h"
 #include "platform/in_place_patch.h"
 #include "platform/messages.h"
@@ -66,11 +68,10 @@ void ReadWhole(const OpenFile& from, std::uint64_t begin, std::uint64_t length, 
   if (ReadInPieces(from, begin, length, take) != length) ThrowFileError(messages::kUnableToRead, from.Label(), EIO);
 }
 
-/// The old content from the file as it is now and from the store.
-void ReadOldContent(const EditStep& step, const UndoContext& context, const Take& take) {
+/// The old content from the file as it is `now` and from the store.
+void ReadOldContent(const EditStep& step, const OpenFile& now, const UndoContext& context, const Take& take) {
   std::optional<OpenFile> store;
   if (step.StoredSize() > 0) store.emplace(OpenRegular(context.fileSystem, context.storePath, O_RDONLY));
-  const auto now = OpenRegular(context.fileSystem, step.path, O_RDONLY);
   auto stored = step.offset;
   std::uint64_t at = 0;
   const auto fromStore = [&](std::uint64_t end) {
@@ -85,20 +86,22 @@ void ReadOldContent(const EditStep& step, const UndoContext& context, const Take
   fromStore(step.oldSize);
 }
 
-bool HasOldContent(const EditStep& step, FileSystem& fileSystem) {
-  const auto now = OpenRegular(fileSystem, step.path, O_RDONLY);
-  return now.Size() == step.oldSize && HashRange(now, 0, step.oldSize) == step.oldHash;
-}
-
+/// Another program may have come by since all steps were looked at.
 void RevertFile(const EditStep& step, const UndoContext& context) {
-  if (HasOldContent(step, context.fileSystem)) return;  // by an undo that was cut off
-  AtomicFile file(step.path, Writing(step.before, context));
+  const auto now = OpenRegular(context.fileSystem, step.path, O_RDONLY);
+  const auto identity = IdentityOf(now.Status());
+  const auto nowHash = HashRange(now, 0, identity.size);
+  if (identity.size == step.oldSize && nowHash == step.oldHash) return;  // by an undo that was cut off
+  if (identity.size != step.newSize || nowHash != step.newHash) RefuseChanged(step.path);
+  auto writing = Writing(step.before, context);
+  writing.read = identity;
+  AtomicFile file(step.path, writing);
   ContentHash hash;
-  ReadOldContent(step, context, [&](auto piece) {
+  ReadOldContent(step, now, context, [&](auto piece) {
     file.Write(piece);
     hash.Add(piece);
   });
-  if (hash.Value() != step.oldHash) RefuseChanged(step.path);
+  if (hash.Value() != step.oldHash) throw UserError(messages::kOldContentLost + step.path);
   file.Commit();
 }
 

@@ -3,13 +3,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
-#include <span>
+#include <utility>
 #include <vector>
 
 #include "platform/content_hash.h"
@@ -52,6 +51,8 @@ class Undoer {
   }
 
  private:
+  using FileId = std::pair<dev_t, ino_t>;
+
   std::optional<FileStamp> Stamp(const std::string& path, Links links) const {
     return StampOfPath(fileSystem_, path, links);
   }
@@ -62,10 +63,26 @@ class Undoer {
     return Stamp(path, Links::Keep) ? std::optional(path) : std::nullopt;
   }
 
+  /// Nothing for a link that leads nowhere.
+  std::optional<FileId> IdOf(const std::string& place) const {
+    struct stat status {};
+    if (fileSystem_.Stat(place, Links::Follow, status) != 0) return std::nullopt;
+    return FileId{status.st_dev, status.st_ino};
+  }
+
+  bool IsInOrder(const std::string& place) const {
+    const auto id = IdOf(place);
+    return id && inOrder_.contains(*id);
+  }
+
+  void PutInOrder(const std::string& place) {
+    if (const auto id = IdOf(place)) inOrder_.insert(*id);
+  }
+
   /// Whether the file still is what the batch made of it. A file whose latest edit of this batch was found in
   /// order is not asked again: its stamp is that edit's business.
   bool IsUntouched(const EditStep& step, const std::string& place, const FileStamp& now, bool otherwise) const {
-    if (inOrder_.contains(place)) return true;
+    if (IsInOrder(place)) return true;
     return step.after ? step.after->SameContent(now) : otherwise;
   }
 
@@ -92,7 +109,7 @@ class Undoer {
   bool RangeInForce(const EditStep& step) {
     const auto place = Locate(step.path);
     if (!place) RefuseChanged(step.path);
-    if (inOrder_.contains(*place)) return true;
+    if (IsInOrder(*place)) return true;
     const ReadableFile file(*place, fileSystem_);
     const auto bytes = file.Range(step.offset, step.oldBytes.size());
     const bool isOld = bytes == OldBytes(step);
@@ -100,7 +117,7 @@ class Undoer {
     const bool untouched = IsUntouched(step, *place, *Stamp(*place, Links::Follow), true);
     const bool hasTail = file.Size() == step.newSize && TailHash(*place, step) == step.newHash;
     if (!hasTail || !(isOld || (untouched && IsNewBytes(step, bytes)))) RefuseChanged(step.path);
-    inOrder_.insert(*place);
+    PutInOrder(*place);
     return true;
   }
 
@@ -112,14 +129,14 @@ class Undoer {
   bool FileInForce(const EditStep& step) {
     const auto place = Locate(step.path);
     if (!place) RefuseChanged(step.path);
-    if (!inOrder_.contains(*place)) {
+    if (!IsInOrder(*place)) {
       const auto file = OpenRegular(fileSystem_, *place, O_RDONLY);
       const auto size = file.Size();
       const auto hash = HashRange(file, 0, size);
       const bool isOld = size == step.oldSize && hash == step.oldHash;
       if (isOld && !undoing_) return false;
       if (!isOld && (size != step.newSize || hash != step.newHash)) RefuseChanged(step.path);
-      inOrder_.insert(*place);
+      PutInOrder(*place);
     }
     if (!HasOldContent(step)) throw UserError(messages::kOldContentLost + step.path);
     return true;
@@ -222,14 +239,14 @@ class Undoer {
     if (!now) RefuseChanged(step.path);
     if (*now == step.before) return false;
     const bool asLeft = step.after ? *now == *step.after : now->size == step.before.size;
-    if (!asLeft && !inOrder_.contains(*place)) RefuseChanged(step.path);
+    if (!asLeft && !IsInOrder(*place)) RefuseChanged(step.path);
     return true;
   }
 
   const UndoContext& context_;
   FileSystem& fileSystem_;
   std::map<std::string, std::optional<std::string>> places_;
-  std::set<std::string> inOrder_;
+  std::set<FileId> inOrder_;        ///< a file may have several names, and be edited by each of them
   std::set<std::string> arrivals_;  ///< names that planned steps give
   std::set<std::uint64_t> inodes_;  ///< of the files that bear names of planned steps
   bool undoing_ = false;            ///< a file may have its old bytes already, but not yet its old time

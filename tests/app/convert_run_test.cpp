@@ -240,6 +240,12 @@ TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
                                        "\nare raw files which don't appear to\nhave been converted.\n"
                                        "Do you wish to convert them now?");
   edited({Day("CONVERTED/1C.TIF"), Day("CONVERTED/2.tif"), Day("3.gif"), Day("CONVERTED/4.tif")});
+  dir.Write("day/9.crw", "broken");
+  session->Images().RefreshDirectory();
+  Choose({"9.crw", "3.gif"});
+  ask.buttons = {platform::Button::Yes};
+  Run(CommandId::EditImage, "");
+  edited({Day("3.gif")});
   settings.allowMultiEdit = 0;
   settings.editorSupportsRaw = 1;
   Choose({"1.crw", "3.gif"});
@@ -249,7 +255,7 @@ TEST_F(ConvertCommand, RawFilesAreDevelopedForTheEditor) {
   Choose({"3.gif"});
   Run(CommandId::EditImage, "");
   edited({Day("3.gif")});
-  EXPECT_EQ(ask.shown.size(), 3U);
+  EXPECT_EQ(ask.shown.size(), 5U);
   settings.openEditorCmdLine = "no-such-editor";
   Run(CommandId::EditImage, "");
   EXPECT_EQ(ask.shown.back().text,

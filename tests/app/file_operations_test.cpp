@@ -75,6 +75,15 @@ TEST_F(FileOperations, DeletedImagesLeaveTheListAndComeBackWithUndo) {
   EXPECT_EQ(test::ReadAll(dir / "day/2.txt"), "note");
   EXPECT_EQ(frame->statusBar()->currentMessage(), QStringLiteral("Undone: Delete (3 files)"));
 
+  Select({1});
+  Run(CommandId::Delete);
+  AddPhotos({"2.jpg"});
+  session->Images().RefreshDirectory();
+  Select({1});
+  Run(CommandId::RotateRight);
+  Run(CommandId::Undo);
+  EXPECT_EQ(frame->statusBar()->currentMessage(), QStringLiteral("Undone: Rotate Image (1 file)"));
+  EXPECT_EQ(session->list.TaggedCount(), 0) << "another image of that name";
   ask.buttons = {Button::Yes};
   Select({0});
   Run(CommandId::DeletePermanently);

@@ -86,6 +86,16 @@ TEST_F(RenameTest, CancellingTakesBackWhatWasDone) {
   EXPECT_EQ(Now(), Untouched(there));
   batch.Commit();
   EXPECT_TRUE(journal_.List().empty()) << "there is nothing to undo";
+
+  std::stop_source again;
+  auto disturbed = Tools();
+  disturbed.stop = again.get_token();
+  disturbed.renamed = [&](const std::string&, const std::string& to) {
+    if (to != At("d.jpg")) return;
+    dir_.Write("images/c.jpg", "another program's");
+    again.request_stop();
+  };
+  EXPECT_NE(Refusal({"c.jpg", "a.crw"}, {"d.jpg", "e.crw"}, disturbed), "") << "not merely cancelled: a name is taken";
 }
 
 TEST_F(RenameTest, ChainsSwapsAndCompanionsArriveAndUndoBringsAllBack) {

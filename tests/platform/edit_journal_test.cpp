@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 
 #include "platform/atomic_file.h"
@@ -216,6 +217,56 @@ TEST_F(EditJournalTest, TakesBackOneBatchAfterTheOther) {
   EXPECT_EQ(ReadAll(path), "content of jpeg");
 }
 
+TEST_F(EditJournalTest, TakesBackEditsOfOneFileByEachOfItsNames) {
+  Prepare();
+  const auto names = {dir / "images/jpeg", dir / "images/linked"};
+  fs::create_hard_link(*names.begin(), *std::prev(names.end()));
+  const auto before = Snapshot();
+  auto journal = Journal();
+  {
+    EditBatch batch(journal, "Caption");
+    for (const auto& name : names) {
+      const auto old = ReadAll(name).value();
+      const std::vector<KeptStretch> kept{{.newOffset = 8, .size = old.size()}};
+      ReplaceFile(name, BytesOf("caption " + old),
+                  {.recorder = &batch, .kept = kept, .stateDirectory = state, .fileSystem = &quick});
+    }
+  }
+  EXPECT_EQ(ReadAll(*names.begin()), "caption caption content of jpeg");
+  journal.Undo();
+  EXPECT_EQ(Snapshot(), before);
+}
+
+/// Has another program come by while an undo acts.
+class MeddlingTrash final : public Trash {
+ public:
+  MeddlingTrash(Trash& below, std::function<void()> meddle) : below_(below), meddle_(std::move(meddle)) {}
+  void Put(const std::string& path) override {
+    meddle_();
+    below_.Put(path);
+  }
+  std::vector<TrashedFile> Find(const std::string& path) override { return below_.Find(path); }
+
+ private:
+  Trash& below_;
+  std::function<void()> meddle_;
+};
+
+TEST_F(EditJournalTest, LeavesAFileAloneThatChangesWhileOthersAreTakenBack) {
+  Prepare();
+  const auto path = dir / "images/jpeg";
+  MeddlingTrash meddling(trash, [&] { dir.Write("images/jpeg", "caption content of jpeg, and more"); });
+  EditJournal journal({.trash = meddling, .clock = clock, .stateDirectory = state, .fileSystem = quick});
+  {
+    EditBatch batch(journal, "Caption");
+    const std::vector<KeptStretch> kept{{.newOffset = 8, .size = 15}};
+    ReplaceFile(path, BytesOf("caption content of jpeg"), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
+    ReplaceFile(dir / "images/copy", BytesOf("a copy"), {.recorder = &batch, .fileSystem = &quick});
+  }
+  EXPECT_THROW(journal.Undo(), UserError);
+  EXPECT_EQ(ReadAll(path), "caption content of jpeg, and more");
+}
+
 TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
   Prepare();
   const auto big = dir.Write("images/big", "");
@@ -236,18 +287,25 @@ TEST_F(EditJournalTest, SaysWhatCannotBeUndone) {
 }
 
 TEST_F(EditJournalTest, KeepsNothingOfWhatTheNewFileRepeats) {
-  const std::string old(kMaxUndoBytes + 1, 'o');
-  const auto path = dir.Write("images/big", old);
+  const auto put = [](std::uint64_t at) { return Patch{at, BytesOf("oo"), BytesOf("xy")}; };
   auto journal = Journal();
-  {
-    EditBatch batch(journal, "Caption");
-    const std::vector<KeptStretch> kept{{.newOffset = 7, .size = old.size()}};
-    ReplaceFile(path, BytesOf("caption" + old), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
-    EXPECT_TRUE(batch.Undoable());
+  for (const bool moved : {true, false}) {
+    const std::string old(moved ? kMaxUndoBytes + 1 : 3 * kInPlacePage, 'o');
+    const auto path = dir.Write("images/big", old);
+    {
+      EditBatch batch(journal, "Caption");
+      const std::vector<KeptStretch> kept{{.newOffset = 7, .size = old.size()}};
+      const PatchSet inTwoPages{.fileSize = old.size(), .patches = {put(2 * kInPlacePage), put(7)}};
+      if (moved) ReplaceFile(path, BytesOf("caption" + old), {.recorder = &batch, .kept = kept, .fileSystem = &quick});
+      if (!moved) ApplyPatches(path, inTwoPages, {.recorder = &batch, .fileSystem = &quick});
+      EXPECT_TRUE(batch.Undoable());
+    }
+    EXPECT_NE(fs::file_size(path) == old.size(), moved);
+    const auto store = StorePathOf(LogPath(JournalDirectory(state), journal.List().at(0).id));
+    EXPECT_EQ(ReadAll(store), moved ? std::nullopt : std::optional<std::string>("oooo"));
+    journal.Undo();
+    EXPECT_TRUE(ReadAll(path) == old) << moved;
   }
-  EXPECT_FALSE(fs::exists(StorePathOf(LogPath(JournalDirectory(state), "0000000001"))));
-  journal.Undo();
-  EXPECT_EQ(ReadAll(path), old);
 }
 
 TEST_F(EditJournalTest, LeavesABatchInProgressAlone) {

@@ -1,6 +1,7 @@
 #include "app/handlers/convert_image.h"
 
 #include <QScopeGuard>
+#include <optional>
 #include <string>
 #include <vector>
 

@@ -21,7 +21,6 @@
 #include "imagefiles/edits/jpeg_thumbnail.h"
 #include "imagefiles/edits/jpeg_turn.h"
 #include "imagefiles/format_table.h"
-#include "imagefiles/raw_files.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 

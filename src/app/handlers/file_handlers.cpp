@@ -1,5 +1,6 @@
 #include <QScopeGuard>
 #include <algorithm>
+#include <set>
 #include <string>
 
 #include "app/command_runner.h"
@@ -139,11 +140,12 @@ void FollowUndo(Session& session, const platform::JournalEntry& undone) {
 void Undo(CommandContext& context) {
   auto& session = context.session;
   const auto top = context.view.TopPath();
+  const std::set<std::string> listedBefore(session.list.files.begin(), session.list.files.end());
   // Also after a failure: some files may be as they were.
   const auto settle = [&](const std::vector<std::string>& files) {
     session.FilesChanged(files);
     session.Images().RefreshDirectory();
-    session.BringBackTags(files);
+    session.BringBackTags(listedBefore);
     context.view.ScrollToTop(top);
     context.view.RefreshTree();
   };

@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "app/command_runner.h"
 #include "app/file_dialogs.h"
 #include "app/image_texts.h"
@@ -9,7 +11,6 @@
 #include "app/session.h"
 #include "imagefiles/profile_finder.h"
 #include "options/engine_options.h"
-#include "platform/paths.h"
 
 namespace ml::app {
 namespace {

@@ -11,7 +11,6 @@
 #include "options/conversion_options_of.h"
 #include "platform/companion_set.h"
 #include "platform/errors.h"
-#include "platform/paths.h"
 #include "platform/read_directory.h"
 #include "platform/start_program.h"
 #include "platform/text.h"
@@ -47,6 +46,16 @@ std::string FileForEditor(const settings::Settings& settings, const std::string&
   return rawconvert::FindConverted(path, directory, static_cast<rawconvert::OutputFormat>(settings.raw.convertFormat));
 }
 
+/// Tells why raw files are not converted: other images are edited all the same.
+std::vector<rawconvert::ConvertedFile> Convert(CommandContext& context, const std::vector<std::string>& raw) {
+  try {
+    return raw.size() == 1 ? ConvertRawImage(context, raw.front()) : ConvertRawImages(context, raw);
+  } catch (const platform::UserError& error) {
+    context.session.Ask().message({.text = error.what(), .icon = platform::BoxIcon::Error});
+    return {};
+  }
+}
+
 /// Has the raw files converted that have no file for the editor; it stays empty for those that the user does not want
 /// to be, and where it fails.
 void ConvertForEditor(CommandContext& context, std::vector<EditedImage>& images) {
@@ -55,7 +64,7 @@ void ConvertForEditor(CommandContext& context, std::vector<EditedImage>& images)
     if (image.file.empty()) raw.push_back(image.path);
   }
   if (raw.empty() || context.session.Ask().ask(ConvertNowQuestion(raw)) != platform::Button::Yes) return;
-  const auto made = raw.size() == 1 ? ConvertRawImage(context, raw.front()) : ConvertRawImages(context, raw);
+  const auto made = Convert(context, raw);
   for (auto& image : images) {
     if (!image.file.empty()) continue;
     const auto converted = std::ranges::find(made, image.path, &rawconvert::ConvertedFile::source);
@@ -73,6 +82,7 @@ void EditImage(CommandContext& context) {
   const auto paths = session.settings.editor.allowMultiEdit != 0 ? TargetsOf(context, kSelectToEdit)
                                                                  : std::vector{TargetPath(session)};
   std::vector<EditedImage> images;
+  images.reserve(paths.size());
   for (const auto& path : paths) images.push_back({path, FileForEditor(session.settings, path)});
   ConvertForEditor(context, images);
   for (const auto& [path, file] : images) {

@@ -44,7 +44,7 @@ Targets TargetsFor(const Session& session) {
 
 /// With "/" at its end. Throws UserError if it is not the same for all.
 std::string DirectoryOfAll(const std::vector<std::string>& paths) {
-  const std::string directory(platform::DirectoryOf(paths.front()));
+  std::string directory(platform::DirectoryOf(paths.front()));
   if (!std::ranges::all_of(paths, [&](const auto& path) { return platform::DirectoryOf(path) == directory; })) {
     throw platform::UserError(std::string(kSeveralDirectories));
   }

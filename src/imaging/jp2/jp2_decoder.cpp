@@ -1,7 +1,5 @@
 #include "imaging/jp2/jp2_decoder.h"
 
-#include <algorithm>
-
 #include "imaging/jp2/code_stream.h"
 #include "imaging/jp2/jp2_colours.h"
 #include "imaging/jp2/jp2_cost.h"
