@@ -33,7 +33,7 @@ void Remove(const std::string& path, const DeleteTools& tools) {
 
 /// Where "Deleted" is missing it is made.
 std::string DeletedFolder(const std::string& path, const DeleteTools& tools) {
-  const auto folder = platform::JoinPath(platform::DirectoryOf(path), "Deleted");
+  auto folder = platform::JoinPath(platform::DirectoryOf(path), "Deleted");
   struct stat status {};
   if (tools.fileSystem.Stat(folder, platform::Links::Follow, status) == 0) {
     if (!S_ISDIR(status.st_mode)) throw UserError(ExistsButIsNoDirectory(folder));

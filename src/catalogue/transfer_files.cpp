@@ -71,6 +71,7 @@ std::vector<FileTransfer::Step> FileTransfer::Plan(const std::vector<std::string
 
 std::vector<std::string> FileTransfer::Targets(const std::vector<Step>& steps) {
   std::vector<std::string> targets;
+  targets.reserve(steps.size());
   for (const auto& step : steps) targets.push_back(step.to);
   return targets;
 }
@@ -92,6 +93,7 @@ void FileTransfer::Move(const std::vector<Step>& steps) {
   const RenameTools tools{
       .companions = tools_.companions, .trash = tools_.trash, .batch = tools_.batch, .fileSystem = tools_.fileSystem};
   std::vector<NameChange> changes;
+  changes.reserve(steps.size());
   for (const auto& step : steps) changes.push_back({step.from, step.to});
   try {
     RunChanges(changes, tools);

@@ -102,6 +102,7 @@ class RenameRun {
     ReadingProgress progress(line);
     for (auto& run : runs_) {
       std::vector<std::string> paths;
+      paths.reserve(run.images.size());
       for (const auto& image : run.images) paths.push_back(image.path);
       const auto images =
           batch::ReadRenameImages(paths, options::ExifOptionsOf(state_.settings), progress, state_.stop);

@@ -29,7 +29,7 @@ struct TransferArguments {
 
 /// Throws UserError.
 std::string Destination(const TransferArguments& arguments, TransferAnswers& answers) {
-  const auto directory = platform::normaliseDirectory(arguments.to);
+  auto directory = platform::normaliseDirectory(arguments.to);
   const bool missing = !platform::IsNameTaken(directory);
   if (missing && !arguments.yes) {
     throw platform::UserError(arguments.to + ": does not exist, nothing done; choose --yes to make it");

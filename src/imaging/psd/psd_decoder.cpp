@@ -28,7 +28,8 @@ void PutRow(std::span<const std::byte> row, const PsdLayout& layout, int channel
   };
   const auto grey = [](std::byte* pixel, int sample) { std::fill_n(pixel, 3, static_cast<std::byte>(sample)); };
   const auto indexed = [&](std::byte* pixel, int sample) {
-    for (int i = 0; i < 3; ++i) pixel[i] = layout.palette[static_cast<std::size_t>(i * 256 + sample)];
+    for (int i = 0; i < 3; ++i)
+      pixel[i] = layout.palette[static_cast<std::size_t>(i) * 256 + static_cast<std::size_t>(sample)];
   };
   if (layout.file.mode == PsdMode::Indexed) {
     ForEachSample(row, layout.file.depth, out, indexed);

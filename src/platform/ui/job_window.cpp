@@ -48,7 +48,8 @@ class JobState final : public Progress {
     now_.secondText = line;
   }
   void picture(std::span<const std::byte> rgb, int width, int height) override {
-    const QImage image(reinterpret_cast<const uchar*>(rgb.data()), width, height, width * 3, QImage::Format_RGB888);
+    const QImage image(reinterpret_cast<const uchar*>(rgb.data()), width, height, qsizetype{3} * width,
+                       QImage::Format_RGB888);
     const std::scoped_lock lock(lock_);
     now_.picture = image.copy();
   }

@@ -27,7 +27,7 @@ QString ToLabel(std::string_view bytes) { return QString::fromStdString(ToDispla
 
 QString DialogStart(std::string_view path) {
   while (true) {
-    const auto name = QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
+    auto name = QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
     if (PathFromQt(name) == path) return name;
     while (path.ends_with('/')) path.remove_suffix(1);
     path = DirectoryOf(path);
