@@ -134,15 +134,15 @@ class Photographer final : public QObject {
     auto& list = session_.list;
     tagged_ = list.TaggedPaths();
     for (const int i : {1, 2, 6}) list.SetTag(i, true);
-    SelectSome();
-    list.focusIndex = std::min(3, list.Count() - 1);
-    frame_.View().LoadImage(list.focusIndex, ml::app::Reload::Force);
   }
 
+  /// Before each picture: dialogs need all selected, and the slideshow goes elsewhere.
   void SelectSome() {
     auto& list = session_.list;
     list.SelectNone();
     for (int i = 2; i < std::min(list.Count(), 5); ++i) list.marks[static_cast<std::size_t>(i)].selected = true;
+    list.focusIndex = std::min(3, list.Count() - 1);
+    frame_.View().LoadImage(list.focusIndex, ml::app::Reload::IfOther);
   }
 
   void Prepare() {
