@@ -3,9 +3,9 @@
 #include <openjpeg.h>
 
 #include <algorithm>
-#include <exception>
 #include <string>
 
+#include "imaging/held_exception.h"
 #include "imaging/jp2/jp2_cost.h"
 #include "imaging/messages.h"
 #include "platform/errors.h"
@@ -40,7 +40,7 @@ struct Jp2Reader::State {
   const metadata::ByteSource& source;
   std::uint64_t start;
   std::uint64_t position;
-  std::exception_ptr failure;
+  HeldException held;
   std::string reason;  ///< the library's first error
   int warnings = 0;
   bool decoded = false;
@@ -49,20 +49,15 @@ struct Jp2Reader::State {
   std::unique_ptr<opj_image_t, ImageRelease> image;
 
   [[noreturn]] void Fail() const {
-    if (failure) std::rethrow_exception(failure);
+    held.Rethrow();
     throw platform::LibraryError(reason.empty() ? messages::kUndecodable : reason, "");
   }
 
-  /// Exceptions must not cross the library: they wait in the state.
   OPJ_SIZE_T Read(void* buffer, OPJ_SIZE_T length) noexcept {
-    try {
-      const auto count = source.ReadSome(position, {static_cast<std::byte*>(buffer), length});
-      position += count;
-      return count > 0 ? count : static_cast<OPJ_SIZE_T>(-1);
-    } catch (...) {
-      failure = std::current_exception();
-      return static_cast<OPJ_SIZE_T>(-1);
-    }
+    std::size_t count = 0;
+    held.Does([&] { count = source.ReadSome(position, {static_cast<std::byte*>(buffer), length}); });
+    position += count;
+    return count > 0 ? count : static_cast<OPJ_SIZE_T>(-1);
   }
   bool MoveTo(std::uint64_t target) noexcept {
     if (target < start || target > source.Size()) return false;
@@ -70,12 +65,10 @@ struct Jp2Reader::State {
     return true;
   }
   void KeepReason(const char* message) noexcept {
-    try {
+    held.Does([&] {
       if (reason.empty()) reason = message;
       while (!reason.empty() && reason.back() == '\n') reason.pop_back();
-    } catch (...) {
-      failure = std::current_exception();
-    }
+    });
   }
 
   void OpenStream() {
@@ -179,7 +172,7 @@ void Jp2Reader::Decode(int halvings) {
   auto* codec = state.codec.get();
   if (opj_set_decoded_resolution_factor(codec, static_cast<OPJ_UINT32>(halvings)) == OPJ_FALSE) state.Fail();
   if (opj_decode(codec, state.stream.get(), state.image.get()) == OPJ_FALSE) state.Fail();
-  if (state.failure) std::rethrow_exception(state.failure);
+  state.held.Rethrow();
   state.CheckComponents();
   for (const auto& component : std::span(state.image->comps, state.image->numcomps)) {
     if (component.data == nullptr) Refuse("A component of the picture is missing");

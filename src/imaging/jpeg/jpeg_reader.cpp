@@ -9,8 +9,9 @@
 #include <array>
 #include <csetjmp>
 #include <cstring>
-#include <exception>
 #include <vector>
+
+#include "imaging/held_exception.h"
 
 namespace ml::imaging {
 namespace {
@@ -40,7 +41,7 @@ struct JpegReader::State {
   std::uint64_t start;
   std::uint64_t position;
   std::vector<std::byte> buffer;
-  std::exception_ptr failure;
+  HeldException held;
   bool atEnd = false;
   int dataWarnings = 0;
 };
@@ -80,14 +81,11 @@ void OnProgress(j_common_ptr info) {
   std::longjmp(state.jump, 1);
 }
 
-/// Exceptions must not cross the library: they wait in the state.
+/// 0 where the source throws.
 std::size_t ReadBuffer(State& state) noexcept {
-  try {
-    return state.source.ReadSome(state.position, state.buffer);
-  } catch (...) {
-    state.failure = std::current_exception();
-    return 0;
-  }
+  std::size_t count = 0;
+  state.held.Does([&] { count = state.source.ReadSome(state.position, state.buffer); });
+  return count;
 }
 
 boolean Fill(j_decompress_ptr info) {
@@ -185,7 +183,7 @@ bool JpegReader::ReadRows(std::uint8_t** rows, int count) {
 }
 
 const char* JpegReader::Reason() const {
-  if (state_->failure) std::rethrow_exception(state_->failure);
+  state_->held.Rethrow();
   return state_->reason.data();
 }
 

@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <csetjmp>
-#include <exception>
 #include <vector>
 
+#include "imaging/held_exception.h"
 #include "imaging/writers/messages.h"
 #include "imaging/writers/metadata_segments.h"
 #include "imaging/writers/output_file.h"
@@ -22,14 +22,14 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 constexpr int kRowsTogether = 16;
 
-/// The library keeps pointers into it. What is thrown inside its calls waits here, because no exception may cross it.
+/// The library keeps pointers into it.
 struct Encoder {
   jpeg_compress_struct info{};
   jpeg_error_mgr errors{};
   jpeg_destination_mgr target{};
   std::jmp_buf jump{};
   std::array<char, JMSG_LENGTH_MAX> reason{};
-  std::exception_ptr failure;
+  HeldException held;
   std::vector<JOCTET> buffer = std::vector<JOCTET>(kBufferSize);
   OutputFile& out;
 
@@ -38,19 +38,8 @@ struct Encoder {
   Encoder& operator=(const Encoder&) = delete;
   ~Encoder() { jpeg_destroy_compress(&info); }
 
-  /// False if the step threw.
-  template <class Step>
-  bool Does(Step&& step) noexcept {
-    try {
-      step();
-      return true;
-    } catch (...) {
-      failure = std::current_exception();
-      return false;
-    }
-  }
   bool Put(std::size_t count) noexcept {
-    return Does([&] { out.Write(std::as_bytes(std::span(buffer).first(count))); });
+    return held.Does([&] { out.Write(std::as_bytes(std::span(buffer).first(count))); });
   }
 };
 
@@ -111,7 +100,7 @@ bool Encode(Encoder& encoder, const PixelRows& pixels, const std::vector<std::by
   SetUp(encoder, pixels, options);
   jpeg_start_compress(&info, TRUE);
   OnEnd(&info);  // the JFIF segment goes in front of ours
-  if (!encoder.Does([&] { encoder.out.Write(segments); })) return false;
+  if (!encoder.held.Does([&] { encoder.out.Write(segments); })) return false;
   std::array<JSAMPROW, kRowsTogether> rows{};
   for (int y = 0; y < pixels.height; y += kRowsTogether) {
     const int count = std::min(kRowsTogether, pixels.height - y);
@@ -120,7 +109,7 @@ bool Encode(Encoder& encoder, const PixelRows& pixels, const std::vector<std::by
       rows[static_cast<std::size_t>(i)] = reinterpret_cast<JSAMPROW>(const_cast<std::byte*>(pixels.Row(y + i)));
     }
     jpeg_write_scanlines(&info, rows.data(), static_cast<JDIMENSION>(count));
-    if (!encoder.Does([&] { encoder.out.Done(y + count, pixels.height); })) return false;
+    if (!encoder.held.Does([&] { encoder.out.Done(y + count, pixels.height); })) return false;
   }
   jpeg_finish_compress(&info);
   return true;
@@ -141,7 +130,7 @@ void WriteJPEG(const PixelRows& pixels, const MetadataBlocks& blocks, const std:
   OutputFile out(path, {messages::kWriteJpeg}, options);
   Encoder encoder(out);
   if (!Encode(encoder, pixels, segments, options)) {
-    if (encoder.failure) std::rethrow_exception(encoder.failure);
+    encoder.held.Rethrow();
     throw platform::UserError(RefusalOf(messages::kWriteJpeg, path, encoder.reason.data()));
   }
   out.Commit();

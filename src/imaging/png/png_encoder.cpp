@@ -7,27 +7,27 @@
 #include <cstring>
 #include <string>
 
+#include "imaging/held_exception.h"
 #include "platform/errors.h"
 
 namespace ml::imaging {
 namespace {
 
-/// Fast and nearly as small as more work would make photographs.
-constexpr int kCompressionLevel = 3;
-
 struct Output {
   std::vector<std::byte> bytes;
   std::string reason;
+  HeldException held;
 };
 
 void Write(png_structp png, png_bytep data, png_size_t length) {
-  auto& bytes = static_cast<Output*>(png_get_io_ptr(png))->bytes;
+  auto& output = *static_cast<Output*>(png_get_io_ptr(png));
   const auto* begin = reinterpret_cast<const std::byte*>(data);
-  bytes.insert(bytes.end(), begin, begin + length);
+  if (!output.held.Does([&] { output.bytes.insert(output.bytes.end(), begin, begin + length); })) png_longjmp(png, 1);
 }
 
 void OnError(png_structp png, png_const_charp text) {
-  static_cast<Output*>(png_get_error_ptr(png))->reason = text;
+  auto& output = *static_cast<Output*>(png_get_error_ptr(png));
+  output.held.Does([&] { output.reason = text; });
   png_longjmp(png, 1);
 }
 
@@ -39,7 +39,7 @@ bool WriteRows(png_structp png, png_infop info, const PixelBuffer& picture, PngC
   png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height), 8,
                colour == PngColour::Grey ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
                PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-  png_set_compression_level(png, kCompressionLevel);
+  png_set_compression_level(png, kPngCompressionLevel);
   png_write_info(png, info);
   if (colour == PngColour::Rgb && picture.order == PixelOrder::Bgr) png_set_bgr(png);
   for (int y = 0; y < picture.height; ++y) {
@@ -68,7 +68,10 @@ std::vector<std::byte> EncodePng(const PixelBuffer& picture, PngColour colour) {
     done = WriteRows(png, info, picture, colour, greyRow.data());
   }
   png_destroy_write_struct(&png, &info);
-  if (!done) throw platform::LibraryError(output.reason.empty() ? "Unable to write PNG" : output.reason, "");
+  if (!done) {
+    output.held.Rethrow();
+    throw platform::LibraryError(output.reason.empty() ? "Unable to write PNG" : output.reason, "");
+  }
   return std::move(output.bytes);
 }
 

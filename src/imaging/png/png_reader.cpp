@@ -5,7 +5,8 @@
 #include <array>
 #include <csetjmp>
 #include <cstring>
-#include <exception>
+
+#include "imaging/held_exception.h"
 
 namespace ml::imaging {
 namespace {
@@ -28,7 +29,7 @@ struct PngReader::State {
   png_infop info = nullptr;
   std::jmp_buf jump{};
   std::array<char, 200> reason{};
-  std::exception_ptr failure;
+  HeldException held;
 };
 
 namespace {
@@ -43,14 +44,11 @@ using State = PngReader::State;
 
 void OnWarning(png_structp, png_const_charp) {}
 
-/// Exceptions must not cross the library: they wait in the state.
+/// 0 where the source throws.
 std::size_t ReadBytes(State& state, std::byte* out, std::size_t length) noexcept {
-  try {
-    return state.source.ReadSome(state.position, {out, length});
-  } catch (...) {
-    state.failure = std::current_exception();
-    return 0;
-  }
+  std::size_t count = 0;
+  state.held.Does([&] { count = state.source.ReadSome(state.position, {out, length}); });
+  return count;
 }
 
 void OnRead(png_structp png, png_bytep out, std::size_t length) {
@@ -126,7 +124,7 @@ std::size_t PngReader::RowBytes() const { return png_get_rowbytes(state_->png, s
 bool PngReader::ReadRow(std::byte* row) { return CallReadRow(*state_, reinterpret_cast<png_bytep>(row)); }
 
 const char* PngReader::Reason() const {
-  if (state_->failure) std::rethrow_exception(state_->failure);
+  state_->held.Rethrow();
   return state_->reason.data();
 }
 

@@ -7,12 +7,13 @@
 #include <bit>
 #include <csetjmp>
 #include <cstring>
-#include <exception>
 #include <optional>
 #include <span>
 #include <vector>
 
 #include "imaging/colour/colour_profile.h"
+#include "imaging/held_exception.h"
+#include "imaging/png/png_encoder.h"
 #include "imaging/png/png_texts.h"
 #include "imaging/writers/messages.h"
 #include "imaging/writers/metadata_segments.h"
@@ -22,8 +23,6 @@
 namespace ml::imaging {
 namespace {
 
-/// Fast and nearly as small as more work would make photographs.
-constexpr int kCompressionLevel = 3;
 constexpr std::size_t kMaxName = 79;
 
 /// What goes into the file, made ready.
@@ -33,29 +32,18 @@ struct Contents {
   bool grey = false;
 };
 
-/// What is thrown inside the library's calls waits here, because no exception may cross it.
+/// The library keeps a pointer to it.
 struct Encoder {
   OutputFile& out;
   std::array<char, 200> reason{};
-  std::exception_ptr failure{};
+  HeldException held{};
   std::jmp_buf jump{};
   std::vector<png_byte> row{};  ///< of one channel
-
-  template <class Step>
-  bool Does(Step&& step) noexcept {
-    try {
-      step();
-      return true;
-    } catch (...) {
-      failure = std::current_exception();
-      return false;
-    }
-  }
 };
 
 void OnWrite(png_structp png, png_bytep data, png_size_t length) {
   auto& encoder = *static_cast<Encoder*>(png_get_io_ptr(png));
-  if (!encoder.Does([&] { encoder.out.Write(std::as_bytes(std::span(data, length))); })) {
+  if (!encoder.held.Does([&] { encoder.out.Write(std::as_bytes(std::span(data, length))); })) {
     std::longjmp(encoder.jump, 1);
   }
 }
@@ -113,7 +101,7 @@ void SetUp(png_structp png, png_infop info, const PixelRows& pixels, const Conte
   png_set_IHDR(png, info, static_cast<png_uint_32>(pixels.width), static_cast<png_uint_32>(pixels.height),
                pixels.bytesPerSample * 8, contents.grey ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
                PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-  png_set_compression_level(png, kCompressionLevel);
+  png_set_compression_level(png, kPngCompressionLevel);
   if (!contents.profile.empty()) {
     png_set_iCCP(png, info, contents.profileName.c_str(), PNG_COMPRESSION_TYPE_BASE,
                  reinterpret_cast<png_const_bytep>(contents.profile.data()),
@@ -143,12 +131,12 @@ bool Encode(Encoder& encoder, png_structp png, png_infop info, const PixelRows& 
   png_set_write_fn(png, &encoder, OnWrite, nullptr);
   SetUp(png, info, pixels, contents);
   png_write_info(png, info);
-  if (!encoder.Does([&] { encoder.out.Write(contents.texts); })) return false;
+  if (!encoder.held.Does([&] { encoder.out.Write(contents.texts); })) return false;
   if (pixels.bytesPerSample == 2 && std::endian::native == std::endian::little) png_set_swap(png);
   if (!contents.grey && pixels.order == PixelOrder::Bgr) png_set_bgr(png);
   for (int y = 0; y < pixels.height; ++y) {
     png_write_row(png, LibraryRow(pixels, y, contents.grey, encoder.row.data()));
-    if (!encoder.Does([&] { encoder.out.Done(y + 1, pixels.height); })) return false;
+    if (!encoder.held.Does([&] { encoder.out.Done(y + 1, pixels.height); })) return false;
   }
   png_write_end(png, nullptr);
   return true;
@@ -167,7 +155,7 @@ void WritePNG(const PixelRows& pixels, const MetadataBlocks& blocks, const std::
   const bool done = info != nullptr && Encode(encoder, png, info, pixels, contents);
   png_destroy_write_struct(&png, &info);
   if (!done) {
-    if (encoder.failure) std::rethrow_exception(encoder.failure);
+    encoder.held.Rethrow();
     throw platform::UserError(RefusalOf(messages::kWritePng, path, encoder.reason.data()));
   }
   out.Commit();
