@@ -67,6 +67,8 @@ class AtomicFile {
   void Write(std::string_view text) { Write(AsBytes(text)); }
   /// Bytes written so far.
   std::uint64_t Size() const noexcept { return size_; }
+  /// ContentHash of them.
+  std::uint64_t Hash() const noexcept { return hash_.Value(); }
   /// Once, as the last call. After a failure the target is as it was, except where the sentence says that the
   /// next start will finish.
   void Commit();

@@ -96,12 +96,8 @@ void RevertFile(const EditStep& step, const UndoContext& context) {
   auto writing = Writing(step.before, context);
   writing.read = identity;
   AtomicFile file(step.path, writing);
-  ContentHash hash;
-  ReadOldContent(step, now, context, [&](auto piece) {
-    file.Write(piece);
-    hash.Add(piece);
-  });
-  if (hash.Value() != step.oldHash) throw UserError(messages::kOldContentLost + step.path);
+  ReadOldContent(step, now, context, [&](auto piece) { file.Write(piece); });
+  if (file.Hash() != step.oldHash) throw UserError(messages::kOldContentLost + step.path);
   file.Commit();
 }
 
