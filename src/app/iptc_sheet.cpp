@@ -55,12 +55,10 @@ metadata::IptcBatchReport ApplyToMany(Session& session, const metadata::IptcBatc
                                      .rules = wanted.rules,
                                      .exifTimestamp = wanted.exifTimestamp};
   std::vector<imagefiles::IptcResult> results;
-  platform::ui::RunJob(
-      &parent,
-      {.title = platform::ui::ToQString(catalogue::kIptcJob), .nice = NiceOf(session.settings.raw.threadPriority)}, ask,
-      [&](const platform::JobHost& host, const std::stop_token& stop) {
-        results = imagefiles::MergeIptcInto(job, {tools, session.locale}, host, stop);
-      });
+  platform::ui::RunJob(&parent, JobLookOf(session, catalogue::kIptcJob), ask,
+                       [&](const platform::JobHost& host, const std::stop_token& stop) {
+                         results = imagefiles::MergeIptcInto(job, {tools, session.locale}, host, stop);
+                       });
   batch.Commit();
   session.FilesChanged({});
   metadata::IptcBatchReport report;

@@ -153,7 +153,7 @@ void Undo(CommandContext& context) {
   try {
     const platform::PauseGuard pause(session.Worker());
     platform::ui::RunJob(
-        &context.frame, {.title = QStringLiteral("Undo")}, session.Ask(),
+        &context.frame, JobLookOf(session, "Undo"), session.Ask(),
         [&](const platform::JobHost&, const std::stop_token&) { undone = session.Journal().Edits().Undo(); });
   } catch (...) {
     settle({});

@@ -59,10 +59,8 @@ std::vector<batch::RenameImage> ReadImages(CommandContext& context, const std::v
     return batch::ReadRenameImages(paths, options, silent, {});
   }
   std::vector<batch::RenameImage> images;
-  platform::ui::RunJob(&context.frame,
-                       {.title = platform::ui::ToQString(catalogue::kBatchRenameJob),
-                        .nice = NiceOf(context.session.settings.raw.threadPriority)},
-                       context.session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+  platform::ui::RunJob(&context.frame, JobLookOf(context.session, catalogue::kBatchRenameJob), context.session.Ask(),
+                       [&](const platform::JobHost& host, const std::stop_token& stop) {
                          images = batch::ReadRenameImages(paths, options, host.progress, stop);
                        });
   return images;
@@ -105,10 +103,8 @@ void Rename(CommandContext& context, const Accepted& accepted) {
   platform::EditBatch batch(session.Journal().Edits(), std::string(catalogue::kBatchRenameJob));
   const auto settle = qScopeGuard([&] { CommitEdits(context, std::string(catalogue::kBatchRenameJob), batch); });
   const auto asJob = [&](catalogue::RenameTools& tools, const std::function<void()>& work) {
-    platform::ui::RunJob(&context.frame,
-                         {.title = platform::ui::ToQString(catalogue::kBatchRenameJob),
-                          .nice = NiceOf(session.settings.raw.threadPriority)},
-                         session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
+    platform::ui::RunJob(&context.frame, JobLookOf(session, catalogue::kBatchRenameJob), session.Ask(),
+                         [&](const platform::JobHost& host, const std::stop_token& stop) {
                            host.progress.text(RenamingImages(accepted.paths.sources.size()));
                            tools.stop = stop;
                            tools.progress = [&](std::size_t done, std::size_t count) {

@@ -45,16 +45,15 @@ std::vector<ConvertedFile> RunConversion(CommandContext& context, const rawconve
     const auto settle = qScopeGuard([&] { BringUpToDate(context, made); });
     const platform::PauseGuard thumbnails(session.Worker());
     const platform::PauseGuard pictures(context.view.Display().Gate());
-    platform::ui::RunJob(
-        &context.frame,
-        {.title = ToQString(kConvertJob),
-         .nice = NiceOf(session.settings.raw.threadPriority),
-         .bars = platform::ui::JobBars::FileAndWhole,
-         .position = [&](int index,
-                         int count) { context.frame.setWindowTitle(ToQString(ConvertingTitle(index, count))); }},
-        session.Ask(), [&](const platform::JobHost& host, const std::stop_token& stop) {
-          made = rawconvert::RunBatchConversion(batch, settings, developer, host, stop);
-        });
+    auto look = JobLookOf(session, kConvertJob);
+    look.bars = platform::ui::JobBars::FileAndWhole;
+    look.position = [&](int index, int count) {
+      context.frame.setWindowTitle(ToQString(ConvertingTitle(index, count)));
+    };
+    platform::ui::RunJob(&context.frame, look, session.Ask(),
+                         [&](const platform::JobHost& host, const std::stop_token& stop) {
+                           made = rawconvert::RunBatchConversion(batch, settings, developer, host, stop);
+                         });
   }
   const auto done = std::ranges::count(made, rawconvert::Converted::Yes, &ConvertedFile::result);
   ShowStatus(context, Converted(static_cast<int>(done), static_cast<int>(batch.files.size())));

@@ -25,11 +25,16 @@ void RunAll(const ImageJob& job, const ImageJobTools& tools) {
   }
 }
 
-}  // namespace
-
+/// By "ThreadPriority": 0 normal, 1 low, 2 high.
 int NiceOf(int threadPriority) {
   constexpr int kNice[] = {0, 10, -5};
   return threadPriority == 1 || threadPriority == 2 ? kNice[threadPriority] : kNice[0];
+}
+
+}  // namespace
+
+platform::ui::JobLook JobLookOf(const Session& session, std::string_view title) {
+  return {.title = platform::ui::ToQString(title), .nice = NiceOf(session.settings.raw.threadPriority)};
 }
 
 std::vector<std::string> TargetsOf(CommandContext& context, std::string_view pleaseSelect) {
@@ -61,12 +66,11 @@ void RunWholeJob(CommandContext& context, const WholeJob& job) {
   const platform::PauseGuard pictures(context.view.Display().Gate());
   platform::EditBatch batch(session.Journal().Edits(), job.title);
   const auto settle = [&] { CommitEdits(context, job.title, batch); };
+  auto look = JobLookOf(session, job.title);
+  look.shows = job.window;
   try {
     platform::ui::QtInteraction overIt(job.over);
-    platform::ui::RunJob(job.over != nullptr ? job.over : &context.frame,
-                         {.title = platform::ui::ToQString(job.title),
-                          .shows = job.window,
-                          .nice = NiceOf(session.settings.raw.threadPriority)},
+    platform::ui::RunJob(job.over != nullptr ? job.over : &context.frame, look,
                          job.over != nullptr ? static_cast<platform::Interaction&>(overIt) : session.Ask(),
                          [&](const platform::JobHost& host, const std::stop_token& stop) {
                            job.run({host, stop, batch});

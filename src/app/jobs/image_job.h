@@ -53,8 +53,8 @@ void CommitEdits(CommandContext& context, const std::string& what, platform::Edi
 /// The images that a command for several acts on; none, with a box that says `pleaseSelect`, if nothing is selected.
 std::vector<std::string> TargetsOf(CommandContext& context, std::string_view pleaseSelect);
 
-/// The niceness that the setting "ThreadPriority" asks for: 0 normal, 1 low, 2 high.
-int NiceOf(int threadPriority);
+/// Of a job called `title`, at the priority that the settings ask for.
+platform::ui::JobLook JobLookOf(const Session& session, std::string_view title);
 
 /// Text of the status line for some seconds.
 void ShowStatus(CommandContext& context, const std::string& text);
