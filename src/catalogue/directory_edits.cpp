@@ -24,7 +24,8 @@ void RefuseMountedVolumes(const std::string& directory) {
   if (std::filesystem::is_symlink(directory, error)) return;  // the link alone is deleted
   recursive_directory_iterator entry(directory, std::filesystem::directory_options::skip_permission_denied, error);
   for (; !error && entry != recursive_directory_iterator(); entry.increment(error)) {
-    if (platform::IsMountPoint(entry->path().native())) {
+    std::error_code ignored;  // what is no directory is known from the listing, without a look at each file
+    if (entry->is_directory(ignored) && platform::IsMountPoint(entry->path().native())) {
       throw UserError(VolumeInDirectory(directory, entry->path().native()));
     }
   }
