@@ -1,11 +1,11 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 
 #include "support/nef_builder.h"
+#include "write_file.h"
 
 /// Fills a directory with NEF files as each camera stores them, in the sizes of their sensors, and with what is to be
 /// read from each as a PGM file beside it:
@@ -66,12 +66,6 @@ const Case kCases[] = {
     {"e5700_first", {.model = "E5700", .width = 2576, .height = 1924, .inFirstDirectory = true}},
 };
 
-void Write(const std::filesystem::path& path, const std::string& content) {
-  std::ofstream out(path, std::ios::binary);
-  out << content;
-  if (!out.flush()) throw std::runtime_error("cannot write " + path.string());
-}
-
 std::string Pgm(const std::vector<std::uint16_t>& samples, std::size_t width) {
   ByteString out(Endian::Big);
   out.Text("P5\n" + std::to_string(width) + " " + std::to_string(samples.size() / width) + "\n65535\n");
@@ -87,8 +81,8 @@ void Make(const std::filesystem::path& directory) {
       ordered.order = order;
       const auto built = BuildNef(ordered, NefScene(nef.width, nef.height, 1));
       const auto path = directory / (std::string(name) + (order == Endian::Big ? "_big" : "_little"));
-      Write(path.string() + ".nef", built.file);
-      Write(path.string() + ".expected.pgm", Pgm(built.samples, static_cast<std::size_t>(built.width)));
+      WriteFile(path.string() + ".nef", built.file);
+      WriteFile(path.string() + ".expected.pgm", Pgm(built.samples, static_cast<std::size_t>(built.width)));
     }
   }
 }

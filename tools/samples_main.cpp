@@ -1,8 +1,6 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
 
 #include "platform/dates.h"
@@ -10,18 +8,13 @@
 #include "support/jpeg_builder.h"
 #include "support/metadata_blocks.h"
 #include "support/sample_photo.h"
+#include "write_file.h"
 
 /// Fills a directory with made-up photographs, for trying the program where there are no real ones:
 ///   marrowlantern-samples DIRECTORY [COUNT [WIDTH HEIGHT]]
 /// Without a COUNT a few files of every other kind stand among the JPEG files.
 namespace ml::test {
 namespace {
-
-void Write(const std::filesystem::path& path, const std::string& content) {
-  std::ofstream out(path, std::ios::binary);
-  out << content;
-  if (!out.flush()) throw std::runtime_error("cannot write " + path.string());
-}
 
 /// A day's pictures, one every seven minutes.
 std::string DateOf(int number) {
@@ -54,12 +47,12 @@ void MakeDirectory(const std::filesystem::path& directory, int count, int width,
     const auto photo =
         InsertSegments(MakePhoto(PhotoOfTheDay(number, width, height)),
                        ResourceSegment(ImageResources({{1028, DemoTexts("Hills " + std::to_string(number)), ""}})));
-    Write(std::filesystem::path(unfinished) / (name + ".JPG"), photo);
-    if (number % 9 == 0) Write(std::filesystem::path(unfinished) / (name + ".wav"), "RIFF");
+    WriteFile(std::filesystem::path(unfinished) / (name + ".JPG"), photo);
+    if (number % 9 == 0) WriteFile(std::filesystem::path(unfinished) / (name + ".wav"), "RIFF");
   }
   if (kinds == Kinds::All) {
     for (const auto& [name, content] : OtherKinds(count + 1, DateOf)) {
-      Write(std::filesystem::path(unfinished) / name, content);
+      WriteFile(std::filesystem::path(unfinished) / name, content);
     }
   }
   std::filesystem::rename(unfinished, directory);
