@@ -12,9 +12,9 @@ std::optional<catalogue::TransferKind> AskTransferKind(QWidget& parent, const QP
   menu.addSeparator();
   menu.addAction(QStringLiteral("C&ancel"));
   const auto* chosen = menu.exec(position);
-  if (chosen == nullptr) return std::nullopt;
   if (chosen == move) return TransferKind::Move;
-  return chosen == copy ? std::optional(TransferKind::Copy) : std::nullopt;
+  if (chosen == copy) return TransferKind::Copy;
+  return std::nullopt;
 }
 
 }  // namespace ml::app

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/errors.h"
+#include "support/refusal.h"
 #include "support/temp_dir.h"
 
 namespace ml::platform {
@@ -51,12 +51,7 @@ TEST(StartProgram, SplitsTypedLines) {
   };
   for (const auto& [line, words] : kCases) EXPECT_EQ(SplitProgramLine(line), words) << line;
   for (const std::string line : {"\"gimp -n", "\"ab\" c"}) {
-    try {
-      SplitProgramLine(line);
-      ADD_FAILURE() << line;
-    } catch (const UserError& error) {
-      EXPECT_EQ(error.what(), "Invalid command line - no closing quotes:\n" + line);
-    }
+    EXPECT_EQ(test::Refusal([&] { SplitProgramLine(line); }), "Invalid command line - no closing quotes:\n" + line);
   }
 }
 
